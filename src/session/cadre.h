@@ -1,0 +1,67 @@
+// The frame of an export: the connection test, the way out of a failure and
+// the catch-all at the edge, so that no exception ever crosses the boundary.
+#pragma once
+
+#include <cstdint>
+#include <new>
+#include <stdexcept>
+#include <string>
+
+#include "session/codes.h"
+#include "session/session.h"
+
+namespace vdx {
+
+// Leaves the export through SortieErreur(code): thrown by the helpers that
+// meet a failure deep in a walk (a store error, a bad array).
+struct Echec {
+    int32_t code;
+};
+
+// A fault that reaches the catch-all: the export returns -2000 with its
+// message box. Thrown where a host pointer the logic must use is null.
+struct FauteInterne : std::runtime_error {
+    using std::runtime_error::runtime_error;
+};
+
+// The pointer a host gave, which the logic uses as it stands.
+template <class T>
+T* Requis(T* pointeur) {
+    if (!pointeur) throw FauteInterne("pointeur nul");
+    return pointeur;
+}
+
+// Shows "Une erreur interne est survenue lors de l'appel de la fonction X !".
+void SignaleErreurInterne(const char* nomExport);
+
+// Runs the body of an export named `nomExport`: an Echec leaves through
+// SortieErreur with its code, a failed allocation with -200, anything else
+// with the message box and -2000.
+template <class Corps>
+int32_t Cadre(const char* nomExport, Corps&& corps) noexcept {
+    try {
+        try {
+            return corps();
+        } catch (const Echec& e) {
+            return SortieErreur(e.code);
+        } catch (const std::bad_alloc&) {
+            return SortieErreur(Memoire);
+        }
+    } catch (...) {
+        try {
+            SignaleErreurInterne(nomExport);
+            return SortieErreur(ErreurInterne);
+        } catch (...) {
+            return ErreurInterne;
+        }
+    }
+}
+
+// The frame of a data export: -2 at once when not connected.
+template <class Corps>
+int32_t CadreConnecte(const char* nomExport, Corps&& corps) noexcept {
+    if (!session().Connecte) return NonConnecte;
+    return Cadre(nomExport, static_cast<Corps&&>(corps));
+}
+
+}  // namespace vdx

@@ -1,0 +1,272 @@
+#include "session/connexion.h"
+
+#include <cstring>
+#include <optional>
+#include <string>
+
+#include "platform/chemin.h"
+#include "platform/horloge.h"
+#include "platform/notices.h"
+#include "session/cadre.h"
+#include "session/messages.h"
+#include "session/resultat.h"
+#include "session/texte.h"
+#include "session/tables.h"
+#include "store/magasin.h"
+
+namespace vdx {
+namespace {
+
+// What the connection gives the store: buffers, file numbers, sectors.
+constexpr int TamponsMagasin = 867;
+constexpr int SecteursMagasin = 16;
+
+// Keys of the records of VDXDAT.
+enum CleIdentite : int32_t { CleVersion = 0, CleDate = 1, CleMonnaie = 2, CleVersionFichiers = 3 };
+const Table& TableIdentite() { return *TableNommee("VDXDAT"); }
+
+// A base older than this many months is to be updated.
+constexpr int AgeMaximal = 5;
+
+// The text of a VDXDAT record, or nullopt when its key is absent.
+std::optional<std::string> TexteIdentite(int32_t cle) {
+    char octets[sizeof cle];
+    std::memcpy(octets, &cle, sizeof cle);
+    Curseur curseur(TableIdentite());
+    const auto position = curseur.Egale(std::string_view(octets, sizeof octets));
+    if (!position) return std::nullopt;
+    const std::string fiche = FicheA(TableIdentite(), *position);
+    if (fiche.size() <= sizeof cle) return std::string();
+    const char* texte = fiche.data() + sizeof cle;
+    return std::string(texte, strnlen(texte, fiche.size() - sizeof cle));
+}
+
+// The base's version and date, or a negative code.
+int32_t LitVersion(std::string& version, std::string& date) {
+    TablesOuvertes tables{&TableIdentite()};
+    auto v = TexteIdentite(CleVersion);
+    auto d = TexteIdentite(CleDate);
+    if (!v || !d) throw Echec{FicheManquante};
+    version = *v;
+    date = *d;
+    tables.Ferme();
+    return Succes;
+}
+
+int32_t LitVersionFichiers(std::string& texte) {
+    TablesOuvertes tables{&TableIdentite()};
+    auto v = TexteIdentite(CleVersionFichiers);
+    if (!v) throw Echec{FicheManquante};
+    texte = *v;
+    tables.Ferme();
+    return Succes;
+}
+
+// Runs a reading of the base's identity as an export would, in array mode.
+template <class Lecture>
+int32_t LitEnModeTableau(const char* nom, Lecture&& lecture) {
+    ModeTableauForce force;
+    return Cadre(nom, lecture);
+}
+
+bool Chiffres(std::string_view texte) {
+    for (char c : texte)
+        if (c < '0' || c > '9') return false;
+    return !texte.empty();
+}
+
+// The age in months of a base dated "JJ/MM/AAAA"; none for a date in
+// another year than this one or the one before.
+std::optional<int> AgeEnMois(std::string_view date, horloge::Date aujourdhui) {
+    if (date.size() < 10 || !Chiffres(date.substr(3, 2)) || !Chiffres(date.substr(6, 4))) return std::nullopt;
+    const int mois = std::stoi(std::string(date.substr(3, 2)));
+    const int annee = std::stoi(std::string(date.substr(6, 4)));
+    if (annee == aujourdhui.annee) return aujourdhui.mois - mois;
+    if (annee == aujourdhui.annee - 1) return aujourdhui.mois + 12 - mois;
+    return std::nullopt;
+}
+
+// The two pieces of advice: the age of the base and its version against
+// the library's. Gives the negative code of the version's reading.
+int32_t AvisConnexion() {
+    Session& s = session();
+    std::string version, date, versionFichiers;
+    const int32_t codeVersion = LitEnModeTableau("Version_Vdx", [&] { return LitVersion(version, date); });
+    const int32_t codeFichiers =
+        LitEnModeTableau("VersionFichier_Vdx", [&] { return LitVersionFichiers(versionFichiers); });
+    if (codeVersion < 0) return codeVersion;
+    if (codeVersion > 0) {
+        const auto age = AgeEnMois(date, horloge::Aujourdhui());
+        s.AdviceAgeBase = age && *age > AgeMaximal;
+    }
+    if (codeFichiers > 0)
+        s.FichiersEnPhase = versionFichiers.size() > 2 && versionFichiers[0] == VersionLibrairie[0] &&
+                            versionFichiers[2] == VersionLibrairie[2];
+    return Succes;
+}
+
+// Steps common to both connections, for a session not yet connected.
+int32_t Connecte(const char* chemin, int32_t modeSortie, int32_t chainesUnicode) {
+    Session& s = session();
+    s.CheminMedecin.clear();
+    if (!chemin || !*chemin) return Argument1;
+    const size_t longueur = strnlen(chemin, TailleBaseFichiers);
+    if (longueur + 1 >= TailleBaseFichiers) return Argument1;
+    s.BaseFichiers = chemin::Repertoire(std::string(chemin, longueur));
+    if (!chemin::FichierExiste(s.BaseFichiers + "VDXPRO.DAT") || !chemin::FichierExiste(s.BaseFichiers + "VDXPRO.NDX"))
+        return FichiersManquants;
+    if (magasin::InitialiseMagasin(TamponsMagasin, NombreNumeros, SecteursMagasin) != 0) {
+        s.FichierErreur = messages::MagasinIndisponible;
+        return MagasinNonInitialise;
+    }
+    s.Connecte = true;
+    s.ModeSortie = modeSortie;
+    s.ChainesUnicode = modeSortie == ModeTableau ? chainesUnicode : 0;
+    return Succes;
+}
+
+int32_t ModifieNiveau(int32_t& niveau, int32_t valeur) {
+    if (valeur >= 0) niveau = valeur;
+    return niveau;
+}
+
+}  // namespace
+
+int32_t Connection(const char* chemin, int32_t modeSortie, int32_t chainesUnicode) {
+    return Cadre("Connection_Vdx", [&]() -> int32_t {
+        Session& s = session();
+        if (notices().AgentPresent(messages::FenetreAgent)) s.AgentPresent = true;
+        if (!s.Connecte) {
+            const int32_t code = Connecte(chemin, modeSortie, chainesUnicode);
+            if (code != Succes) return code;
+        }
+        const int32_t avis = AvisConnexion();
+        if (avis < 0) return SortieErreur(avis);
+        if (s.AdviceAgeBase) notices().BoiteMessage(messages::BaseAgee, messages::TitreBaseAgee, StyleExclamation);
+        if (!s.FichiersEnPhase)
+            notices().BoiteMessage(messages::HorsPhase, messages::TitreHorsPhase, StyleExclamation);
+        return Succes;
+    });
+}
+
+int32_t Connection2(const char* chemin, int32_t modeSortie, int32_t chainesUnicode) {
+    return Cadre("Connection2_Vdx", [&]() -> int32_t {
+        if (session().Connecte) return Succes;
+        return Connecte(chemin, modeSortie, chainesUnicode);
+    });
+}
+
+void DeConnection() {
+    Session& s = session();
+    s.ChaineMemoire.reset();
+    if (s.Connecte) FermeBaseMedecin();
+    s.DerniereErreur = 0;
+}
+
+void DeConnection2() {
+    DeConnection();
+    session().Connecte = false;
+}
+
+void Decharge() {
+    DeConnection();
+    magasin::TermineMagasin();
+    session().Connecte = false;
+}
+
+char* GetLastError(char* tampon) {
+    if (!tampon) return tampon;
+    Session& s = session();
+    const int16_t numero = s.DerniereErreur != 0 ? s.DerniereErreur : magasin::GlobalesMagasin()->ErreurMagasin;
+    const std::string texte =
+        messages::AnomalieNumero + std::to_string(numero) + messages::SurLeFichier + s.FichierErreur;
+    std::memcpy(tampon, texte.c_str(), texte.size() + 1);
+    s.DerniereErreur = 0;
+    return tampon;
+}
+
+int32_t ActiveCIP13(int32_t valeur) {
+    session().CIP13Actif = valeur;
+    return Succes;
+}
+
+int32_t ActiveHospitaliers(int32_t valeur) {
+    session().HospitaliersActifs = valeur != 0;
+    return Succes;
+}
+
+int32_t NiveauCI(int32_t niveau) { return ModifieNiveau(session().NiveauCI, niveau); }
+int32_t NiveauInteraction(int32_t niveau) { return ModifieNiveau(session().NiveauInteraction, niveau); }
+
+int32_t ActiveMedDC(int32_t) {
+    session().MedDCMasque = false;
+    return Succes;
+}
+
+int32_t Fonctionnalites(int32_t, int32_t* champs) {
+    constexpr int NombreFonctionnalites = 9;
+    if (session().ModeSortie == ModeTableau && champs)
+        for (int i = 0; i < NombreFonctionnalites; ++i) champs[i] = 0;
+    return Rien;
+}
+
+int32_t Version(FicheVersion* fiche) {
+    return Cadre("Version_Vdx", [&]() -> int32_t {
+        const bool tableau = session().ModeSortie == ModeTableau;
+        if (tableau && fiche) {
+            RangeChaine(&fiche->Version, std::nullopt);
+            RangeChaine(&fiche->DateVersion, std::nullopt);
+        }
+        if (!session().Connecte) return NonConnecte;
+        std::string version, date;
+        LitVersion(version, date);
+        if (tableau) {
+            Requis(fiche);
+            LivreValeur(&fiche->Version, version);
+            LivreValeur(&fiche->DateVersion, date);
+        } else {
+            std::string plat;
+            AjouteChamp(version, plat);
+            AjouteChamp(date, plat);
+            LivreTexte(plat);
+        }
+        return Succes;
+    });
+}
+
+int32_t VersionFichier(BSTR* texte) {
+    return Cadre("VersionFichier_Vdx", [&]() -> int32_t {
+        if (session().ModeSortie == ModeTableau && texte) RangeChaine(texte, std::nullopt);
+        if (!session().Connecte) return NonConnecte;
+        std::string version;
+        LitVersionFichiers(version);
+        LivreValeur(texte, version);
+        return Succes;
+    });
+}
+
+int32_t Monnaie(BSTR* texte) {
+    return Cadre("Version_Vdx", [&]() -> int32_t {
+        if (session().ModeSortie == ModeTableau && texte) RangeChaine(texte, std::nullopt);
+        if (!session().Connecte) return NonConnecte;
+        TablesOuvertes tables{&TableIdentite()};
+        // A base without its currency has always been taken for francs.
+        LivreValeur(texte, TexteIdentite(CleMonnaie).value_or("F"));
+        tables.Ferme();
+        return Succes;
+    });
+}
+
+void NotifieAgent(const char* prefixe, const char* code) {
+    if (!session().AgentPresent) return;
+    try {
+        std::string texte = prefixe;
+        if (code) texte += code;
+        texte += '@';
+        notices().NotifieAgent(messages::FenetreAgent, texte);
+    } catch (...) {
+        notices().BoiteMessage(messages::EchecAgent, messages::TitreEchecAgent, StyleSimple);
+    }
+}
+
+}  // namespace vdx

@@ -1,0 +1,85 @@
+// Results of the exports: rows built once, as typed fields, into an array
+// of records (the host's in mode 0, a private one in the other modes), and
+// delivered by mode in one place.
+#pragma once
+
+#include <cstdint>
+#include <initializer_list>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <unordered_set>
+#include <variant>
+#include <vector>
+
+#include "vdx32/oleauto.h"
+
+namespace vdx {
+
+// Delivers a finished flat text by mode: the file "Vdxout.txt" of the base
+// (mode 3), ChaineMemoire (mode 2), the shared text slot (any other).
+void LivreTexte(std::string_view texte);
+// The text input of the modes 1 to 3.
+std::string LitTexte();
+
+// Stores a text in a host string: wide in a wide session, else its bytes.
+// No text makes it empty.
+void RangeChaine(BSTR* destination, std::optional<std::string_view> texte);
+// A wide host string in code page 1252, cut to `taille` - 1 bytes.
+std::string ChaineVersTexte(BSTR source, size_t taille = 255);
+
+// A scalar text result: in mode 0 stored 8-bit whatever the session, in
+// the other modes delivered as a flat text.
+void LivreValeur(BSTR* destination, std::string_view texte);
+
+// The shape of a record that crosses the boundary: its fields in order.
+enum class TypeChamp : uint8_t { Texte, Entier };
+using Forme = std::vector<TypeChamp>;
+
+// A field of a row; the first field is the row's key.
+using Valeur = std::variant<std::string, int32_t>;
+
+// The array helpers on a host array of records of a shape.
+// Frees every string, zeroes every integer, and resizes to 0: 1, or -21.
+int32_t VideTableau(SAFEARRAY* tableau, const Forme& forme);
+// VideTableau, then in modes other than 0 the array itself is freed.
+void DetruitTableau(SAFEARRAY*& tableau, const Forme& forme);
+
+class Resultat {
+public:
+    // Mode 0: the host's array variable, which must hold an array of this
+    // shape (else `codeAbsent`), is emptied. Other modes: a private array.
+    // Throws Echec with the code of the failure.
+    Resultat(SAFEARRAY** hote, Forme forme, int32_t codeAbsent);
+    ~Resultat();
+    Resultat(const Resultat&) = delete;
+    Resultat& operator=(const Resultat&) = delete;
+
+    // Adds a row unless one with an equal key is there: the count, or
+    // throws Echec(-21).
+    int32_t AjouteLigne(std::initializer_list<Valeur> champs);
+    int32_t AjouteLigne(const std::vector<Valeur>& champs);
+    int32_t Nombre() const { return nombre_; }
+
+    // Delivers the rows by mode and returns their count. Mode 0: the texts
+    // become wide in a wide session; other modes: the flat text is delivered
+    // and the private array freed.
+    int32_t Livre();
+
+private:
+    template <class It>
+    int32_t Ajoute(It debut, It fin);
+
+    Forme forme_;
+    SAFEARRAY* tableau_ = nullptr;
+    bool prive_ = false;
+    int32_t nombre_ = 0;
+    std::unordered_set<std::string> clesTexte_;
+    std::unordered_set<int32_t> clesEntieres_;
+};
+
+// Size of one field of a host record: a string or a 32-bit integer, each in
+// a slot of the platform's pointer size.
+inline constexpr uint32_t TailleChampHote = sizeof(void*);
+
+}  // namespace vdx

@@ -1,0 +1,47 @@
+#include "session/session.h"
+
+#include <string>
+
+#include "platform/notices.h"
+#include "session/cadre.h"
+#include "session/messages.h"
+#include "session/tables.h"
+#include "store/magasin.h"
+
+namespace vdx {
+
+Session& session() {
+    // Never destroyed: the unload of the library still reads it.
+    static Session* s = new Session;
+    return *s;
+}
+
+void RemetSession() { session() = Session{}; }
+
+int32_t SortieErreur(int32_t code) {
+    Session& s = session();
+    s.DerniereErreur = code == EchecMagasin ? magasin::GlobalesMagasin()->ErreurMagasin : int16_t{0};
+    const std::string fichier = s.FichierErreur;
+    FermeBaseMedecin();
+    s.FichierErreur = fichier;
+    return code;
+}
+
+void SignaleErreurInterne(const char* nomExport) {
+    std::string texte = messages::ErreurInterneDebut;
+    texte += nomExport;
+    texte += messages::ErreurInterneFin;
+    notices().BoiteMessage(texte, messages::TitreErreurDll, StyleExclamation);
+}
+
+ModeTableauForce::ModeTableauForce() : mode_(session().ModeSortie), unicode_(session().ChainesUnicode) {
+    session().ModeSortie = ModeTableau;
+    session().ChainesUnicode = 0;
+}
+
+ModeTableauForce::~ModeTableauForce() {
+    session().ModeSortie = mode_;
+    session().ChainesUnicode = unicode_;
+}
+
+}  // namespace vdx

@@ -1,0 +1,67 @@
+// The one process-wide session every export shares: zero at load, set up by
+// the connection.
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string>
+
+namespace vdx {
+
+// The library's own version text.
+inline constexpr char VersionLibrairie[] = "4.6.2.0";
+
+// Sizes of the fixed buffers the session's texts have always had; a longer
+// text is refused where it comes in.
+inline constexpr size_t TailleBaseFichiers = 516;
+inline constexpr size_t TailleChemin = 256;
+
+struct Session {
+    bool Connecte = false;
+    std::string BaseFichiers;  // ends with a backslash
+    int32_t ModeSortie = 0;    // 0 array, 1 shared slot, 2 memory, 3 file
+    int32_t ChainesUnicode = 0;
+    std::string FichierErreur;  // never cleared
+    int16_t DerniereErreur = 0;
+    std::optional<std::string> ChaineMemoire;
+    std::string CheminMedecin;
+    bool ConnecteMedecin = false;
+    bool AgentPresent = false;
+    int32_t CIP13Actif = 0;
+    bool HospitaliersActifs = false;
+    int32_t NiveauCI = 0;
+    int32_t NiveauInteraction = 0;
+    bool MedDCMasque = false;
+    bool AdviceAgeBase = false;
+    bool FichiersEnPhase = false;
+};
+
+Session& session();
+// Back to the state at load (tests).
+void RemetSession();
+
+// Output modes.
+inline constexpr int32_t ModeTableau = 0;
+inline constexpr int32_t ModePartage = 1;
+inline constexpr int32_t ModeMemoire = 2;
+inline constexpr int32_t ModeFichier = 3;
+
+// Leaves a failed call: records the store's error for -500, closes the
+// doctor's base, keeps FichierErreur, returns the code.
+int32_t SortieErreur(int32_t code);
+
+// Saves ModeSortie and ChainesUnicode, sets both to 0 for inner calls, and
+// restores them when it goes.
+class ModeTableauForce {
+public:
+    ModeTableauForce();
+    ~ModeTableauForce();
+    ModeTableauForce(const ModeTableauForce&) = delete;
+    ModeTableauForce& operator=(const ModeTableauForce&) = delete;
+
+private:
+    int32_t mode_;
+    int32_t unicode_;
+};
+
+}  // namespace vdx

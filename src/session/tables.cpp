@@ -1,0 +1,177 @@
+#include "session/tables.h"
+
+#include "session/cadre.h"
+#include "session/session.h"
+
+namespace vdx {
+namespace {
+
+using namespace magasin;
+
+int16_t ErreurCourante() { return GlobalesMagasin()->ErreurMagasin; }
+int16_t EtatIOCourant() { return GlobalesMagasin()->EtatIOMagasin; }
+
+// A path in a buffer of the fixed size; a longer one can't be opened.
+bool CheminValide(const std::string& chemin) { return chemin.size() < TailleChemin; }
+
+// Opens `repertoire` + `nom`; when the number is still held by a call that
+// ended badly, closes it and tries once more.
+int OuvreAvecReprise(const std::string& repertoire, const char* nom, int numero, int mode) {
+    const std::string chemin = repertoire + nom;
+    if (CheminValide(chemin)) {
+        if (OpenCtFile(numero, chemin.c_str(), mode) == 0) return 1;
+        CloseCtFile(numero, LectureSeule);
+        if (OpenCtFile(numero, chemin.c_str(), mode) == 0) return 1;
+    }
+    session().FichierErreur = nom;
+    return 0;
+}
+
+int FermeNumero(const char* nom, int numero, int mode) {
+    if (CloseCtFile(numero, mode) == 0) return 1;
+    session().FichierErreur = nom;
+    return 0;
+}
+
+// Another process holds the doctor's base: wait for it by trying again.
+int OuvreMedecin(const char* nom, int numero, int mode, int modeReprise) {
+    const std::string chemin = session().CheminMedecin + nom;
+    if (!CheminValide(chemin)) {
+        session().FichierErreur = nom;
+        return 0;
+    }
+    int erreur = OpenCtFile(numero, chemin.c_str(), mode);
+    while (erreur == OuvertureImpossible && EtatIOCourant() == TenuAilleurs)
+        erreur = OpenCtFile(numero, chemin.c_str(), modeReprise);
+    if (erreur == 0) return 1;
+    session().FichierErreur = nom;
+    return 0;
+}
+
+int FermeMedecin(const char* nom, int numero, int mode) {
+    if (CloseCtFile(numero, mode) == 0) return 1;
+    session().FichierErreur = session().CheminMedecin + nom;
+    return 0;
+}
+
+}  // namespace
+
+int OuvreTable(const char* nom, int numero) {
+    return OuvreAvecReprise(session().BaseFichiers, nom, numero, LectureSeule);
+}
+int FermeTable(const char* nom, int numero) { return FermeNumero(nom, numero, LectureSeule); }
+int OuvreTableVariable(const char* nom, int numero) {
+    return OuvreAvecReprise(session().BaseFichiers, nom, numero, LectureSeule | Variable);
+}
+int FermeTableVariable(const char* nom, int numero) {
+    return FermeNumero(nom, numero, LectureSeule | Variable);
+}
+int OuvreTableMedecin(const char* nom, int numero, int mode) { return OuvreMedecin(nom, numero, mode, mode); }
+int FermeTableMedecin(const char* nom, int numero, int mode) { return FermeMedecin(nom, numero, mode); }
+int OuvreTableMedecinVariable(const char* nom, int numero, int mode) {
+    return OuvreMedecin(nom, numero, mode, mode | Variable);
+}
+int FermeTableMedecinVariable(const char* nom, int numero, int mode) {
+    return FermeMedecin(nom, numero, mode | Variable);
+}
+int OuvreTableMaj(const char* nom, int numero, bool variable) {
+    return OuvreAvecReprise(session().BaseFichiers, nom, numero, variable ? Variable : Exclusif);
+}
+int FermeTableMaj(const char* nom, int numero, bool variable) {
+    return FermeNumero(nom, numero, variable ? Variable : Exclusif);
+}
+
+void FermeBaseMedecin() {
+    static const struct {
+        const char* nom;
+        int numero;
+        bool variable;
+    } fichiers[] = {
+        {"PRO.DAT", 279, false},  {"PRO.NDX", 280, false},  {"PATH.DAT", 282, false},
+        {"PATH.NDX", 283, false}, {"POSO.DAT", 285, false}, {"POSO.NDX", 286, false},
+        {"TEXU.DAT", 287, true},  {"TEXU.NDX", 288, false},
+    };
+    for (int mode : {int(Exclusif), int(LectureSeule)})
+        for (const auto& f : fichiers) CloseCtFile(f.numero, f.variable ? mode | Variable : mode);
+}
+
+TablesOuvertes::TablesOuvertes(std::initializer_list<const Table*> tables) {
+    for (const Table* t : tables) Ouvre(*t);
+}
+
+TablesOuvertes::~TablesOuvertes() {
+    for (const Fichier& f : ouverts_) CloseCtFile(f.numero, LectureSeule);
+}
+
+void TablesOuvertes::Ouvre(const Table& table) {
+    for (const Fichier f : {Fichier{table.fichierDonnees, table.donnees}, Fichier{table.fichierIndex, table.index()}}) {
+        if (!OuvreTable(f.nom, f.numero)) throw Echec{EchecMagasin};
+        ouverts_.push_back(f);
+    }
+}
+
+void TablesOuvertes::Ferme() {
+    std::vector<Fichier> fichiers;
+    fichiers.swap(ouverts_);
+    bool echec = false;
+    for (const Fichier& f : fichiers)
+        if (!echec && !FermeTable(f.nom, f.numero)) echec = true;
+        else if (echec) CloseCtFile(f.numero, LectureSeule);
+    if (echec) throw Echec{EchecMagasin};
+}
+
+Curseur::Curseur(const Table& table, int cle)
+    : table_(table), numero_(table.cle(cle)), longueur_(0) {
+    const int longueur = LongueurCle(numero_);
+    if (longueur <= 0) {
+        session().FichierErreur = table.fichierIndex;
+        throw Echec{EchecMagasin};
+    }
+    longueur_ = static_cast<size_t>(longueur);
+    tampon_.assign(longueur_, '\0');
+}
+
+std::optional<Position> Curseur::Resultat(Position p) {
+    if (p != 0) return p;
+    if (ErreurCourante() == 0) return std::nullopt;
+    session().FichierErreur = table_.fichierIndex;
+    throw Echec{EchecMagasin};
+}
+
+std::string Curseur::Complete(std::string_view cle) const {
+    std::string complete(longueur_, '\0');
+    cle.copy(complete.data(), std::min(cle.size(), longueur_));
+    return complete;
+}
+
+std::optional<Position> Curseur::Premiere() { return Resultat(PremiereCle(numero_, tampon_.data())); }
+std::optional<Position> Curseur::Derniere() { return Resultat(DerniereCle(numero_, tampon_.data())); }
+std::optional<Position> Curseur::Suivante() { return Resultat(CleSuivante(numero_, tampon_.data())); }
+std::optional<Position> Curseur::Precedente() { return Resultat(ClePrecedente(numero_, tampon_.data())); }
+
+std::optional<Position> Curseur::Egale(std::string_view cle) {
+    const std::string complete = Complete(cle);
+    const Position p = CleEgale(numero_, complete.data());
+    if (p != 0) complete.copy(tampon_.data(), longueur_);
+    return Resultat(p);
+}
+
+std::optional<Position> Curseur::SuperieureOuEgale(std::string_view cle) {
+    return Resultat(CleSuperieureOuEgale(numero_, Complete(cle).data(), tampon_.data()));
+}
+
+std::string FicheA(const Table& table, Position position) {
+    const uint32_t longueur = LongueurFiche(table.donnees, position);
+    std::string fiche(longueur, '\0');
+    const int erreur = ErreurCourante() != 0 ? ErreurCourante()
+                       : table.genre == Genre::Variable
+                           ? LitFicheVariable(table.donnees, position, fiche.data(), longueur)
+                           : magasin::LitFiche(table.donnees, position, fiche.data());
+    if (erreur != 0) {
+        session().FichierErreur = table.fichierDonnees;
+        throw Echec{EchecMagasin};
+    }
+    return fiche;
+}
+
+}  // namespace vdx

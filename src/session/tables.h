@@ -1,0 +1,89 @@
+// Opening and closing tables by name and number, and the steps of a walk:
+// every failure of the store names its file in FichierErreur and leaves the
+// export with -500.
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "store/catalogue.h"
+#include "store/magasin.h"
+
+namespace vdx {
+
+// The four pairs of open and close. They return 1 or 0; on 0 FichierErreur
+// names the file.
+int OuvreTable(const char* nom, int numero);
+int FermeTable(const char* nom, int numero);
+int OuvreTableVariable(const char* nom, int numero);
+int FermeTableVariable(const char* nom, int numero);
+int OuvreTableMedecin(const char* nom, int numero, int mode);
+int FermeTableMedecin(const char* nom, int numero, int mode);
+int OuvreTableMedecinVariable(const char* nom, int numero, int mode);
+int FermeTableMedecinVariable(const char* nom, int numero, int mode);
+int OuvreTableMaj(const char* nom, int numero, bool variable);
+int FermeTableMaj(const char* nom, int numero, bool variable);
+
+// Closes the eight files of the doctor's base, as opened for writing and
+// then for reading; failures are not reported.
+void FermeBaseMedecin();
+
+// The tables an export opens, data then index, closed in the same order by
+// Ferme, or on any other way out by the destructor (failures ignored there).
+class TablesOuvertes {
+public:
+    TablesOuvertes() = default;
+    explicit TablesOuvertes(std::initializer_list<const Table*> tables);
+    ~TablesOuvertes();
+    TablesOuvertes(const TablesOuvertes&) = delete;
+    TablesOuvertes& operator=(const TablesOuvertes&) = delete;
+
+    // Throws Echec(-500) when a file can't be opened.
+    void Ouvre(const Table& table);
+    // Throws Echec(-500) when a file can't be closed.
+    void Ferme();
+
+private:
+    struct Fichier {
+        const char* nom;
+        int numero;
+    };
+    std::vector<Fichier> ouverts_;
+};
+
+// One key number of an open table, walked by the lookup steps. A lookup
+// that finds nothing gives nullopt; a failure of the store names the index
+// in FichierErreur and throws Echec(-500).
+class Curseur {
+public:
+    Curseur(const Table& table, int cle = 0);
+
+    std::optional<magasin::Position> Premiere();
+    std::optional<magasin::Position> Derniere();
+    std::optional<magasin::Position> Suivante();
+    std::optional<magasin::Position> Precedente();
+    // `cle` is padded with NUL to the key's length.
+    std::optional<magasin::Position> Egale(std::string_view cle);
+    std::optional<magasin::Position> SuperieureOuEgale(std::string_view cle);
+
+    // The key found by the last lookup, at the key's full length.
+    std::string_view Cle() const { return {tampon_.data(), longueur_}; }
+
+private:
+    std::optional<magasin::Position> Resultat(magasin::Position p);
+    std::string Complete(std::string_view cle) const;
+
+    const Table& table_;
+    int numero_;
+    size_t longueur_;
+    std::vector<char> tampon_;
+};
+
+// The bytes of the record at a position, fixed or variable; a failure names
+// the data file and throws Echec(-500).
+std::string FicheA(const Table& table, magasin::Position position);
+
+}  // namespace vdx

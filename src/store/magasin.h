@@ -1,0 +1,112 @@
+// MagasinFiches: the one gateway to the table files of a base.
+//
+// Files are known by numbers (0 to 288). A data file holds records by
+// position (32-bit, never 0); an index file holds, for each of its keys, an
+// ordered map from a fixed-length byte key to a position, without
+// duplicates. Each key number has its own current key, from which
+// CleSuivante and ClePrecedente go on.
+//
+// Operations returning a position return 0 both for "nothing found" and for
+// a failure: ErreurMagasin (in GlobalesMagasin) tells them apart. Operations
+// returning an error return 0 or the error number, also left in
+// ErreurMagasin. The state is process-wide and not thread-safe.
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+namespace vdx::magasin {
+
+using Position = uint32_t;
+
+// Values of ErreurMagasin the library tests; every other non-zero value is
+// only reported to the host.
+enum Erreur : int16_t {
+    Ok = 0,
+    CleExistante = 2,      // the key to add already exists
+    CleAbsente = 3,        // the key to delete does not exist
+    OuvertureImpossible = 12,  // the file can't be opened
+    NumeroInvalide = 22,   // a file or key number out of range, or not open
+    FichierCorrompu = 30,  // the file is no table file of this store, or is damaged
+    Lecture = 35,          // a record could not be read (bad position, short buffer)
+    Ecriture = 36,         // a write failed, or the file is open read-only
+    Creation = 40,         // a file could not be created
+    PositionInvalide = 41, // no record at that position
+    MemoireEpuisee = 42,
+};
+
+// Value of EtatIOMagasin that, with OuvertureImpossible, says the file is
+// held by another process in a way that excludes this open.
+inline constexpr int16_t TenuAilleurs = -8;
+
+struct Globales {
+    int16_t ErreurMagasin;
+    int16_t EtatIOMagasin;
+};
+
+// Open modes, a set of bits; a close is given the mode of its open.
+enum Mode : int {
+    Exclusif = 0,      // exclusive writing
+    Partage = 1,       // others may hold the file for writing too
+    Variable = 4,      // variable-length data file (the kind is taken from the file)
+    LectureSeule = 8,  // no write through this open; any number of readers
+};
+
+int InitialiseMagasin(int tampons, int fichiers, int secteurs);
+Globales* GlobalesMagasin();
+void TermineMagasin();
+
+int OpenCtFile(int numero, const char* chemin, int mode);
+int CloseCtFile(int numero, int mode);
+
+// Key operations: `tampon` receives the key found and must hold the key's
+// length; `cle` is read for the key's length (pad text keys with NUL).
+Position PremiereCle(int numeroCle, void* tampon);
+Position DerniereCle(int numeroCle, void* tampon);
+Position CleSuivante(int numeroCle, void* tampon);
+Position ClePrecedente(int numeroCle, void* tampon);
+Position CleEgale(int numeroCle, const void* cle);
+Position CleSuperieureOuEgale(int numeroCle, const void* cle, void* tampon);
+// Length of the keys of an open key number; 0 (with an error) if not open.
+int LongueurCle(int numeroCle);
+
+// Records. A fixed record is read whole into a buffer of the record length.
+int LitFiche(int numero, Position position, void* tampon);
+// Length of a record: its own for a variable file, the record length for a fixed one.
+uint32_t LongueurFiche(int numero, Position position);
+int LitFicheVariable(int numero, Position position, void* tampon, uint32_t longueur);
+Position NewRecord(int numero);
+Position NouvelleFicheVariable(int numero, uint32_t longueur);
+int WriteRecordData(int numero, Position position, const void* tampon);
+int EcritFicheVariable(int numero, Position position, const void* tampon, uint32_t longueur);
+int LibereFiche(int numero, Position position);
+int LibereFicheVariable(int numero, Position position);
+
+int AddRecordKey(int numeroCle, const void* cle, Position position, int ordre);
+int DeleteRecordKey(int numeroCle, const void* cle, Position position);
+
+// Creation leaves the file open on its number with the given mode.
+int CreateDataFile(int numero, const char* chemin, uint32_t longueurFiche, int extension, int mode);
+int CreateIndexFile(int numero, const char* chemin, int longueurCle, int typeCle, int doublons,
+                    int membres, int extension, int mode);
+int CreateIndexMember(int numeroIndex, int longueurCle, int typeCle, int doublons, int membre);
+
+// Rebuild of the keys of an index from the records of its data file.
+struct Segment {
+    uint32_t decalage;  // offset in the record
+    uint32_t longueur;
+};
+struct DescriptionCle {
+    std::vector<Segment> segments;  // the key is the segments laid end to end
+};
+struct DescriptionFichier {
+    std::string cheminDonnees;
+    std::string cheminIndex;
+    uint32_t longueurFiche = 0;  // fixed part for variable files
+    bool variable = false;
+    std::vector<DescriptionCle> cles;  // first key, then the members
+};
+int ReconstruitFichier(const DescriptionFichier& description);
+
+}  // namespace vdx::magasin

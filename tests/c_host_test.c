@@ -1,0 +1,93 @@
+/* A host written in C: it includes the public headers, connects to the base
+ * given as its argument and lists the long-term illnesses in array mode,
+ * through the host types, and in memory mode. */
+#include <stdio.h>
+#include <stdlib.h>
+#include <string.h>
+
+#include "vdx32/oleauto.h"
+#include "vdx32/vdx32.h"
+
+static int echecs = 0;
+
+#define VERIFIE(condition)                                              \
+    do {                                                                \
+        if (!(condition)) {                                             \
+            fprintf(stderr, "%s:%d: %s\n", __FILE__, __LINE__, #condition); \
+            ++echecs;                                                   \
+        }                                                               \
+    } while (0)
+
+static int32_t boite(void* contexte, const char* texte, const char* titre, int32_t style) {
+    (void)texte;
+    (void)titre;
+    (void)style;
+    ++*(int*)contexte;
+    return 1;
+}
+
+static SAFEARRAY* tableau_de_fiches(ULONG taille) {
+    SAFEARRAY* tableau = NULL;
+    if (SafeArrayAllocDescriptor(1, &tableau) != S_OK) return NULL;
+    tableau->cbElements = taille;
+    tableau->rgsabound[0].cElements = 0;
+    tableau->rgsabound[0].lLbound = 0;
+    if (SafeArrayAllocData(tableau) != S_OK) return NULL;
+    return tableau;
+}
+
+static void en_tableau(const char* base) {
+    SAFEARRAY* tableau = tableau_de_fiches(sizeof(VdxCodeLibelle));
+    VdxCodeLibelle fiche;
+    LONG indice = 1;
+    int32_t n;
+    VERIFIE(Connection_Vdx(base, 0, 0) == 1);
+    n = ListeALD_Vdx(&tableau);
+    VERIFIE(n == 30);
+    VERIFIE(SafeArrayGetUBound(tableau, 1, &indice) == S_OK && indice == n - 1);
+    indice = 0;
+    VERIFIE(SafeArrayGetElement(tableau, &indice, &fiche) == S_OK);
+    VERIFIE(fiche.Code == 1);
+    VERIFIE(SysStringByteLen(fiche.Libelle) > 0);
+    VERIFIE(memcmp((const char*)fiche.Libelle, "Accident vasculaire", 19) == 0);
+    {
+        VdxCodeLibelle* fiches = NULL;
+        int i;
+        VERIFIE(SafeArrayAccessData(tableau, (void**)&fiches) == S_OK);
+        for (i = 0; i < n; ++i) SysFreeString(fiches[i].Libelle);
+        SafeArrayUnaccessData(tableau);
+    }
+    SafeArrayDestroy(tableau);
+    DeConnection2_Vdx();
+}
+
+static void en_memoire(const char* base) {
+    char* texte;
+    int32_t longueur;
+    VERIFIE(Connection_Vdx(base, 2, 0) == 1);
+    VERIFIE(ListeALD_Vdx(NULL) == 30);
+    longueur = GetLenString_Vdx();
+    VERIFIE(longueur > 1);
+    texte = malloc((size_t)longueur);
+    VERIFIE(GetString_Vdx(texte) == 1);
+    VERIFIE(strncmp(texte, "1@Accident vasculaire", 21) == 0);
+    VERIFIE(strstr(texte, "\r\n30@") != NULL);
+    free(texte);
+    DeConnection2_Vdx();
+}
+
+int main(int argc, char** argv) {
+    int boites = 0;
+    char erreur[300];
+    if (argc < 2) {
+        fprintf(stderr, "usage: %s BASE\n", argv[0]);
+        return 2;
+    }
+    InstalleNotifications_Vdx(boite, NULL, &boites);
+    VERIFIE(ListeALD_Vdx(NULL) == VDX_NON_CONNECTE);
+    en_tableau(argv[1]);
+    en_memoire(argv[1]);
+    VERIFIE(Connection_Vdx("/pas/de/base", 0, 0) == VDX_FICHIERS_MANQUANTS);
+    VERIFIE(strncmp(GetLastError_Vdx(erreur), "Anomalie num", 12) == 0);
+    return echecs == 0 ? 0 : 1;
+}

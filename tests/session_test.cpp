@@ -1,0 +1,219 @@
+// The session through its exports: connection and its advice, the frame and
+// its codes, the error sentence, the switches and the base's identity.
+#include <gtest/gtest.h>
+
+#include <cstring>
+#include <filesystem>
+#include <fstream>
+
+#include "platform/horloge.h"
+#include "platform/hote.h"
+#include "session/session.h"
+#include "tests/base_minimale.h"
+#include "tests/notices_essai.h"
+#include "tests/tableau_hote.h"
+#include "vdx32/vdx32.h"
+
+namespace vdx {
+namespace {
+
+using essai::BaseMinimale;
+
+class Session : public ::testing::Test {
+protected:
+    void SetUp() override {
+        DeConnection2_Vdx();
+        RemetSession();
+        horloge::FixeDate(horloge::Date{15, 6, 2026});
+    }
+    void TearDown() override {
+        DeConnection2_Vdx();
+        RemetSession();
+        horloge::FixeDate(std::nullopt);
+    }
+
+    int32_t Connecte(const std::string& repertoire, int32_t mode = 0, int32_t unicode = 0) {
+        return Connection_Vdx(repertoire.c_str(), mode, unicode);
+    }
+
+    essai::NoticesEssai notices;
+};
+
+TEST_F(Session, RefusesAMissingOrIncompleteBase) {
+    EXPECT_EQ(Connection_Vdx(nullptr, 0, 0), VDX_ARGUMENT1);
+    EXPECT_EQ(Connection_Vdx("", 0, 0), VDX_ARGUMENT1);
+    EXPECT_EQ(Connection_Vdx(std::string(600, 'a').c_str(), 0, 0), VDX_ARGUMENT1);
+
+    BaseMinimale base;
+    base.CreeMinimum();
+    std::filesystem::remove(base.Chemin("VDXPRO.NDX"));
+    EXPECT_EQ(Connecte(base.Repertoire()), VDX_FICHIERS_MANQUANTS);
+    BSTR texte = nullptr;
+    EXPECT_EQ(Monnaie_Vdx(&texte), VDX_NON_CONNECTE);
+    hote::Libere(&texte);
+}
+
+TEST_F(Session, KeepsTheFirstBaseUntilTheSessionEnds) {
+    BaseMinimale premiere, seconde;
+    premiere.CreeMinimum();
+    seconde.CreeMinimum();
+    ASSERT_EQ(Connecte(premiere.Repertoire() + "/", 2, 1), 1);
+    EXPECT_EQ(session().BaseFichiers, premiere.Repertoire() + "/");
+    EXPECT_EQ(session().ChainesUnicode, 0);  // wide strings exist in array mode only
+
+    EXPECT_EQ(Connecte(seconde.Repertoire()), 1);
+    EXPECT_EQ(session().BaseFichiers, premiere.Repertoire() + "/");
+    EXPECT_EQ(session().ModeSortie, 2);
+    DeConnection_Vdx();
+    EXPECT_EQ(Connecte(seconde.Repertoire()), 1);
+    EXPECT_EQ(session().BaseFichiers, premiere.Repertoire() + "/");
+
+    DeConnection2_Vdx();
+    EXPECT_EQ(Connecte(seconde.Repertoire()), 1);
+    EXPECT_EQ(session().BaseFichiers, seconde.Repertoire() + "/");
+    EXPECT_EQ(session().ModeSortie, 0);
+}
+
+struct CasAge {
+    const char* date;
+    bool avis;
+};
+
+TEST_F(Session, AdvisesAnUpdateAfterFiveCalendarMonths) {
+    horloge::FixeDate(horloge::Date{1, 7, 2026});
+    for (const CasAge cas : {CasAge{"01/02/2026", false}, CasAge{"31/01/2026", true}, CasAge{"15/12/2025", true},
+                             CasAge{"15/08/2025", true}, CasAge{"15/06/2024", false}, CasAge{"15/07/2027", false},
+                             CasAge{"??", false}}) {
+        SCOPED_TRACE(cas.date);
+        BaseMinimale base;
+        base.Cree("VDXPRO", 64, 7);
+        base.CreeIdentite(cas.date);
+        notices.boites.clear();
+        ASSERT_EQ(Connecte(base.Repertoire()), 1);
+        const bool vu = !notices.boites.empty() && notices.boites[0].titre == "Information importante";
+        EXPECT_EQ(vu, cas.avis);
+        if (vu) {
+            EXPECT_EQ(notices.boites[0].texte,
+                      "La Base de donn\xE9"
+                      "es VDX date de plus de cinq mois, pensez \xE0 faire la mise \xE0 jour !");
+            EXPECT_EQ(notices.boites[0].style, 48);
+        }
+        DeConnection2_Vdx();
+    }
+}
+
+TEST_F(Session, WarnsWhenTheFilesAreNotOfTheLibrarysVersion) {
+    for (auto [version, enPhase] : {std::pair{"4.6.9.9", true}, std::pair{"4.7.2.0", false}, std::pair{"3", false}}) {
+        SCOPED_TRACE(version);
+        BaseMinimale base;
+        base.Cree("VDXPRO", 64, 7);
+        base.CreeIdentite("01/06/2026", version);
+        notices.boites.clear();
+        ASSERT_EQ(Connecte(base.Repertoire()), 1);
+        ASSERT_EQ(notices.boites.size(), enPhase ? 0u : 1u);
+        if (!enPhase) {
+            EXPECT_EQ(notices.boites[0].titre, "     Information importante");
+            EXPECT_NE(notices.boites[0].texte.find("KORVA ne pourra \xEAtre tenu"), std::string::npos);
+        }
+        // Connection2_Vdx gives no advice at all.
+        DeConnection2_Vdx();
+        notices.boites.clear();
+        EXPECT_EQ(Connection2_Vdx(base.Repertoire().c_str(), 0, 0), 1);
+        EXPECT_TRUE(notices.boites.empty());
+        DeConnection2_Vdx();
+    }
+}
+
+TEST_F(Session, ReadsTheIdentityOfTheBase) {
+    BaseMinimale base;
+    base.Cree("VDXPRO", 64, 7);
+    base.CreeIdentite("01/06/2026", "4.6.2.0", false);
+    ASSERT_EQ(Connecte(base.Repertoire()), 1);
+
+    VdxVersion version{nullptr, nullptr};
+    ASSERT_EQ(Version_Vdx(&version), 1);
+    EXPECT_EQ(hote::Octets(version.Version), "Base de test");
+    EXPECT_EQ(hote::Octets(version.DateVersion), "01/06/2026");
+    BSTR texte = nullptr;
+    ASSERT_EQ(VersionFichier_Vdx(&texte), 1);
+    EXPECT_EQ(hote::Octets(texte), "4.6.2.0");
+    ASSERT_EQ(Monnaie_Vdx(&texte), 1);
+    EXPECT_EQ(hote::Octets(texte), "F");  // no currency record
+
+    session().ModeSortie = 2;
+    ASSERT_EQ(Version_Vdx(nullptr), 1);
+    EXPECT_EQ(*session().ChaineMemoire, "Base de test@01/06/2026");
+    hote::Libere(&version.Version);
+    hote::Libere(&version.DateVersion);
+    hote::Libere(&texte);
+}
+
+TEST_F(Session, AMissingVersionRecordFailsTheConnection) {
+    BaseMinimale base;
+    base.Cree("VDXPRO", 64, 7);
+    base.Cree("VDXDAT", 84, 4);
+    EXPECT_EQ(Connecte(base.Repertoire()), VDX_FICHE_MANQUANTE);
+    // The store was started: the session is connected all the same.
+    BSTR texte = nullptr;
+    EXPECT_EQ(VersionFichier_Vdx(&texte), VDX_FICHE_MANQUANTE);
+    hote::Libere(&texte);
+}
+
+TEST_F(Session, AFaultReachesTheCatchAllWithTheExportsName) {
+    BaseMinimale base;
+    base.CreeMinimum();
+    ASSERT_EQ(Connecte(base.Repertoire()), 1);
+    notices.boites.clear();
+    EXPECT_EQ(Version_Vdx(nullptr), VDX_ERREUR_INTERNE);
+    EXPECT_EQ(Monnaie_Vdx(nullptr), VDX_ERREUR_INTERNE);
+    ASSERT_EQ(notices.boites.size(), 2u);
+    EXPECT_EQ(notices.boites[0].texte, "Une erreur interne est survenue lors de l'appel de la fonction Version_Vdx !");
+    EXPECT_EQ(notices.boites[0].titre, "Erreur DLL");
+    EXPECT_EQ(notices.boites[0].style, 48);
+    // Monnaie_Vdx has always named its sibling.
+    EXPECT_EQ(notices.boites[1].texte, notices.boites[0].texte);
+}
+
+TEST_F(Session, GivesTheStoresErrorInOneSentence) {
+    BaseMinimale base;
+    base.CreeMinimum();
+    ASSERT_EQ(Connecte(base.Repertoire()), 1);
+    std::ofstream(base.Chemin("VDXYALD.DAT")) << "ceci n'est pas une table";
+    std::ofstream(base.Chemin("VDXYALD.NDX")) << "ceci non plus";
+    SAFEARRAY* tableau = essai::TableauDeFiches(2);
+    EXPECT_EQ(ListeALD_Vdx(&tableau), VDX_ECHEC_MAGASIN);
+    char tampon[300];
+    EXPECT_STREQ(GetLastError_Vdx(tampon), "Anomalie num\xE9ro : 12 sur le fichier : VDXYALD.DAT");
+    // Told once; then the store's current word, under the same file.
+    const std::string suite = GetLastError_Vdx(tampon);
+    EXPECT_EQ(suite.rfind("Anomalie num\xE9ro : ", 0), 0u);
+    EXPECT_NE(suite.find(" sur le fichier : VDXYALD.DAT"), std::string::npos);
+    EXPECT_EQ(GetLastError_Vdx(nullptr), nullptr);
+    SafeArrayDestroy(tableau);
+}
+
+TEST_F(Session, SwitchesStoreTheirValues) {
+    EXPECT_EQ(NiveauCI_Vdx(3), 3);
+    EXPECT_EQ(NiveauCI_Vdx(-1), 3);
+    EXPECT_EQ(NiveauInteraction_Vdx(-5), 0);
+    EXPECT_EQ(NiveauInteraction_Vdx(2), 2);
+    EXPECT_EQ(ActiveCIP13_Vdx(7), 1);
+    EXPECT_EQ(session().CIP13Actif, 7);
+    EXPECT_EQ(ActiveHospitaliers_Vdx(42), 1);
+    EXPECT_TRUE(session().HospitaliersActifs);
+    EXPECT_EQ(ActiveMedDC_Vdx(1), 1);
+    EXPECT_FALSE(session().MedDCMasque);
+
+    int32_t champs[9];
+    std::fill(std::begin(champs), std::end(champs), 7);
+    EXPECT_EQ(Fonctionnalites_Vdx(0, champs), 0);
+    EXPECT_EQ(champs[8], 0);
+    session().ModeSortie = 2;
+    champs[0] = 7;
+    EXPECT_EQ(Fonctionnalites_Vdx(0, champs), 0);
+    EXPECT_EQ(champs[0], 7);
+    EXPECT_EQ(Fonctionnalites_Vdx(0, nullptr), 0);
+}
+
+}  // namespace
+}  // namespace vdx

@@ -1,0 +1,25 @@
+// The commands of the vdx program and what they share.
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "store/catalogue.h"
+
+namespace vdx {
+
+// Exit codes of the program.
+inline constexpr int SortieSucces = 0;
+inline constexpr int SortieEchec = 1;
+inline constexpr int SortieUsage = 2;
+
+// Tells a failure of the library, with its code and the error sentence.
+int EchecLibrairie(const char* appel, int code);
+
+// One line of the catalogue: numbers, kind, record length and keys.
+std::string DecritTable(const Table& table);
+
+int Build(std::vector<std::string> args);
+int Dump(std::vector<std::string> args);
+
+}  // namespace vdx

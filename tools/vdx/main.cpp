@@ -1,0 +1,178 @@
+// vdx: builds, dumps and queries bases from the command line.
+#include <cstdio>
+#include <cstring>
+#include <filesystem>
+#include <iostream>
+#include <map>
+#include <stdexcept>
+#include <string>
+#include <vector>
+
+#include "exports/table_exports.h"
+#include "platform/codepage.h"
+#include "store/catalogue.h"
+#include "tools/vdx/commandes.h"
+#include "vdx32/vdx32.h"
+
+namespace {
+
+using namespace vdx;
+
+constexpr char AideGenerale[] =
+    "usage: vdx COMMAND [ARG...]\n"
+    "\n"
+    "commands:\n"
+    "  build SOURCES BASE   build a base from a directory of sources\n"
+    "  dump BASE [TABLE...] write a base back as sources\n"
+    "  tables               list the catalogue of tables\n"
+    "  call --base BASE NAME [ARG...]\n"
+    "                       call an export in memory mode and print its rows\n"
+    "\n"
+    "vdx COMMAND --help tells more of each. Exit codes: 0 success, 1 a failure\n"
+    "of the library, 2 bad usage.\n";
+
+constexpr char AideTables[] =
+    "usage: vdx tables\n"
+    "\n"
+    "Lists every table of the catalogue: name, data and index numbers, further\n"
+    "keys, kind, record length and keys.\n";
+
+constexpr char AideCall[] =
+    "usage: vdx call --base BASE NAME [ARG...]\n"
+    "       vdx call --list\n"
+    "\n"
+    "Connects to BASE in memory mode, calls the export NAME with the arguments\n"
+    "given as text (integers and decimals as such, lists as A@B@C), and prints\n"
+    "the result code, then the rows, one per line, fields separated by tabs,\n"
+    "in UTF-8. --list lists the exports it can call with their arguments.\n";
+
+int Usage(const char* texte) {
+    std::fputs(texte, stderr);
+    return SortieUsage;
+}
+
+bool DemandeAide(const std::vector<std::string>& args) {
+    for (const auto& a : args)
+        if (a == "--help" || a == "-h") return true;
+    return false;
+}
+
+const char* NomGenre(exports::GenreArgument g) {
+    switch (g) {
+        case exports::GenreArgument::Texte: return "texte";
+        case exports::GenreArgument::Entier: return "entier";
+        case exports::GenreArgument::Reel: return "reel";
+        case exports::GenreArgument::ChaineSortie: return "chaine";
+        case exports::GenreArgument::Tableau: return "tableau";
+        case exports::GenreArgument::Liste: return "liste";
+        case exports::GenreArgument::Fiche: return "fiche";
+    }
+    return "?";
+}
+
+int Tables(const std::vector<std::string>& args) {
+    if (DemandeAide(args)) return std::fputs(AideTables, stdout), SortieSucces;
+    if (!args.empty()) return Usage(AideTables);
+    for (const Table& t : Catalogue()) std::cout << DecritTable(t) << '\n';
+    return SortieSucces;
+}
+
+// The rows of a flat text as fields in UTF-8.
+std::vector<std::vector<std::string>> Lignes(const std::string& plat) {
+    std::vector<std::vector<std::string>> lignes;
+    size_t debut = 0;
+    while (debut < plat.size()) {
+        size_t fin = plat.find("\r\n", debut);
+        if (fin == std::string::npos) fin = plat.size();
+        const std::string ligne = plat.substr(debut, fin - debut);
+        std::vector<std::string> champs;
+        if (ligne != "#") {
+            size_t d = 0;
+            for (;;) {
+                const size_t a = ligne.find('@', d);
+                champs.push_back(codepage::VersUtf8(ligne.substr(d, a == std::string::npos ? a : a - d)));
+                if (a == std::string::npos) break;
+                d = a + 1;
+            }
+        } else {
+            champs.emplace_back();
+        }
+        lignes.push_back(std::move(champs));
+        debut = fin + 2;
+    }
+    return lignes;
+}
+
+int ListeExports() {
+    for (const exports::Export& e : exports::Exports()) {
+        std::cout << e.nom;
+        for (const auto& a : e.arguments) std::cout << ' ' << a.nom << ':' << NomGenre(a.genre);
+        std::cout << '\n';
+    }
+    return SortieSucces;
+}
+
+int Call(std::vector<std::string> args) {
+    if (DemandeAide(args)) return std::fputs(AideCall, stdout), SortieSucces;
+    if (args.size() == 1 && args[0] == "--list") return ListeExports();
+    if (args.size() < 3 || args[0] != "--base") return Usage(AideCall);
+    const std::string base = args[1];
+    const exports::Export* e = exports::ExportNomme(args[2]);
+    if (!e) {
+        std::cerr << "vdx: unknown export " << args[2] << " (vdx call --list)\n";
+        return SortieUsage;
+    }
+    std::vector<std::string> textes;
+    for (size_t i = 3; i < args.size(); ++i) {
+        auto texte = codepage::DepuisUtf8(args[i]);
+        if (!texte) {
+            std::cerr << "vdx: argument " << i - 2 << " is not UTF-8 text of code page 1252\n";
+            return SortieUsage;
+        }
+        textes.push_back(std::move(*texte));
+    }
+    if (textes.size() != e->NombreTextes()) {
+        std::cerr << "vdx: " << e->nom << " takes " << e->NombreTextes() << " argument(s)\n";
+        return SortieUsage;
+    }
+    InstalleNotifications_Vdx(nullptr, nullptr, nullptr);
+    const int32_t connexion = Connection2_Vdx(base.c_str(), 2, 0);
+    if (connexion != 1) return EchecLibrairie("Connection2_Vdx", connexion);
+    exports::Appel appel;
+    try {
+        appel = exports::AppelleEnMemoire(*e, textes);
+    } catch (const std::invalid_argument& x) {
+        std::cerr << "vdx: " << x.what() << '\n';
+        return SortieUsage;
+    }
+    std::cout << appel.code << '\n';
+    if (appel.code < 0) return EchecLibrairie(e->nom, appel.code);
+    for (const auto& ligne : Lignes(appel.texte)) {
+        for (size_t i = 0; i < ligne.size(); ++i) std::cout << (i ? "\t" : "") << ligne[i];
+        std::cout << '\n';
+    }
+    DeConnection2_Vdx();
+    return SortieSucces;
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+    std::vector<std::string> args(argv + 1, argv + argc);
+    if (args.empty()) return Usage(AideGenerale);
+    const std::string commande = args.front();
+    args.erase(args.begin());
+    try {
+        if (commande == "--help" || commande == "-h" || commande == "help")
+            return std::fputs(AideGenerale, stdout), SortieSucces;
+        if (commande == "tables") return Tables(args);
+        if (commande == "call") return Call(args);
+        if (commande == "build") return Build(args);
+        if (commande == "dump") return Dump(args);
+    } catch (const std::exception& x) {
+        std::cerr << "vdx: " << x.what() << '\n';
+        return SortieEchec;
+    }
+    std::cerr << "vdx: unknown command " << commande << '\n';
+    return Usage(AideGenerale);
+}
