@@ -3,11 +3,11 @@
 // and a key length, and filled with records given with their keys.
 #pragma once
 
-#include <gtest/gtest.h>
 #include <stdlib.h>
 
 #include <cstring>
 #include <filesystem>
+#include <stdexcept>
 #include <string>
 #include <utility>
 #include <vector>
@@ -16,6 +16,11 @@
 #include "store/magasin.h"
 
 namespace vdx::essai {
+
+// Throws when the store refuses: the tests and benchmarks stop there.
+inline void Verifie(bool ok, const char* quoi) {
+    if (!ok) throw std::runtime_error(std::string("base de test : ") + quoi);
+}
 
 class BaseMinimale {
 public:
@@ -35,20 +40,20 @@ public:
     void Cree(const char* nom, uint32_t longueurFiche, int longueurCle, const Fiches& fiches = {}) {
         using namespace magasin;
         const Table& t = *TableNommee(nom);
-        ASSERT_EQ(CreateDataFile(t.donnees, Chemin(t.fichierDonnees).c_str(), longueurFiche, 4096, Partage), 0);
-        ASSERT_EQ(CreateIndexFile(t.index(), Chemin(t.fichierIndex).c_str(), longueurCle, 0, 0, 0, 4096, Partage), 0);
+        Verifie(CreateDataFile(t.donnees, Chemin(t.fichierDonnees).c_str(), longueurFiche, 4096, Partage) == 0,
+                t.fichierDonnees);
+        Verifie(CreateIndexFile(t.index(), Chemin(t.fichierIndex).c_str(), longueurCle, 0, 0, 0, 4096, Partage) == 0,
+                t.fichierIndex);
         for (const auto& [cle, octets] : fiches) {
             std::string fiche(longueurFiche, '\0');
             std::memcpy(fiche.data(), octets.data(), std::min<size_t>(octets.size(), longueurFiche));
             std::string k(static_cast<size_t>(longueurCle), '\0');
             std::memcpy(k.data(), cle.data(), std::min<size_t>(cle.size(), k.size()));
             const Position p = NewRecord(t.donnees);
-            ASSERT_NE(p, 0u);
-            ASSERT_EQ(WriteRecordData(t.donnees, p, fiche.data()), 0);
-            ASSERT_EQ(AddRecordKey(t.index(), k.data(), p, 0), 0);
+            Verifie(p != 0 && WriteRecordData(t.donnees, p, fiche.data()) == 0, "ecriture");
+            Verifie(AddRecordKey(t.index(), k.data(), p, 0) == 0, "cle");
         }
-        ASSERT_EQ(CloseCtFile(t.index(), Partage), 0);
-        ASSERT_EQ(CloseCtFile(t.donnees, Partage), 0);
+        Verifie(CloseCtFile(t.index(), Partage) == 0 && CloseCtFile(t.donnees, Partage) == 0, "fermeture");
     }
 
     // The identity records of a base: version, date, currency, file version.

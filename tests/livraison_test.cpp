@@ -9,7 +9,7 @@
 #include "session/resultat.h"
 #include "session/session.h"
 #include "tests/base_minimale.h"
-#include "tests/notices_essai.h"
+#include "platform/notices.h"
 #include "tests/tableau_hote.h"
 #include "vdx32/vdx32.h"
 
@@ -52,7 +52,8 @@ protected:
     const std::string attendu =
         "1@Accident vasculaire c\xE9r\xE9" "bral invalidant\r\n2@Insuffisances m\xE9"
         "dullaires\r\n30@Tuberculose active, l\xE8pre";
-    essai::NoticesEssai notices;
+    NoticesMemorisees notices;
+    NoticesEnPlace enPlace{notices};
     BaseMinimale base;
 };
 

@@ -8,9 +8,10 @@
 
 #include "platform/horloge.h"
 #include "platform/hote.h"
+#include "session/connexion.h"
 #include "session/session.h"
 #include "tests/base_minimale.h"
-#include "tests/notices_essai.h"
+#include "platform/notices.h"
 #include "tests/tableau_hote.h"
 #include "vdx32/vdx32.h"
 
@@ -36,7 +37,8 @@ protected:
         return Connection_Vdx(repertoire.c_str(), mode, unicode);
     }
 
-    essai::NoticesEssai notices;
+    NoticesMemorisees notices;
+    NoticesEnPlace enPlace{notices};
 };
 
 TEST_F(Session, RefusesAMissingOrIncompleteBase) {
@@ -190,6 +192,21 @@ TEST_F(Session, GivesTheStoresErrorInOneSentence) {
     EXPECT_NE(suite.find(" sur le fichier : VDXYALD.DAT"), std::string::npos);
     EXPECT_EQ(GetLastError_Vdx(nullptr), nullptr);
     SafeArrayDestroy(tableau);
+}
+
+TEST_F(Session, AnnouncesCallsToAnAgentSeenAtConnection) {
+    NotifieAgent("MonographieHtml@CodeCIP=", "3400000");
+    EXPECT_TRUE(notices.notifications.empty());
+
+    BaseMinimale base;
+    base.CreeMinimum("01/06/2026");
+    notices.agents.insert("AgentVDX");
+    ASSERT_EQ(Connecte(base.Repertoire()), 1);
+    notices.agents.clear();  // once seen, the agent is taken as present
+    NotifieAgent("Posoliste2@CodeCIP=", "3400000");
+    ASSERT_EQ(notices.notifications.size(), 1u);
+    EXPECT_EQ(notices.notifications[0].nom, "AgentVDX");
+    EXPECT_EQ(notices.notifications[0].texte, "Posoliste2@CodeCIP=3400000@");
 }
 
 TEST_F(Session, SwitchesStoreTheirValues) {

@@ -19,11 +19,10 @@
  *
  * Arrays of records (mode 0) are one-dimensional SAFEARRAYs whose element is
  * a record of fields in order, each field a BSTR or a 32-bit integer in a
- * slot of the size of a pointer: a host declares the record as a struct of
- * BSTR and int32_t members with natural alignment. A host creates the array
- * (for instance with SafeArrayCreateVector(VT_RECORD, 0, 0) and the element
- * size set to the record's size) and owns it; an export empties and refills
- * it. Strings the library stores in array records are wide (UTF-16) when
+ * slot of the size of a pointer (see oleauto.h: declare integers as intptr_t,
+ * or int32_t followed by padding up to the next slot). A host creates the
+ * array with SafeArrayAllocDescriptor, sets cbElements to the record's size,
+ * then SafeArrayAllocData, and owns it; an export empties and refills it. Strings the library stores in array records are wide (UTF-16) when
  * the session was connected with ChainesUnicode 1 in mode 0, and otherwise
  * hold the 8-bit bytes of the text, their byte length being the text's.
  * Single text results (labels, versions) always hold 8-bit bytes.

@@ -1,0 +1,134 @@
+#include "platform/hote.h"
+
+#include <cstdlib>
+#include <limits>
+
+#include "platform/codepage.h"
+
+namespace vdx::hote {
+
+namespace {
+
+// What Accede gives for an array that has no element and no data block.
+alignas(16) unsigned char aucunElement[16];
+
+// Features word of the library's private arrays, as the original sets it.
+constexpr USHORT FonctionsTableauPrive = 512;
+
+}  // namespace
+
+SAFEARRAY* CreeTableau(uint32_t tailleElement) {
+    SAFEARRAY* tableau = nullptr;
+    if (FAILED(SafeArrayAllocDescriptor(1, &tableau))) return nullptr;
+    tableau->fFeatures = FonctionsTableauPrive;
+    tableau->cbElements = tailleElement;
+    tableau->rgsabound[0].lLbound = 0;
+    tableau->rgsabound[0].cElements = 0;
+    if (FAILED(SafeArrayAllocData(tableau))) {
+        SafeArrayDestroyDescriptor(tableau);
+        return nullptr;
+    }
+    return tableau;
+}
+
+bool Redimensionne(SAFEARRAY* tableau, uint32_t elements) {
+    if (!tableau) return false;
+    SAFEARRAYBOUND borne{elements, 0};
+    return SUCCEEDED(SafeArrayRedim(tableau, &borne));
+}
+
+bool ForceVide(SAFEARRAY* tableau) {
+    if (!tableau) return false;
+    tableau->rgsabound[0].cElements = 0;
+    tableau->rgsabound[0].lLbound = 0;
+    // Unlocked, the old block can go (with no cell left, no element is
+    // released); locked, someone may still be reading it.
+    if (tableau->cLocks == 0) SafeArrayDestroyData(tableau);
+    return SUCCEEDED(SafeArrayAllocData(tableau));
+}
+
+void* Accede(SAFEARRAY* tableau) {
+    void* donnees = nullptr;
+    if (!tableau || FAILED(SafeArrayAccessData(tableau, &donnees))) return nullptr;
+    if (!donnees) {
+        if (NombreElements(tableau) != 0) {
+            SafeArrayUnaccessData(tableau);
+            return nullptr;
+        }
+        return aucunElement;
+    }
+    return donnees;
+}
+
+void LibereAcces(SAFEARRAY* tableau) {
+    if (tableau) SafeArrayUnaccessData(tableau);
+}
+
+uint32_t NombreElements(const SAFEARRAY* tableau) {
+    if (!tableau) return 0;
+    uint64_t n = 1;
+    for (USHORT i = 0; i < tableau->cDims; ++i) {
+        n *= tableau->rgsabound[i].cElements;
+        if (n > std::numeric_limits<uint32_t>::max()) return std::numeric_limits<uint32_t>::max();
+    }
+    return static_cast<uint32_t>(n);
+}
+
+uint32_t TailleElement(const SAFEARRAY* tableau) {
+    return tableau ? tableau->cbElements : 0;
+}
+
+void Detruit(SAFEARRAY* tableau) {
+    if (!tableau) return;
+    SafeArrayDestroyData(tableau);
+    SafeArrayDestroyDescriptor(tableau);
+}
+
+bool RangeOctets(BSTR* destination, std::string_view octets) {
+    if (!destination || octets.size() > std::numeric_limits<UINT>::max()) return false;
+    BSTR nouvelle = SysAllocStringByteLen(octets.data(), static_cast<UINT>(octets.size()));
+    if (!nouvelle) return false;
+    SysFreeString(*destination);
+    *destination = nouvelle;
+    return true;
+}
+
+bool RangeLarge(BSTR* destination, std::string_view texte) {
+    if (!destination || texte.size() > std::numeric_limits<UINT>::max()) return false;
+    std::u16string large = codepage::VersUtf16(texte);
+    BSTR nouvelle = SysAllocStringLen(reinterpret_cast<const OLECHAR*>(large.data()),
+                                      static_cast<UINT>(large.size()));
+    if (!nouvelle) return false;
+    SysFreeString(*destination);
+    *destination = nouvelle;
+    return true;
+}
+
+void Libere(BSTR* chaine) {
+    if (!chaine) return;
+    SysFreeString(*chaine);
+    *chaine = nullptr;
+}
+
+std::string_view Octets(BSTR chaine) {
+    if (!chaine) return {};
+    return {reinterpret_cast<const char*>(chaine), SysStringByteLen(chaine)};
+}
+
+std::string VersTexte(BSTR chaine) {
+    if (!chaine) return {};
+    std::u16string_view large(reinterpret_cast<const char16_t*>(chaine), SysStringLen(chaine));
+    size_t nul = large.find(u'\0');
+    if (nul != std::u16string_view::npos) large = large.substr(0, nul);
+    return codepage::DepuisUtf16(large);
+}
+
+std::string RepertoireExecution() {
+    for (const char* variable : {"XDG_RUNTIME_DIR", "TMPDIR"}) {
+        const char* valeur = std::getenv(variable);
+        if (valeur && *valeur) return valeur;
+    }
+    return "/tmp";
+}
+
+}  // namespace vdx::hote
