@@ -8,7 +8,8 @@
 #include "platform/hote.h"
 #include "session/resultat.h"
 #include "session/session.h"
-#include "tests/base_minimale.h"
+#include "store/fixture.h"
+#include "tests/identite.h"
 #include "platform/notices.h"
 #include "tests/tableau_hote.h"
 #include "vdx32/vdx32.h"
@@ -16,13 +17,10 @@
 namespace vdx {
 namespace {
 
-using essai::BaseMinimale;
+using essai::BaseDeTest;
 
-// A VDXYALD record: the code in text at 0, the label at 3.
-std::pair<std::string, std::string> Ald(const std::string& cle, const std::string& code, const std::string& libelle) {
-    std::string fiche(3, '\0');
-    fiche.replace(0, code.size(), code);
-    return {cle, fiche + libelle};
+void AjouteAld(BaseDeTest& base, const char* code, const char* libelle) {
+    base.Ajoute("VDXYALD", {{"Code", code}, {"Libelle", libelle}});
 }
 
 class Livraison : public ::testing::Test {
@@ -30,10 +28,11 @@ protected:
     void SetUp() override {
         DeConnection2_Vdx();
         RemetSession();
-        base.CreeMinimum("01/06/2026");
-        base.Cree("VDXYALD", 83, 2,
-                  {Ald("01", "1", "Accident vasculaire c\xE9r\xE9" "bral invalidant"), Ald("02", "2", "Insuffisances m\xE9"
-                   "dullaires"), Ald("03", "2", "Doublon du code 2"), Ald("30", "30", "Tuberculose active, l\xE8pre")});
+        essai::AjouteIdentite(base);
+        AjouteAld(base, "01", "Accident vasculaire cérébral invalidant");
+        AjouteAld(base, "02", "Insuffisances médullaires");
+        AjouteAld(base, "2", "Doublon du code 2");  // filed behind "02", same code
+        AjouteAld(base, "30", "Tuberculose active, lèpre");
     }
     void TearDown() override {
         DeConnection2_Vdx();
@@ -43,7 +42,7 @@ protected:
         ASSERT_EQ(Connection_Vdx(base.Repertoire().c_str(), mode, unicode), 1);
     }
     std::string Fichier(const char* nom) {
-        std::ifstream f(base.Chemin(nom), std::ios::binary);
+        std::ifstream f(base.Repertoire() + "/" + nom, std::ios::binary);
         std::stringstream s;
         s << f.rdbuf();
         return s.str();
@@ -54,7 +53,7 @@ protected:
         "dullaires\r\n30@Tuberculose active, l\xE8pre";
     NoticesMemorisees notices;
     NoticesEnPlace enPlace{notices};
-    BaseMinimale base;
+    BaseDeTest base;
 };
 
 TEST_F(Livraison, ArrayModeFillsTheHostsArrayWithoutDuplicateKeys) {
@@ -109,9 +108,8 @@ TEST_F(Livraison, FlatModesDeliverTheSameRows) {
 }
 
 TEST_F(Livraison, AnEmptyListDeliversNothingInAnyMode) {
-    BaseMinimale vide;
-    vide.CreeMinimum("01/06/2026");
-    vide.Cree("VDXYALD", 83, 2);
+    BaseDeTest vide;
+    essai::AjouteIdentite(vide);
     ASSERT_EQ(Connection_Vdx(vide.Repertoire().c_str(), 2, 0), 1);
     SetString_Vdx("avant");
     EXPECT_EQ(ListeALD_Vdx(nullptr), VDX_CODE_INCONNU);

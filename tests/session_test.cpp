@@ -10,7 +10,8 @@
 #include "platform/hote.h"
 #include "session/connexion.h"
 #include "session/session.h"
-#include "tests/base_minimale.h"
+#include "store/fixture.h"
+#include "tests/identite.h"
 #include "platform/notices.h"
 #include "tests/tableau_hote.h"
 #include "vdx32/vdx32.h"
@@ -18,7 +19,8 @@
 namespace vdx {
 namespace {
 
-using essai::BaseMinimale;
+using essai::AjouteIdentite;
+using essai::BaseDeTest;
 
 class Session : public ::testing::Test {
 protected:
@@ -33,8 +35,8 @@ protected:
         horloge::FixeDate(std::nullopt);
     }
 
-    int32_t Connecte(const std::string& repertoire, int32_t mode = 0, int32_t unicode = 0) {
-        return Connection_Vdx(repertoire.c_str(), mode, unicode);
+    int32_t Connecte(BaseDeTest& base, int32_t mode = 0, int32_t unicode = 0) {
+        return Connection_Vdx(base.Repertoire().c_str(), mode, unicode);
     }
 
     NoticesMemorisees notices;
@@ -46,32 +48,32 @@ TEST_F(Session, RefusesAMissingOrIncompleteBase) {
     EXPECT_EQ(Connection_Vdx("", 0, 0), VDX_ARGUMENT1);
     EXPECT_EQ(Connection_Vdx(std::string(600, 'a').c_str(), 0, 0), VDX_ARGUMENT1);
 
-    BaseMinimale base;
-    base.CreeMinimum();
-    std::filesystem::remove(base.Chemin("VDXPRO.NDX"));
-    EXPECT_EQ(Connecte(base.Repertoire()), VDX_FICHIERS_MANQUANTS);
+    BaseDeTest base;
+    AjouteIdentite(base);
+    std::filesystem::remove(base.Repertoire() + "/VDXPRO.NDX");
+    EXPECT_EQ(Connection_Vdx(base.Repertoire().c_str(), 0, 0), VDX_FICHIERS_MANQUANTS);
     BSTR texte = nullptr;
     EXPECT_EQ(Monnaie_Vdx(&texte), VDX_NON_CONNECTE);
     hote::Libere(&texte);
 }
 
 TEST_F(Session, KeepsTheFirstBaseUntilTheSessionEnds) {
-    BaseMinimale premiere, seconde;
-    premiere.CreeMinimum();
-    seconde.CreeMinimum();
-    ASSERT_EQ(Connecte(premiere.Repertoire() + "/", 2, 1), 1);
+    BaseDeTest premiere, seconde;
+    AjouteIdentite(premiere);
+    AjouteIdentite(seconde);
+    ASSERT_EQ(Connection_Vdx((premiere.Repertoire() + "/").c_str(), 2, 1), 1);
     EXPECT_EQ(session().BaseFichiers, premiere.Repertoire() + "/");
     EXPECT_EQ(session().ChainesUnicode, 0);  // wide strings exist in array mode only
 
-    EXPECT_EQ(Connecte(seconde.Repertoire()), 1);
+    EXPECT_EQ(Connecte(seconde), 1);
     EXPECT_EQ(session().BaseFichiers, premiere.Repertoire() + "/");
     EXPECT_EQ(session().ModeSortie, 2);
     DeConnection_Vdx();
-    EXPECT_EQ(Connecte(seconde.Repertoire()), 1);
+    EXPECT_EQ(Connecte(seconde), 1);
     EXPECT_EQ(session().BaseFichiers, premiere.Repertoire() + "/");
 
     DeConnection2_Vdx();
-    EXPECT_EQ(Connecte(seconde.Repertoire()), 1);
+    EXPECT_EQ(Connecte(seconde), 1);
     EXPECT_EQ(session().BaseFichiers, seconde.Repertoire() + "/");
     EXPECT_EQ(session().ModeSortie, 0);
 }
@@ -87,11 +89,11 @@ TEST_F(Session, AdvisesAnUpdateAfterFiveCalendarMonths) {
                              CasAge{"15/08/2025", true}, CasAge{"15/06/2024", false}, CasAge{"15/07/2027", false},
                              CasAge{"??", false}}) {
         SCOPED_TRACE(cas.date);
-        BaseMinimale base;
-        base.Cree("VDXPRO", 64, 7);
-        base.CreeIdentite(cas.date);
+        BaseDeTest base;
+        AjouteIdentite(base, cas.date);
+        base.Repertoire();
         notices.boites.clear();
-        ASSERT_EQ(Connecte(base.Repertoire()), 1);
+        ASSERT_EQ(Connecte(base), 1);
         const bool vu = !notices.boites.empty() && notices.boites[0].titre == "Information importante";
         EXPECT_EQ(vu, cas.avis);
         if (vu) {
@@ -107,11 +109,11 @@ TEST_F(Session, AdvisesAnUpdateAfterFiveCalendarMonths) {
 TEST_F(Session, WarnsWhenTheFilesAreNotOfTheLibrarysVersion) {
     for (auto [version, enPhase] : {std::pair{"4.6.9.9", true}, std::pair{"4.7.2.0", false}, std::pair{"3", false}}) {
         SCOPED_TRACE(version);
-        BaseMinimale base;
-        base.Cree("VDXPRO", 64, 7);
-        base.CreeIdentite("01/06/2026", version);
+        BaseDeTest base;
+        AjouteIdentite(base, "01/06/2026", version);
+        base.Repertoire();
         notices.boites.clear();
-        ASSERT_EQ(Connecte(base.Repertoire()), 1);
+        ASSERT_EQ(Connecte(base), 1);
         ASSERT_EQ(notices.boites.size(), enPhase ? 0u : 1u);
         if (!enPhase) {
             EXPECT_EQ(notices.boites[0].titre, "     Information importante");
@@ -127,10 +129,9 @@ TEST_F(Session, WarnsWhenTheFilesAreNotOfTheLibrarysVersion) {
 }
 
 TEST_F(Session, ReadsTheIdentityOfTheBase) {
-    BaseMinimale base;
-    base.Cree("VDXPRO", 64, 7);
-    base.CreeIdentite("01/06/2026", "4.6.2.0", false);
-    ASSERT_EQ(Connecte(base.Repertoire()), 1);
+    BaseDeTest base;
+    AjouteIdentite(base, "01/06/2026", "4.6.2.0", false);
+    ASSERT_EQ(Connecte(base), 1);
 
     VdxVersion version{nullptr, nullptr};
     ASSERT_EQ(Version_Vdx(&version), 1);
@@ -151,20 +152,22 @@ TEST_F(Session, ReadsTheIdentityOfTheBase) {
 }
 
 TEST_F(Session, AMissingVersionRecordFailsTheConnection) {
-    BaseMinimale base;
-    base.Cree("VDXPRO", 64, 7);
-    base.Cree("VDXDAT", 84, 4);
-    EXPECT_EQ(Connecte(base.Repertoire()), VDX_FICHE_MANQUANTE);
+    BaseDeTest base;
+    base.Ajoute("VDXDAT", {{"Numero", VDXDAT::Date}, {"Texte", "01/06/2026"}});
+    base.Ajoute("VDXDAT", {{"Numero", VDXDAT::VersionFichiers}, {"Texte", "4.6.2.0"}});
+    EXPECT_EQ(Connecte(base), VDX_FICHE_MANQUANTE);
     // The store was started: the session is connected all the same.
     BSTR texte = nullptr;
-    EXPECT_EQ(VersionFichier_Vdx(&texte), VDX_FICHE_MANQUANTE);
+    EXPECT_EQ(VersionFichier_Vdx(&texte), 1);
+    VdxVersion version{nullptr, nullptr};
+    EXPECT_EQ(Version_Vdx(&version), VDX_FICHE_MANQUANTE);
     hote::Libere(&texte);
 }
 
 TEST_F(Session, AFaultReachesTheCatchAllWithTheExportsName) {
-    BaseMinimale base;
-    base.CreeMinimum();
-    ASSERT_EQ(Connecte(base.Repertoire()), 1);
+    BaseDeTest base;
+    AjouteIdentite(base);
+    ASSERT_EQ(Connecte(base), 1);
     notices.boites.clear();
     EXPECT_EQ(Version_Vdx(nullptr), VDX_ERREUR_INTERNE);
     EXPECT_EQ(Monnaie_Vdx(nullptr), VDX_ERREUR_INTERNE);
@@ -177,11 +180,11 @@ TEST_F(Session, AFaultReachesTheCatchAllWithTheExportsName) {
 }
 
 TEST_F(Session, GivesTheStoresErrorInOneSentence) {
-    BaseMinimale base;
-    base.CreeMinimum();
-    ASSERT_EQ(Connecte(base.Repertoire()), 1);
-    std::ofstream(base.Chemin("VDXYALD.DAT")) << "ceci n'est pas une table";
-    std::ofstream(base.Chemin("VDXYALD.NDX")) << "ceci non plus";
+    BaseDeTest base;
+    AjouteIdentite(base);
+    ASSERT_EQ(Connecte(base), 1);
+    std::ofstream(base.Repertoire() + "/VDXYALD.DAT") << "ceci n'est pas une table";
+    std::ofstream(base.Repertoire() + "/VDXYALD.NDX") << "ceci non plus";
     SAFEARRAY* tableau = essai::TableauDeFiches(2);
     EXPECT_EQ(ListeALD_Vdx(&tableau), VDX_ECHEC_MAGASIN);
     char tampon[300];
@@ -198,10 +201,10 @@ TEST_F(Session, AnnouncesCallsToAnAgentSeenAtConnection) {
     NotifieAgent("MonographieHtml@CodeCIP=", "3400000");
     EXPECT_TRUE(notices.notifications.empty());
 
-    BaseMinimale base;
-    base.CreeMinimum("01/06/2026");
+    BaseDeTest base;
+    AjouteIdentite(base);
     notices.agents.insert("AgentVDX");
-    ASSERT_EQ(Connecte(base.Repertoire()), 1);
+    ASSERT_EQ(Connecte(base), 1);
     notices.agents.clear();  // once seen, the agent is taken as present
     NotifieAgent("Posoliste2@CodeCIP=", "3400000");
     ASSERT_EQ(notices.notifications.size(), 1u);

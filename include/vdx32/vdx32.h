@@ -184,6 +184,22 @@ typedef struct VdxCodeLibelle {
  * -500. */
 VDX_API int32_t VDX_CALL ListeALD_Vdx(SAFEARRAY** Tableau);
 
+/* ---- Documents -------------------------------------------------------- */
+
+/* The RTF of the base's text chapters (Texte, NUL-terminated) as plain text
+ * with CR LF line ends, into *Sortie as 8-bit bytes in every output mode and
+ * whatever ChainesUnicode says; no flat text is delivered. In mode 0 *Sortie
+ * is emptied first. Only the control words and escapes written by the
+ * base's editor are understood ("\par ", "\pard", "\tab", "\line", "\~",
+ * and lower-case "\'xx" for the French letters and a few signs); any other
+ * control word is dropped with what follows it up to the next blank outside
+ * braces, or up to the next known one; a text ending meanwhile ends there.
+ * The plain word "pard" also gives a line end. The result holds at most
+ * 511999 bytes, the rest is lost. Needs no connection.
+ * 1; -1 the working buffer can't be allocated; -2000 (with the internal
+ * error's message box) Texte or Sortie is null. */
+VDX_API int32_t VDX_CALL Rtf_To_Texte(const char* Texte, BSTR* Sortie);
+
 #ifdef __cplusplus
 }
 #endif

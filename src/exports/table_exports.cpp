@@ -105,6 +105,7 @@ const std::vector<Export>& Table() {
         Decrit("NiveauCI_Vdx", &NiveauCI_Vdx, {{G::Entier, "Niveau"}}, {}, false),
         Decrit("NiveauInteraction_Vdx", &NiveauInteraction_Vdx, {{G::Entier, "Niveau"}}, {}, false),
         Decrit("ListeALD_Vdx", &ListeALD_Vdx, {{G::Tableau, "Tableau"}}, {"Code", "Libelle"}),
+        Decrit("Rtf_To_Texte", &Rtf_To_Texte, {{G::Texte, "Texte"}, {G::ChaineSortie, "Sortie"}}, {}, false),
     };
     return table;
 }

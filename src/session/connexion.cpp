@@ -12,6 +12,9 @@
 #include "session/resultat.h"
 #include "session/texte.h"
 #include "session/tables.h"
+#include "store/cles.h"
+#include "store/fiche.h"
+#include "store/layouts.h"
 #include "store/magasin.h"
 
 namespace vdx {
@@ -21,31 +24,25 @@ namespace {
 constexpr int TamponsMagasin = 867;
 constexpr int SecteursMagasin = 16;
 
-// Keys of the records of VDXDAT.
-enum CleIdentite : int32_t { CleVersion = 0, CleDate = 1, CleMonnaie = 2, CleVersionFichiers = 3 };
 const Table& TableIdentite() { return *TableNommee("VDXDAT"); }
 
 // A base older than this many months is to be updated.
 constexpr int AgeMaximal = 5;
 
 // The text of a VDXDAT record, or nullopt when its key is absent.
-std::optional<std::string> TexteIdentite(int32_t cle) {
-    char octets[sizeof cle];
-    std::memcpy(octets, &cle, sizeof cle);
+std::optional<std::string> TexteIdentite(int32_t numero) {
     Curseur curseur(TableIdentite());
-    const auto position = curseur.Egale(std::string_view(octets, sizeof octets));
+    const auto position = curseur.Egale(CleEntiers({numero}));
     if (!position) return std::nullopt;
-    const std::string fiche = FicheA(TableIdentite(), *position);
-    if (fiche.size() <= sizeof cle) return std::string();
-    const char* texte = fiche.data() + sizeof cle;
-    return std::string(texte, strnlen(texte, fiche.size() - sizeof cle));
+    const std::string octets = FicheA(TableIdentite(), *position);
+    return std::string(Fiche(octets).Texte(VDXDAT::Texte));
 }
 
 // The base's version and date, or a negative code.
 int32_t LitVersion(std::string& version, std::string& date) {
     TablesOuvertes tables{&TableIdentite()};
-    auto v = TexteIdentite(CleVersion);
-    auto d = TexteIdentite(CleDate);
+    auto v = TexteIdentite(VDXDAT::Version);
+    auto d = TexteIdentite(VDXDAT::Date);
     if (!v || !d) throw Echec{FicheManquante};
     version = *v;
     date = *d;
@@ -55,7 +52,7 @@ int32_t LitVersion(std::string& version, std::string& date) {
 
 int32_t LitVersionFichiers(std::string& texte) {
     TablesOuvertes tables{&TableIdentite()};
-    auto v = TexteIdentite(CleVersionFichiers);
+    auto v = TexteIdentite(VDXDAT::VersionFichiers);
     if (!v) throw Echec{FicheManquante};
     texte = *v;
     tables.Ferme();
@@ -251,7 +248,7 @@ int32_t Monnaie(BSTR* texte) {
         if (!session().Connecte) return NonConnecte;
         TablesOuvertes tables{&TableIdentite()};
         // A base without its currency has always been taken for francs.
-        LivreValeur(texte, TexteIdentite(CleMonnaie).value_or("F"));
+        LivreValeur(texte, TexteIdentite(VDXDAT::Monnaie).value_or("F"));
         tables.Ferme();
         return Succes;
     });

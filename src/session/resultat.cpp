@@ -17,26 +17,23 @@ namespace {
 // Name of the output file of mode 3, in the base directory.
 constexpr char FichierSortie[] = "Vdxout.txt";
 
-uint32_t TailleElement(const Forme& forme) { return static_cast<uint32_t>(forme.size()) * TailleChampHote; }
-
-BSTR* ChampTexte(uint8_t* element, size_t i) { return reinterpret_cast<BSTR*>(element + i * TailleChampHote); }
-int32_t* ChampEntier(uint8_t* element, size_t i) { return reinterpret_cast<int32_t*>(element + i * TailleChampHote); }
+uint32_t TailleElement(const FormeHote& forme) { return hote::TailleFiche(static_cast<uint32_t>(forme.size())); }
 
 // Direct access to the elements of an array, released on every path.
 class Acces {
 public:
-    explicit Acces(SAFEARRAY* tableau) : tableau_(tableau), donnees_(static_cast<uint8_t*>(hote::Accede(tableau))) {}
+    explicit Acces(SAFEARRAY* tableau) : tableau_(tableau), donnees_(hote::Accede(tableau)) {}
     ~Acces() {
         if (donnees_) hote::LibereAcces(tableau_);
     }
     Acces(const Acces&) = delete;
     Acces& operator=(const Acces&) = delete;
     explicit operator bool() const { return donnees_ != nullptr; }
-    uint8_t* Element(uint32_t i, const Forme& forme) const { return donnees_ + size_t(i) * TailleElement(forme); }
+    void* Element(uint32_t i, const FormeHote& forme) const { return hote::Fiche(donnees_, TailleElement(forme), i); }
 
 private:
     SAFEARRAY* tableau_;
-    uint8_t* donnees_;
+    void* donnees_;
 };
 
 std::string Decimal(int32_t n) {
@@ -89,17 +86,17 @@ void LivreValeur(BSTR* destination, std::string_view texte) {
     if (!hote::RangeOctets(Requis(destination), texte)) throw std::bad_alloc();
 }
 
-int32_t VideTableau(SAFEARRAY* tableau, const Forme& forme) {
+int32_t VideTableau(SAFEARRAY* tableau, const FormeHote& forme) {
     {
         Acces acces(tableau);
         if (!acces) return OperationTableau;
         for (uint32_t i = 0, n = hote::NombreElements(tableau); i < n; ++i) {
-            uint8_t* e = acces.Element(i, forme);
-            for (size_t c = 0; c < forme.size(); ++c) {
+            void* e = acces.Element(i, forme);
+            for (uint32_t c = 0; c < forme.size(); ++c) {
                 if (forme[c] == TypeChamp::Texte)
-                    hote::Libere(ChampTexte(e, c));
+                    hote::Libere(hote::Chaine(e, c));
                 else
-                    *ChampEntier(e, c) = 0;
+                    hote::PoseEntier(e, c, 0);
             }
         }
     }
@@ -107,7 +104,7 @@ int32_t VideTableau(SAFEARRAY* tableau, const Forme& forme) {
     return Succes;
 }
 
-void DetruitTableau(SAFEARRAY*& tableau, const Forme& forme) {
+void DetruitTableau(SAFEARRAY*& tableau, const FormeHote& forme) {
     if (!tableau) return;
     VideTableau(tableau, forme);
     if (session().ModeSortie != ModeTableau) {
@@ -116,7 +113,7 @@ void DetruitTableau(SAFEARRAY*& tableau, const Forme& forme) {
     }
 }
 
-Resultat::Resultat(SAFEARRAY** hote, Forme forme, int32_t codeAbsent) : forme_(std::move(forme)) {
+Resultat::Resultat(SAFEARRAY** hote, FormeHote forme, int32_t codeAbsent) : forme_(std::move(forme)) {
     if (session().ModeSortie == ModeTableau) {
         if (!hote || !*hote) throw Echec{codeAbsent};
         SAFEARRAY* t = *hote;
@@ -156,17 +153,17 @@ int32_t Resultat::Ajoute(It debut, It fin) {
     Acces acces(tableau_);
     if (!acces) throw Echec{OperationTableau};
     ++nombre_;
-    uint8_t* e = acces.Element(static_cast<uint32_t>(nombre_ - 1), forme_);
-    size_t c = 0;
+    void* e = acces.Element(static_cast<uint32_t>(nombre_ - 1), forme_);
+    uint32_t c = 0;
     for (It v = debut; v != fin; ++v, ++c) {
         if (forme_[c] == TypeChamp::Texte) {
             // Rows under construction always hold 8-bit strings.
             const std::string* texte = std::get_if<std::string>(&*v);
-            if (!hote::RangeOctets(ChampTexte(e, c), texte ? std::string_view(*texte) : std::string_view()))
+            if (!hote::RangeOctets(hote::Chaine(e, c), texte ? std::string_view(*texte) : std::string_view()))
                 throw std::bad_alloc();
         } else {
             const int32_t* n = std::get_if<int32_t>(&*v);
-            *ChampEntier(e, c) = n ? *n : 0;
+            hote::PoseEntier(e, c, n ? *n : 0);
         }
     }
     return nombre_;
@@ -180,11 +177,11 @@ int32_t Resultat::Livre() {
             Acces acces(tableau_);
             if (!acces) throw Echec{OperationTableau};
             for (int32_t i = 0; i < n; ++i) {
-                uint8_t* e = acces.Element(static_cast<uint32_t>(i), forme_);
-                for (size_t c = 0; c < forme_.size(); ++c) {
+                void* e = acces.Element(static_cast<uint32_t>(i), forme_);
+                for (uint32_t c = 0; c < forme_.size(); ++c) {
                     if (forme_[c] != TypeChamp::Texte) continue;
-                    const std::string octets(hote::Octets(*ChampTexte(e, c)));
-                    if (!hote::RangeLarge(ChampTexte(e, c), octets)) throw std::bad_alloc();
+                    const std::string octets(hote::Octets(*hote::Chaine(e, c)));
+                    if (!hote::RangeLarge(hote::Chaine(e, c), octets)) throw std::bad_alloc();
                 }
             }
         }
@@ -197,12 +194,12 @@ int32_t Resultat::Livre() {
         if (!acces) throw Echec{OperationTableau};
         for (int32_t i = 0; i < n; ++i) {
             if (!plat.empty()) AjouteTexte(FinDeLigne, plat);
-            uint8_t* e = acces.Element(static_cast<uint32_t>(i), forme_);
-            for (size_t c = 0; c < forme_.size(); ++c) {
+            void* e = acces.Element(static_cast<uint32_t>(i), forme_);
+            for (uint32_t c = 0; c < forme_.size(); ++c) {
                 if (forme_[c] == TypeChamp::Texte)
-                    AjouteChamp(hote::Octets(*ChampTexte(e, c)), plat);
+                    AjouteChamp(hote::Octets(*hote::Chaine(e, c)), plat);
                 else
-                    AjouteChamp(Decimal(*ChampEntier(e, c)), plat);
+                    AjouteChamp(Decimal(hote::Entier(e, c)), plat);
             }
         }
     }

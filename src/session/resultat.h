@@ -34,23 +34,23 @@ void LivreValeur(BSTR* destination, std::string_view texte);
 
 // The shape of a record that crosses the boundary: its fields in order.
 enum class TypeChamp : uint8_t { Texte, Entier };
-using Forme = std::vector<TypeChamp>;
+using FormeHote = std::vector<TypeChamp>;
 
 // A field of a row; the first field is the row's key.
 using Valeur = std::variant<std::string, int32_t>;
 
 // The array helpers on a host array of records of a shape.
 // Frees every string, zeroes every integer, and resizes to 0: 1, or -21.
-int32_t VideTableau(SAFEARRAY* tableau, const Forme& forme);
+int32_t VideTableau(SAFEARRAY* tableau, const FormeHote& forme);
 // VideTableau, then in modes other than 0 the array itself is freed.
-void DetruitTableau(SAFEARRAY*& tableau, const Forme& forme);
+void DetruitTableau(SAFEARRAY*& tableau, const FormeHote& forme);
 
 class Resultat {
 public:
     // Mode 0: the host's array variable, which must hold an array of this
     // shape (else `codeAbsent`), is emptied. Other modes: a private array.
     // Throws Echec with the code of the failure.
-    Resultat(SAFEARRAY** hote, Forme forme, int32_t codeAbsent);
+    Resultat(SAFEARRAY** hote, FormeHote forme, int32_t codeAbsent);
     ~Resultat();
     Resultat(const Resultat&) = delete;
     Resultat& operator=(const Resultat&) = delete;
@@ -70,16 +70,12 @@ private:
     template <class It>
     int32_t Ajoute(It debut, It fin);
 
-    Forme forme_;
+    FormeHote forme_;
     SAFEARRAY* tableau_ = nullptr;
     bool prive_ = false;
     int32_t nombre_ = 0;
     std::unordered_set<std::string> clesTexte_;
     std::unordered_set<int32_t> clesEntieres_;
 };
-
-// Size of one field of a host record: a string or a 32-bit integer, each in
-// a slot of the platform's pointer size.
-inline constexpr uint32_t TailleChampHote = sizeof(void*);
 
 }  // namespace vdx

@@ -1,0 +1,165 @@
+#include "tools/vdx/commandes.h"
+
+#include <filesystem>
+#include <fstream>
+#include <iostream>
+#include <sstream>
+
+#include "platform/codepage.h"
+#include "store/layouts.h"
+#include "store/magasin.h"
+#include "store/sources.h"
+#include "vdx32/vdx32.h"
+
+namespace vdx {
+namespace {
+
+namespace fs = std::filesystem;
+
+constexpr char AideBuild[] =
+    "usage: vdx build [--force] SOURCES BASE\n"
+    "\n"
+    "Builds the base BASE from the directory SOURCES, one TABLE.tsv a table\n"
+    "(UTF-8, first line the field names, then one record a line, values\n"
+    "separated by tabs; \\t \\n \\r \\\\ escape). Every table of the catalogue\n"
+    "is created, empty ones too, and every key derived. The base is built\n"
+    "beside BASE and renamed at the end: a refused source leaves nothing.\n"
+    "An existing BASE is refused unless --force, which replaces it once the\n"
+    "new one is complete.\n";
+
+constexpr char AideDump[] =
+    "usage: vdx dump BASE [TABLE...] [-o DIR]\n"
+    "\n"
+    "Writes the records of BASE back as sources: into DIR, one TABLE.tsv a\n"
+    "table that has records, or without -o to standard output, each table\n"
+    "behind a line \"==> TABLE.tsv <==\". Without TABLE, every table.\n";
+
+bool DemandeAide(const std::vector<std::string>& args) {
+    for (const auto& a : args)
+        if (a == "--help" || a == "-h") return true;
+    return false;
+}
+
+int Usage(const char* aide) {
+    std::cerr << aide;
+    return SortieUsage;
+}
+
+void DemarreMagasin() {
+    if (magasin::InitialiseMagasin(867, NombreNumeros, 16) != 0) throw std::runtime_error("the store can't start");
+}
+
+std::string NomsChamps(const Cle& cle) {
+    std::string noms;
+    for (const PartieCle& p : cle.parties) noms += (noms.empty() ? "" : "+") + std::string(p.champ.nom);
+    return noms;
+}
+
+}  // namespace
+
+int EchecLibrairie(const char* appel, int code) {
+    std::cerr << "vdx: " << appel << " returned " << code;
+    // Only a failure of the store has a sentence of its own.
+    if (code == VDX_ECHEC_MAGASIN || code == VDX_MAGASIN_NON_INITIALISE) {
+        char phrase[300];
+        std::cerr << ": " << codepage::VersUtf8(GetLastError_Vdx(phrase));
+    }
+    std::cerr << '\n';
+    return SortieEchec;
+}
+
+std::string DecritTable(const Table& t) {
+    const Disposition& d = DispositionDe(t);
+    std::ostringstream ligne;
+    ligne << t.nom << '\t' << t.donnees << '\t' << t.index() << '\t'
+          << (t.genre == Genre::Variable ? "variable" : "fixed") << '\t' << d.longueur;
+    for (size_t k = 0; k < d.cles.size(); ++k)
+        ligne << '\t' << t.cle(static_cast<int>(k)) << ':' << d.cles[k].longueur << ':' << NomsChamps(d.cles[k]);
+    return ligne.str();
+}
+
+int Build(std::vector<std::string> args) {
+    if (DemandeAide(args)) return std::cout << AideBuild, SortieSucces;
+    OptionsConstruction options;
+    std::vector<std::string> chemins;
+    for (const auto& a : args) {
+        if (a == "--force")
+            options.remplace = true;
+        else if (!a.empty() && a[0] == '-')
+            return Usage(AideBuild);
+        else
+            chemins.push_back(a);
+    }
+    if (chemins.size() != 2) return Usage(AideBuild);
+    if (!fs::is_directory(chemins[0])) {
+        std::cerr << "vdx: " << chemins[0] << ": no such directory of sources\n";
+        return SortieUsage;
+    }
+    if (fs::exists(chemins[1]) && !options.remplace) {
+        std::cerr << "vdx: " << chemins[1] << " exists already (--force replaces it)\n";
+        return SortieUsage;
+    }
+    DemarreMagasin();
+    try {
+        const RapportConstruction rapport = ConstruitBase(chemins[0], chemins[1], options);
+        for (const auto& a : rapport.avertissements) std::cerr << "vdx: " << a << '\n';
+        std::cerr << "vdx: " << rapport.fiches << " records in " << chemins[1] << '\n';
+    } catch (const ErreurSource& e) {
+        std::cerr << "vdx: " << e.what() << '\n';
+        return SortieEchec;
+    }
+    return SortieSucces;
+}
+
+int Dump(std::vector<std::string> args) {
+    if (DemandeAide(args)) return std::cout << AideDump, SortieSucces;
+    std::string base, dossier;
+    std::vector<const Disposition*> tables;
+    for (size_t i = 0; i < args.size(); ++i) {
+        if (args[i] == "-o") {
+            if (++i == args.size()) return Usage(AideDump);
+            dossier = args[i];
+        } else if (base.empty()) {
+            base = args[i];
+        } else if (const Disposition* d = DispositionNommee(args[i])) {
+            tables.push_back(d);
+        } else {
+            std::cerr << "vdx: unknown table " << args[i] << '\n';
+            return SortieUsage;
+        }
+    }
+    if (base.empty()) return Usage(AideDump);
+    if (!fs::exists(fs::path(base) / "VDXPRO.DAT")) {
+        std::cerr << "vdx: " << base << ": no base there\n";
+        return SortieUsage;
+    }
+    DemarreMagasin();
+    try {
+        if (tables.empty() && !dossier.empty()) {
+            VideBase(base, dossier);
+            return SortieSucces;
+        }
+        if (tables.empty())
+            for (const Disposition& d : Dispositions())
+                if (d.table->emplacement == Emplacement::Base) tables.push_back(&d);
+        if (!dossier.empty()) fs::create_directories(dossier);
+        for (const Disposition* d : tables) {
+            const auto fiches = FichesPropres(base, *d);
+            const std::string nom = std::string(d->table->nom) + ".tsv";
+            if (dossier.empty()) {
+                if (fiches.empty()) continue;
+                std::cout << "==> " << nom << " <==\n";
+                EcritSource(std::cout, *d, fiches);
+            } else {
+                std::ofstream sortie(fs::path(dossier) / nom, std::ios::binary | std::ios::trunc);
+                EcritSource(sortie, *d, fiches);
+            }
+        }
+    } catch (const ErreurSource& e) {
+        std::cerr << "vdx: " << e.what() << '\n';
+        return SortieEchec;
+    }
+    return SortieSucces;
+}
+
+}  // namespace vdx
