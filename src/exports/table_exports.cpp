@@ -28,6 +28,14 @@ public:
     ~Arguments() {
         for (BSTR& c : chaines_) hote::Libere(&c);
     }
+
+    // The first host string the call filled, for exports that store their
+    // text there in every mode.
+    std::string PremiereChaine() const {
+        for (BSTR c : chaines_)
+            if (c) return std::string(hote::Octets(c));
+        return {};
+    }
     Arguments(const Arguments&) = delete;
     Arguments& operator=(const Arguments&) = delete;
 
@@ -72,17 +80,17 @@ private:
 };
 
 template <class R, class... A, size_t... I>
-int32_t Invoque(R (*f)(A...), const std::vector<Argument>& declares, const std::vector<std::string>& textes,
-                std::index_sequence<I...>) {
+Appel Invoque(R (*f)(A...), const std::vector<Argument>& declares, const std::vector<std::string>& textes,
+              std::index_sequence<I...>) {
     Arguments arguments(textes);
     // A braced list takes its arguments from left to right.
     std::tuple<A...> valeurs{arguments.template Prend<A>(declares[I].genre)...};
-    if constexpr (std::is_void_v<R>) {
+    int32_t code = 1;
+    if constexpr (std::is_void_v<R>)
         std::apply(f, valeurs);
-        return 1;
-    } else {
-        return std::apply(f, valeurs);
-    }
+    else
+        code = std::apply(f, valeurs);
+    return {code, arguments.PremiereChaine()};
 }
 
 template <class R, class... A>
@@ -136,8 +144,11 @@ Appel AppelleEnMemoire(const Export& e, const std::vector<std::string>& textes) 
         if (e.arguments[i].genre == G::Liste) SetString_Vdx(textes[t].c_str());
         t += DonneEnTexte(e.arguments[i].genre);
     }
-    Appel appel{e.appelle(textes), {}};
-    if (appel.code >= 0 && session().ChaineMemoire) appel.texte = *session().ChaineMemoire;
+    Appel appel = e.appelle(textes);
+    if (appel.code < 0)
+        appel.texte.clear();
+    else if (session().ChaineMemoire)
+        appel.texte = *session().ChaineMemoire;
     return appel;
 }
 

@@ -28,7 +28,9 @@ struct Argument {
     const char* nom;
 };
 
-// What a call from text gives: the code and, in memory mode, the flat text.
+
+// What a call from text gives: the code and, in memory mode, the flat text
+// (or the text of a host string for the exports that fill one in every mode).
 struct Appel {
     int32_t code;
     std::string texte;
@@ -42,7 +44,7 @@ struct Export {
     bool connexionRequise;
     // Calls it with one text per argument of kinds Texte, Entier, Reel and
     // Liste (a list as "a@b@c"); the others are given by the caller's mode.
-    std::function<int32_t(const std::vector<std::string>&)> appelle;
+    std::function<Appel(const std::vector<std::string>&)> appelle;
 
     size_t NombreTextes() const;
 };

@@ -1,0 +1,44 @@
+#!/usr/bin/env bash
+# The vdx program end to end: build, dump and build again give the same
+# sources; bad usage and bad sources give their exit codes and leave no
+# base; call prints the code and the rows of a list and of a text.
+set -u
+vdx=$1
+sources=$2
+work=$(mktemp -d)
+trap 'rm -rf "$work"' EXIT
+echecs=0
+verifie() {  # description, command...
+  local quoi=$1; shift
+  if ! "$@"; then echo "FAILED: $quoi" >&2; echecs=$((echecs + 1)); fi
+}
+code() { "$@" >/dev/null 2>&1; echo $?; }
+
+verifie "build" "$vdx" build "$sources" "$work/base"
+verifie "dump" "$vdx" dump "$work/base" -o "$work/dump1"
+verifie "rebuild" "$vdx" build "$work/dump1" "$work/base2"
+verifie "second dump" "$vdx" dump "$work/base2" -o "$work/dump2"
+verifie "dumps identical" diff -r "$work/dump1" "$work/dump2"
+verifie "dump gives the sources back" diff "$sources/VDXYALD.tsv" "$work/dump1/VDXYALD.tsv"
+
+verifie "existing base refused" test "$(code "$vdx" build "$sources" "$work/base")" = 2
+verifie "--force replaces" "$vdx" build --force "$sources" "$work/base"
+verifie "unknown command" test "$(code "$vdx" frobnicate)" = 2
+verifie "help" "$vdx" call --help
+verifie "unknown export" test "$(code "$vdx" call --base "$work/base" Inconnu_Vdx)" = 2
+verifie "wrong argument count" test "$(code "$vdx" call --base "$work/base" ListeALD_Vdx 12)" = 2
+
+mkdir "$work/mauvais"
+printf 'Code\tLibelle\n01\tun\n02\n' > "$work/mauvais/VDXYALD.tsv"
+verifie "ragged line refused" test "$(code "$vdx" build "$work/mauvais" "$work/mauvaise")" = 1
+verifie "no base left behind" test ! -e "$work/mauvaise"
+"$vdx" build "$work/mauvais" "$work/mauvaise" 2>&1 | grep -q "VDXYALD.tsv:3" || { echo "FAILED: message names file and line" >&2; echecs=$((echecs + 1)); }
+
+sortie=$("$vdx" call --base "$work/base" ListeALD_Vdx)
+verifie "list call" test "$(echo "$sortie" | head -2)" = "$(printf '30\n1\tAccident vasculaire cérébral invalidant')"
+sortie=$("$vdx" call --base "$work/base" Monnaie_Vdx)
+verifie "text call" test "$sortie" = "$(printf '1\nEUR')"
+verifie "missing base" test "$(code "$vdx" call --base "$work/nulle-part" ListeALD_Vdx)" = 1
+
+[ "$echecs" -eq 0 ] && echo "vdx: all checks passed"
+exit "$echecs"
