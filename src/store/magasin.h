@@ -34,11 +34,19 @@ enum Erreur : int16_t {
     Creation = 40,         // a file could not be created
     PositionInvalide = 41, // no record at that position
     MemoireEpuisee = 42,
+    GenreIncompatible = 43, // a variable-record operation on a fixed-length file
 };
 
 // Value of EtatIOMagasin that, with OuvertureImpossible, says the file is
 // held by another process in a way that excludes this open.
 inline constexpr int16_t TenuAilleurs = -8;
+// With OuvertureImpossible: this process itself holds the file so (a read-only
+// open while it writes it, or the reverse); waiting would not help.
+inline constexpr int16_t TenuParCeProcessus = -9;
+// With OuvertureImpossible: the file exists but is no table file of this
+// store (foreign, truncated, empty), or a .DAT holding an index or the reverse.
+inline constexpr int16_t FichierEtranger = -30;
+// Other failures leave errno or LMDB's code in EtatIOMagasin.
 
 struct Globales {
     int16_t ErreurMagasin;
@@ -57,7 +65,18 @@ int InitialiseMagasin(int tampons, int fichiers, int secteurs);
 Globales* GlobalesMagasin();
 void TermineMagasin();
 
+// Opening binds a number to a file until its close; an index binds its
+// further keys on the numbers behind it. A number already bound, or at or
+// above the limit given to InitialiseMagasin, gives NumeroInvalide. Any
+// number of processes may hold a file read-only (8); an exclusive open (0)
+// needs the file free of every other holder; shared writers (1) exclude
+// readers only. A refused open gives OuvertureImpossible with TenuAilleurs
+// (or TenuParCeProcessus). The kind of a data file is taken from the file.
 int OpenCtFile(int numero, const char* chemin, int mode);
+// The mode is not needed: a number not bound to a file gives NumeroInvalide
+// and changes nothing. Writes of an exclusive binding are committed here
+// (and every 10000 writes, and at any failed operation) and synced to disk;
+// those of a shared binding are committed one by one.
 int CloseCtFile(int numero, int mode);
 
 // Key operations: `tampon` receives the key found and must hold the key's
@@ -66,12 +85,18 @@ Position PremiereCle(int numeroCle, void* tampon);
 Position DerniereCle(int numeroCle, void* tampon);
 Position CleSuivante(int numeroCle, void* tampon);
 Position ClePrecedente(int numeroCle, void* tampon);
+// A lookup that finds nothing still places the current key where the key
+// would be: CleSuivante then gives the first key above it. CleSuivante at the
+// end gives 0 with ErreurMagasin 0, and ClePrecedente then the last key.
 Position CleEgale(int numeroCle, const void* cle);
 Position CleSuperieureOuEgale(int numeroCle, const void* cle, void* tampon);
 // Length of the keys of an open key number; 0 (with an error) if not open.
 int LongueurCle(int numeroCle);
 
-// Records. A fixed record is read whole into a buffer of the record length.
+// Records. A fixed record is read whole into a buffer of the record length;
+// on a variable file LitFiche and WriteRecordData read and write the fixed
+// part. A position without a record gives PositionInvalide. NewRecord
+// reserves a record of zeros; freed positions are given again.
 int LitFiche(int numero, Position position, void* tampon);
 // Length of a record: its own for a variable file, the record length for a fixed one.
 uint32_t LongueurFiche(int numero, Position position);
@@ -84,9 +109,13 @@ int LibereFiche(int numero, Position position);
 int LibereFicheVariable(int numero, Position position);
 
 int AddRecordKey(int numeroCle, const void* cle, Position position, int ordre);
+// CleAbsente also when the key leads to another position (0 matches any).
 int DeleteRecordKey(int numeroCle, const void* cle, Position position);
 
-// Creation leaves the file open on its number with the given mode.
+// Creation leaves the file open on its number with the given mode. A file
+// already at that path is replaced (the new one is built aside and renamed
+// over it) and its readers reopen the new one. Only plain keys without
+// duplicates exist (key type and duplicates 0), of 1 to 511 bytes.
 int CreateDataFile(int numero, const char* chemin, uint32_t longueurFiche, int extension, int mode);
 int CreateIndexFile(int numero, const char* chemin, int longueurCle, int typeCle, int doublons,
                     int membres, int extension, int mode);
@@ -107,6 +136,18 @@ struct DescriptionFichier {
     bool variable = false;
     std::vector<DescriptionCle> cles;  // first key, then the members
 };
+// Works on closed files: opens the data file exclusively, builds a new index
+// file (replacing any) with one key per record and key. Records whose key is
+// already there keep the first one (lowest position) and end the rebuild
+// with CleExistante, the index being complete otherwise.
 int ReconstruitFichier(const DescriptionFichier& description);
+
+// Tools that rename a table file over another call this first on the path
+// being replaced, so that its readers reopen it at their next open. Without
+// it a replacement is still seen, within a second.
+void MarqueRemplace(const char* chemin);
+// The same for every file of a directory, before a whole base directory is
+// renamed away and another put in its place.
+void MarqueRemplaceDossier(const char* dossier);
 
 }  // namespace vdx::magasin

@@ -1,0 +1,348 @@
+#include "store/fichier.h"
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <time.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <cstdio>
+#include <cstring>
+
+namespace vdx::magasin {
+
+namespace {
+
+constexpr char Magie[8] = {'V', 'D', 'X', '3', '2', 'T', 'F', '\0'};
+constexpr uint32_t Version = 1;
+constexpr char CleEntete[] = "VDX32";
+// Virtual only: files grow inside it, and it costs no memory.
+constexpr size_t TailleCarte = size_t{4} << 30;
+constexpr int64_t IntervalleControle = 1'000'000'000;  // ns between two stats of an idle file
+
+int64_t MaintenantGrossier() {
+    timespec t{};
+    ::clock_gettime(CLOCK_MONOTONIC_COARSE, &t);
+    return int64_t{t.tv_sec} * 1'000'000'000 + t.tv_nsec;
+}
+
+Statut Etranger() { return {OuvertureImpossible, FichierEtranger}; }
+
+int16_t Detail(int e) { return static_cast<int16_t>(e); }
+
+std::string NomCle(int k) { return "cle" + std::to_string(k + 1); }
+
+MDB_val Val(const void* p, size_t n) { return MDB_val{n, const_cast<void*>(p)}; }
+
+}  // namespace
+
+Statut DeLmdb(int rc, Erreur defaut) {
+    switch (rc) {
+        case 0: return {};
+        case MDB_KEYEXIST: return {CleExistante, 0};
+        case ENOMEM: return {MemoireEpuisee, Detail(rc)};
+        case MDB_CORRUPTED:
+        case MDB_PAGE_NOTFOUND:
+        case MDB_INVALID:
+        case MDB_VERSION_MISMATCH:
+        case MDB_INCOMPATIBLE: return {FichierCorrompu, Detail(rc)};
+        default: return {defaut, Detail(rc)};  // LMDB's own codes fit in 16 bits
+    }
+}
+
+Entete EnteteDonnees(uint32_t longueurFiche, bool variable) {
+    Entete e{};
+    std::memcpy(e.magie, Magie, sizeof Magie);
+    e.version = Version;
+    e.genre = GenreFichier::Donnees;
+    e.longueurFiche = longueurFiche;
+    e.variable = variable ? 1 : 0;
+    e.prochaine = 1;
+    return e;
+}
+
+Entete EnteteIndex(const std::vector<uint32_t>& longueursCles) {
+    Entete e{};
+    std::memcpy(e.magie, Magie, sizeof Magie);
+    e.version = Version;
+    e.genre = GenreFichier::Index;
+    e.nombreCles = static_cast<uint32_t>(longueursCles.size());
+    for (size_t k = 0; k < longueursCles.size() && k < MaxCles; ++k) e.longueursCles[k] = longueursCles[k];
+    return e;
+}
+
+Fichier::Fichier(std::string c, MDB_env* e, bool ro) : chemin(std::move(c)), env(e), lectureSeule(ro) {}
+
+Fichier::~Fichier() {
+    if (ecriture) FinEcriture(true);
+    for (Instantane& l : lectures_) {
+        // Cursors of read transactions outlive them: they are ours to close.
+        for (MDB_cursor* c : l.curseurs)
+            if (c) mdb_cursor_close(c);
+        mdb_txn_abort(l.txn);
+    }
+    mdb_env_close(env);
+}
+
+Statut Fichier::LitEntete() {
+    MDB_txn* txn = nullptr;
+    int rc = mdb_txn_begin(env, nullptr, MDB_RDONLY, &txn);
+    if (rc) return {OuvertureImpossible, Detail(rc)};
+    Statut st = Etranger();
+    MDB_dbi principale;
+    MDB_val cle = Val(CleEntete, sizeof CleEntete - 1), valeur;
+    Entete e;
+    if (mdb_dbi_open(txn, nullptr, 0, &principale) == 0 && mdb_get(txn, principale, &cle, &valeur) == 0 &&
+        valeur.mv_size == sizeof(Entete)) {
+        std::memcpy(&e, valeur.mv_data, sizeof e);
+        const bool sain = std::memcmp(e.magie, Magie, sizeof Magie) == 0 && e.version == Version;
+        if (sain && e.genre == GenreFichier::Donnees) {
+            if (mdb_dbi_open(txn, "fiches", MDB_INTEGERKEY, &fiches) == 0 &&
+                mdb_dbi_open(txn, "libres", MDB_INTEGERKEY, &libres) == 0)
+                st = {};
+        } else if (sain && e.genre == GenreFichier::Index && e.nombreCles >= 1 && e.nombreCles <= MaxCles) {
+            st = {};
+            for (uint32_t k = 0; k < e.nombreCles && st; ++k)
+                if (e.longueursCles[k] == 0 || e.longueursCles[k] > LongueurCleMax ||
+                    mdb_dbi_open(txn, NomCle(static_cast<int>(k)).c_str(), 0, &cles[k]) != 0)
+                    st = Etranger();
+        }
+    }
+    if (!st) {
+        mdb_txn_abort(txn);
+        return st;
+    }
+    txnEntete = mdb_txn_id(txn);
+    entete = e;
+    // Committing keeps the database handles in the environment.
+    rc = mdb_txn_commit(txn);
+    return rc ? Statut{OuvertureImpossible, Detail(rc)} : Statut{};
+}
+
+Instantane Fichier::PrendLecture(Statut& statut) {
+    Instantane l;
+    if (!lectures_.empty()) {
+        l = std::move(lectures_.back());
+        lectures_.pop_back();
+        if (const int rc = mdb_txn_renew(l.txn)) {
+            statut = DeLmdb(rc, OuvertureImpossible);
+            for (MDB_cursor* c : l.curseurs)
+                if (c) mdb_cursor_close(c);
+            mdb_txn_abort(l.txn);
+            return {};
+        }
+        return l;
+    }
+    if (const int rc = mdb_txn_begin(env, nullptr, MDB_RDONLY, &l.txn)) statut = DeLmdb(rc, OuvertureImpossible);
+    return l;
+}
+
+void Fichier::RendLecture(Instantane&& l) {
+    if (!l.txn) return;
+    mdb_txn_reset(l.txn);
+    lectures_.push_back(std::move(l));
+}
+
+Statut Fichier::DebutEcriture(bool partageEntreProcessus) {
+    if (ecriture) return {};
+    if (lectureSeule) return {Ecriture, Detail(EROFS)};
+    if (partageEntreProcessus) {
+        if (!partage->VerrouilleTransaction()) return {Ecriture, Detail(errno)};
+        verrouTransaction_ = true;
+    }
+    if (const int rc = mdb_txn_begin(env, nullptr, 0, &ecriture)) {
+        ecriture = nullptr;
+        if (verrouTransaction_) partage->DeverrouilleTransaction();
+        verrouTransaction_ = false;
+        return DeLmdb(rc, Ecriture);
+    }
+    ++numeroTxn;
+    ++serie;
+    return {};
+}
+
+Statut Fichier::FinEcriture(bool valider) {
+    if (!ecriture) return {};
+    int rc = 0;
+    // A failed commit frees the transaction too.
+    if (valider) rc = mdb_txn_commit(ecriture);
+    else mdb_txn_abort(ecriture);
+    ecriture = nullptr;
+    operations = 0;
+    ++serie;
+    if (verrouTransaction_) partage->DeverrouilleTransaction();
+    verrouTransaction_ = false;
+    return DeLmdb(rc, Ecriture);
+}
+
+namespace {
+
+// Opens the environment of the file at `chemin` and checks that it is a
+// table file of this store, without touching any page the file lacks.
+std::shared_ptr<Fichier> OuvreEnvironnement(const std::string& chemin, bool ecriture, Statut& statut) {
+    for (int essai = 0; essai < 3; ++essai) {
+        struct stat avant {};
+        if (::stat(chemin.c_str(), &avant) != 0) {
+            statut = {OuvertureImpossible, Detail(errno)};
+            return nullptr;
+        }
+        // LMDB would make a new database of an empty file opened for writing.
+        if (!S_ISREG(avant.st_mode) || avant.st_size == 0) {
+            statut = Etranger();
+            return nullptr;
+        }
+        auto partage = PartageFichier::Pour(avant.st_dev, avant.st_ino);
+        if (!partage) {
+            statut = {OuvertureImpossible, Detail(errno)};
+            return nullptr;
+        }
+        // Read before the file is opened: a replacement after this is seen.
+        const uint32_t generation = partage->Generation();
+        MDB_env* env = nullptr;
+        int rc = mdb_env_create(&env);
+        if (!rc) rc = mdb_env_set_maxdbs(env, MaxCles + 2);
+        if (!rc) rc = mdb_env_set_mapsize(env, TailleCarte);
+        if (!rc)
+            rc = mdb_env_open(env, chemin.c_str(),
+                              MDB_NOSUBDIR | MDB_NOLOCK | (ecriture ? MDB_NOSYNC : MDB_RDONLY), 0666);
+        if (rc) {
+            mdb_env_close(env);
+            statut = rc == MDB_INVALID || rc == MDB_VERSION_MISMATCH || rc == MDB_CORRUPTED
+                         ? Etranger()
+                         : Statut{OuvertureImpossible, Detail(rc)};
+            return nullptr;
+        }
+        auto f = std::make_shared<Fichier>(chemin, env, !ecriture);
+        int fd = -1;
+        struct stat ouvert {};
+        if (mdb_env_get_fd(env, &fd) != 0 || ::fstat(fd, &ouvert) != 0) {
+            statut = {OuvertureImpossible, Detail(errno)};
+            return nullptr;
+        }
+        if (ouvert.st_dev != avant.st_dev || ouvert.st_ino != avant.st_ino) continue;  // replaced meanwhile
+        // A truncated file would fault when its missing pages are read.
+        MDB_envinfo info{};
+        MDB_stat ms{};
+        mdb_env_info(env, &info);
+        mdb_env_stat(env, &ms);
+        if (ms.ms_psize == 0 || (static_cast<uint64_t>(info.me_last_pgno) + 1) * ms.ms_psize >
+                                    static_cast<uint64_t>(ouvert.st_size)) {
+            statut = Etranger();
+            return nullptr;
+        }
+        f->dev = ouvert.st_dev;
+        f->ino = ouvert.st_ino;
+        f->partage = std::move(partage);
+        f->generation = generation;
+        f->prochainControle = MaintenantGrossier() + IntervalleControle;
+        if (!(statut = f->LitEntete())) return nullptr;
+        return f;
+    }
+    statut = {OuvertureImpossible, Detail(EAGAIN)};
+    return nullptr;
+}
+
+}  // namespace
+
+std::shared_ptr<Fichier> Fichiers::Ouvre(std::string_view chemin, bool ecriture, Statut& statut) {
+    auto it = parChemin_.find(chemin);
+    if (it != parChemin_.end()) {
+        Fichier& f = *it->second;
+        if (f.liaisons > 0) return it->second;  // in use here: it is the file our bindings see
+        bool reprendre = ecriture && f.lectureSeule;
+        const uint32_t generation = f.partage->Generation();
+        const int64_t maintenant = MaintenantGrossier();
+        if (!reprendre && (generation != f.generation || maintenant >= f.prochainControle)) {
+            struct stat st {};
+            reprendre = ::stat(f.chemin.c_str(), &st) != 0 || st.st_dev != f.dev || st.st_ino != f.ino;
+            f.generation = generation;
+            f.prochainControle = maintenant + IntervalleControle;
+        }
+        if (!reprendre) {
+            // Members added by a writer since the header was read.
+            MDB_envinfo info{};
+            mdb_env_info(f.env, &info);
+            if (info.me_last_txnid != f.txnEntete && !(statut = f.LitEntete())) reprendre = true;
+        }
+        if (!reprendre) return it->second;
+        parChemin_.erase(it);
+    }
+    std::string c(chemin);
+    auto f = OuvreEnvironnement(c, ecriture, statut);
+    if (f) parChemin_.emplace(std::move(c), f);
+    return f;
+}
+
+std::shared_ptr<Fichier> Fichiers::Cree(const std::string& chemin, const Entete& entete, bool exclusif,
+                                        Statut& statut) {
+    auto it = parChemin_.find(chemin);
+    if (it != parChemin_.end()) {
+        if (it->second->liaisons > 0) {
+            statut = {Creation, TenuParCeProcessus};
+            return nullptr;
+        }
+        parChemin_.erase(it);
+    }
+    // Built aside, then renamed in place: a reader sees the old file or the whole new one.
+    const std::string provisoire = chemin + ".vdx32-" + std::to_string(::getpid());
+    ::unlink(provisoire.c_str());
+    auto echec = [&](Statut s, MDB_env* env) -> std::shared_ptr<Fichier> {
+        if (env) mdb_env_close(env);
+        ::unlink(provisoire.c_str());
+        statut = s;
+        return nullptr;
+    };
+    MDB_env* env = nullptr;
+    int rc = mdb_env_create(&env);
+    if (!rc) rc = mdb_env_set_maxdbs(env, MaxCles + 2);
+    if (!rc) rc = mdb_env_set_mapsize(env, TailleCarte);
+    if (!rc) rc = mdb_env_open(env, provisoire.c_str(), MDB_NOSUBDIR | MDB_NOLOCK | MDB_NOSYNC, 0666);
+    if (rc) return echec({Creation, Detail(rc)}, env);
+
+    MDB_txn* txn = nullptr;
+    MDB_dbi principale, dbi;
+    rc = mdb_txn_begin(env, nullptr, 0, &txn);
+    if (!rc) rc = mdb_dbi_open(txn, nullptr, 0, &principale);
+    MDB_val cle = Val(CleEntete, sizeof CleEntete - 1), valeur = Val(&entete, sizeof entete);
+    if (!rc) rc = mdb_put(txn, principale, &cle, &valeur, 0);
+    if (entete.genre == GenreFichier::Donnees) {
+        if (!rc) rc = mdb_dbi_open(txn, "fiches", MDB_CREATE | MDB_INTEGERKEY, &dbi);
+        if (!rc) rc = mdb_dbi_open(txn, "libres", MDB_CREATE | MDB_INTEGERKEY, &dbi);
+    } else {
+        for (uint32_t k = 0; k < entete.nombreCles && !rc; ++k)
+            rc = mdb_dbi_open(txn, NomCle(static_cast<int>(k)).c_str(), MDB_CREATE, &dbi);
+    }
+    if (rc) {
+        if (txn) mdb_txn_abort(txn);
+        return echec({Creation, Detail(rc)}, env);
+    }
+    rc = mdb_txn_commit(txn);
+    if (!rc) rc = mdb_env_sync(env, 1);
+    if (rc) return echec({Creation, Detail(rc)}, env);
+
+    auto f = std::make_shared<Fichier>(chemin, env, false);
+    int fd = -1;
+    struct stat st {};
+    if (mdb_env_get_fd(env, &fd) != 0 || ::fstat(fd, &st) != 0) return echec({Creation, Detail(errno)}, nullptr);
+    f->dev = st.st_dev;
+    f->ino = st.st_ino;
+    f->partage = PartageFichier::Pour(st.st_dev, st.st_ino);
+    if (!f->partage) return echec({Creation, Detail(errno)}, nullptr);
+    f->generation = f->partage->Generation();
+    f->prochainControle = MaintenantGrossier() + IntervalleControle;
+    if (!(statut = f->LitEntete())) return echec(statut, nullptr);
+    // Entered before it has its name, so that nobody reads it half-made.
+    if (f->partage->EntreEcrivain(exclusif) != Entree::Ok) return echec({Creation, TenuAilleurs}, nullptr);
+    MarqueRemplaceChemin(chemin.c_str());
+    if (::rename(provisoire.c_str(), chemin.c_str()) != 0) {
+        const int e = errno;
+        f->partage->SortEcrivain();
+        return echec({Creation, Detail(e)}, nullptr);
+    }
+    parChemin_.emplace(chemin, f);
+    return f;
+}
+
+void Fichiers::Vide() { parChemin_.clear(); }
+
+}  // namespace vdx::magasin
