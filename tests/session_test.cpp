@@ -161,7 +161,11 @@ TEST_F(Session, AMissingVersionRecordFailsTheConnection) {
     EXPECT_EQ(VersionFichier_Vdx(&texte), 1);
     VdxVersion version{nullptr, nullptr};
     EXPECT_EQ(Version_Vdx(&version), VDX_FICHE_MANQUANTE);
+    // A failed call leaves the strings empty, not as they were.
+    EXPECT_EQ(SysStringByteLen(version.Version), 0u);
     hote::Libere(&texte);
+    hote::Libere(&version.Version);
+    hote::Libere(&version.DateVersion);
 }
 
 TEST_F(Session, AFaultReachesTheCatchAllWithTheExportsName) {
