@@ -1,0 +1,38 @@
+#include "store/layouts/medecin.h"
+
+#include "store/layouts/construction.h"
+
+namespace vdx::disposition {
+
+std::vector<Disposition> FamilleMedecin() {
+    std::vector<Disposition> d;
+    {
+        using namespace PRO;
+        d.push_back(Fixe("PRO", Longueur, {CodeCIP, Libelle, Commentaire},
+                         {Sur({P(CodeCIP)}), Sur({P(Libelle, Forme::Libelle)})}));
+    }
+    {
+        using namespace PATH;
+        d.push_back(Fixe("PATH", Longueur, {CodePathologie, Libelle, CodeCISP},
+                         {Sur({P(CodePathologie)}), Sur({P(Libelle, Libelle.largeur, Forme::Libelle)})}));
+    }
+    {
+        using namespace POSO;
+        d.push_back(Fixe("POSO", Longueur,
+                         {CodePosologie, CodeCIP, Libelle, DoseMin, DoseMax, CodeUnite, CodeUnite2, QuantiteRef,
+                          Conversion, TypeRef, PrisesMin, PrisesMax, Intervalle, CodePeriode, CodeMoment, DureeMin,
+                          DureeMax, CodeDuree, DoseMaximum, MaximumRapporte, CodePeriodeMaximum, CodeSpecification,
+                          CodeSpecification2, NombreModeles},
+                         {Sur({P(CodePosologie)})}));
+    }
+    {
+        // The key is the record's first bytes: no outside key here.
+        Disposition textes = TexteFinal("TEXU", TEXU::Longueur, TEXU::CodePosologie.largeur, {TEXU::CodePosologie},
+                                        {}, "Texte");
+        textes.cles = {Sur({P(TEXU::CodePosologie)})};
+        d.push_back(std::move(textes));
+    }
+    return d;
+}
+
+}  // namespace vdx::disposition

@@ -1,0 +1,118 @@
+// ATC classes, long-term illnesses, codes, links to documents and other
+// regulatory lists (the VDXY tables).
+#pragma once
+
+#include <cstdint>
+
+#include "store/champ.h"
+#include "store/layouts/formes.h"
+
+namespace vdx {
+
+namespace VDXYATC = FormeClasse;
+namespace VDXYATCP = FormeClasseProduit;
+
+namespace VDXYTRF = FormeVocabulaire;
+namespace VDXYTRFT = FormeTexte;
+namespace VDXYTRPF = FormeLien;
+
+// Pregnancy data of substances. The key numbers the rows of a substance by
+// Rang, two digits held in the free bytes 4 to 7.
+// Key (7): CodeSubstance in decimal on five digits + Rang.
+namespace VDXYGRSS {
+inline constexpr uint32_t Longueur = 300;
+VDX_ENTIER(CodeSubstance, 0);
+VDX_TEXTE(Rang, 4, 4);
+VDX_TEXTE_PLEIN(CodeVoie, 8, 4);  // empty: all routes
+VDX_ENTIER(Partenaire1, 12);
+VDX_ENTIER(Partenaire2, 16);
+VDX_ENTIER(Partenaire3, 20);
+VDX_TEXTE(LibelleGrossesse, 24, 12);
+VDX_ENTIER(NiveauGrossesse, 36);
+VDX_ENTIER(PeriodeGrossesse, 40);
+VDX_TEXTE(TexteGrossesse, 44, 256);
+}  // namespace VDXYGRSS
+
+// Long-term illnesses. Key: Code (2).
+namespace VDXYALD {
+inline constexpr uint32_t Longueur = 128;
+VDX_TEXTE(Code, 0, 3);
+VDX_TEXTE(Libelle, 3, 125);
+}  // namespace VDXYALD
+
+namespace VDXYALDC = FormeLien;
+
+// Links to documents. TypeLien tells the kinds of link apart (the
+// transparency sheets among them); NomDocument is the key of VDXYLBIN.
+// Key: NumeroLien (five digits).
+namespace VDXYLIEN {
+inline constexpr uint32_t Longueur = 196;
+VDX_TEXTE(NumeroLien, 0, 6);
+VDX_ENTIER(TypeLien, 8);
+VDX_TEXTE(Libelle, 12, 120);
+VDX_TEXTE(NomDocument, 132, 64);
+}  // namespace VDXYLIEN
+
+// Links of a product. Key (12): CodeCIP + NumeroLien.
+namespace VDXYLCIP {
+inline constexpr uint32_t Longueur = 14;
+VDX_TEXTE(CodeCIP, 0, 8);
+VDX_TEXTE(NumeroLien, 8, 6);
+}  // namespace VDXYLCIP
+
+// The bytes of a document. Key (outside the record): NomDocument.
+namespace VDXYLBIN {
+VDX_TEXTE_PLEIN(NomDocument, 0, 64);
+}  // namespace VDXYLBIN
+
+// Substances of concern in a heat wave.
+// Key (6): CodeSubstance in decimal on five digits + LettreCanicule.
+namespace VDXYCACO {
+inline constexpr uint32_t Longueur = 8;
+VDX_ENTIER(CodeSubstance, 0);
+VDX_TEXTE(LettreCanicule, 4, 2);
+}  // namespace VDXYCACO
+
+// Categories of the heat wave. Key (5): LettreCanicule padded with blanks.
+namespace VDXYCAAR {
+inline constexpr uint32_t Longueur = 88;
+VDX_TEXTE(LettreCanicule, 0, 6);
+VDX_TEXTE(Libelle, 6, 82);
+}  // namespace VDXYCAAR
+
+// Specialities (CIS codes) and their labels. Key: CodeCIS (8).
+namespace VDXYCIS {
+inline constexpr uint32_t Longueur = 128;
+VDX_TEXTE(CodeCIS, 0, 9);
+VDX_TEXTE(Libelle, 9, 119);
+}  // namespace VDXYCIS
+
+// Speciality of a product. Keys: CodeCIP + CodeCIS; CodeCIS + CodeCIP.
+namespace VDXYCSCP {
+inline constexpr uint32_t Longueur = 18;
+VDX_TEXTE(CodeCIS, 0, 9);
+VDX_TEXTE(CodeCIP, 9, 8);
+}  // namespace VDXYCSCP
+
+namespace VDXYPGEN = FormeVocabulaire;
+namespace VDXYPGEC = FormeLien;
+namespace VDXYMEDR = FormeVocabulaire;
+namespace VDXYAMED = FormeVocabulaire;
+
+// Prescription lines by common name. Keys: Code; LibelleCle then Code.
+namespace VDXYDCI {
+inline constexpr uint32_t Longueur = 264;
+VDX_TEXTE(Code, 0, 8);
+VDX_TEXTE(Libelle, 8, 128);
+VDX_TEXTE(LibelleCle, 136, 128);
+}  // namespace VDXYDCI
+
+// Products of a line by common name.
+// Keys: CodeDCI + CodeCIP; CodeCIP + CodeDCI.
+namespace VDXYDCIP {
+inline constexpr uint32_t Longueur = 16;
+VDX_TEXTE(CodeDCI, 0, 8);
+VDX_TEXTE(CodeCIP, 8, 8);
+}  // namespace VDXYDCIP
+
+}  // namespace vdx
