@@ -131,12 +131,9 @@ Resultat::Resultat(SAFEARRAY** hote, FormeHote forme, int32_t codeAbsent) : form
 Resultat::~Resultat() {
     // A private array goes with the call; a host array not delivered is
     // left empty rather than half-filled.
-    if (prive_) {
-        VideTableau(tableau_, forme_);
-        hote::Detruit(tableau_);
-    } else if (tableau_ && nombre_ >= 0) {
-        VideTableau(tableau_, forme_);
-    }
+    if (!tableau_) return;
+    VideTableau(tableau_, forme_);
+    if (prive_) hote::Detruit(tableau_);
 }
 
 int32_t Resultat::AjouteLigne(std::initializer_list<Valeur> champs) { return Ajoute(champs.begin(), champs.end()); }

@@ -114,9 +114,12 @@ void TablesOuvertes::Ferme() {
     std::vector<Fichier> fichiers;
     fichiers.swap(ouverts_);
     bool echec = false;
-    for (const Fichier& f : fichiers)
-        if (!echec && !FermeTable(f.nom, f.numero)) echec = true;
-        else if (echec) CloseCtFile(f.numero, LectureSeule);
+    for (const Fichier& f : fichiers) {
+        if (echec)
+            CloseCtFile(f.numero, LectureSeule);  // the first failure is the one reported
+        else
+            echec = !FermeTable(f.nom, f.numero);
+    }
     if (echec) throw Echec{EchecMagasin};
 }
 
