@@ -1,6 +1,9 @@
 // The fixed texts the library shows or gives, byte for byte in code page 1252.
 #pragma once
 
+#include <string>
+#include <string_view>
+
 namespace vdx::messages {
 
 inline constexpr char ErreurInterneDebut[] = "Une erreur interne est survenue lors de l'appel de la fonction ";
@@ -29,5 +32,10 @@ inline constexpr char MagasinIndisponible[] = "CTree";
 
 // The title of the window of the watching agent.
 inline constexpr char FenetreAgent[] = "AgentVDX";
+
+// A label that can't be found doesn't fail a check: the row says so.
+inline std::string CodeIntrouvable(std::string_view code) {
+    return "Code " + std::string(code) + " introuvable";
+}
 
 }  // namespace vdx::messages

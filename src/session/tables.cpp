@@ -95,7 +95,10 @@ void FermeBaseMedecin() {
         for (const auto& f : fichiers) CloseCtFile(f.numero, f.variable ? mode | Variable : mode);
 }
 
-TablesOuvertes::TablesOuvertes(std::initializer_list<const Table*> tables) {
+TablesOuvertes::TablesOuvertes(std::initializer_list<const Table*> tables) : TablesOuvertes(tables, false) {}
+
+TablesOuvertes::TablesOuvertes(std::initializer_list<const Table*> tables, bool tenuesParAppelant) {
+    if (tenuesParAppelant) return;
     for (const Table* t : tables) Ouvre(*t);
 }
 

@@ -37,6 +37,9 @@ class TablesOuvertes {
 public:
     TablesOuvertes() = default;
     explicit TablesOuvertes(std::initializer_list<const Table*> tables);
+    // For functions also called from inside the library: nothing is opened
+    // nor closed when the caller already holds the tables.
+    TablesOuvertes(std::initializer_list<const Table*> tables, bool tenuesParAppelant);
     ~TablesOuvertes();
     TablesOuvertes(const TablesOuvertes&) = delete;
     TablesOuvertes& operator=(const TablesOuvertes&) = delete;
