@@ -184,6 +184,302 @@ typedef struct VdxCodeLibelle {
  * -500. */
 VDX_API int32_t VDX_CALL ListeALD_Vdx(SAFEARRAY** Tableau);
 
+/* Records of two and of three strings: a code, its label and a further text
+ * (empty for the vocabularies). */
+typedef struct VdxDeuxChaines {
+    BSTR Code;
+    BSTR Libelle;
+} VdxDeuxChaines;
+typedef struct VdxTroisChaines {
+    BSTR Code;
+    BSTR Libelle;
+    BSTR Texte;
+} VdxTroisChaines;
+
+/* Step searches: one page of at most Nombre rows, in the order of the
+ * vocabulary's label key, whose folded label (capitals without accents)
+ * begins with Texte folded the same way; an empty or null Texte pages
+ * through the whole vocabulary. With Suite, the label of the last row of
+ * the previous page, the page begins behind that row. A Texte beginning
+ * with a blank returns 0 at once and leaves *Tableau untouched. Nombre
+ * counts the rows added; 0 or less gives an empty page.
+ * Rows: code and label, by record shape:
+ *   VdxDeuxChaines   AMM terms (RechercheAMM, RechercheAllergieAMM), CIM10,
+ *                    CISP, laboratories;
+ *   VdxCodeLibelle   substances (PA), excipients, excipients with known
+ *                    effect (EEN, by their second label, which the row shows);
+ *   VdxTroisChaines  classes, ATC classes, DCI classes, forms, examinations,
+ *                    items, the dictionary of pathologies, common names
+ *                    (MedDC); the third text is empty.
+ * A prefix longer than the label in the key (254 bytes for the first two
+ * shapes, the key's label for the third: 26 for classes) is cut to it.
+ * The rows delivered; 0 nothing found; -20 no array (mode 0) or an array of
+ * another record size; -500 a table missing or failing (GetLastError_Vdx
+ * names the file). */
+VDX_API int32_t VDX_CALL RechercheAMMParPas_Vdx(const char* Texte, SAFEARRAY** Tableau, const char* Suite,
+                                                int32_t Nombre);
+VDX_API int32_t VDX_CALL RechercheAllergieAMMParPas_Vdx(const char* Texte, SAFEARRAY** Tableau, const char* Suite,
+                                                        int32_t Nombre);
+VDX_API int32_t VDX_CALL RechercheCIM10ParPas_Vdx(const char* Texte, SAFEARRAY** Tableau, const char* Suite,
+                                                  int32_t Nombre);
+VDX_API int32_t VDX_CALL RechercheCISPParPas_Vdx(const char* Texte, SAFEARRAY** Tableau, const char* Suite,
+                                                 int32_t Nombre);
+VDX_API int32_t VDX_CALL RecherchePAParPas_Vdx(const char* Texte, SAFEARRAY** Tableau, const char* Suite,
+                                               int32_t Nombre);
+VDX_API int32_t VDX_CALL RechercheExcipientParPas_Vdx(const char* Texte, SAFEARRAY** Tableau, const char* Suite,
+                                                      int32_t Nombre);
+VDX_API int32_t VDX_CALL RechercheEENParPas_Vdx(const char* Texte, SAFEARRAY** Tableau, const char* Suite,
+                                                int32_t Nombre);
+VDX_API int32_t VDX_CALL RechercheClasseParPas_Vdx(const char* Texte, SAFEARRAY** Tableau, const char* Suite,
+                                                   int32_t Nombre);
+VDX_API int32_t VDX_CALL RechercheClasseATCParPas_Vdx(const char* Texte, SAFEARRAY** Tableau, const char* Suite,
+                                                      int32_t Nombre);
+VDX_API int32_t VDX_CALL RechercheClasseDCIParPas_Vdx(const char* Texte, SAFEARRAY** Tableau, const char* Suite,
+                                                      int32_t Nombre);
+VDX_API int32_t VDX_CALL RechercheFormeParPas_Vdx(const char* Texte, SAFEARRAY** Tableau, const char* Suite,
+                                                  int32_t Nombre);
+VDX_API int32_t VDX_CALL RechercheLaboratoireParPas_Vdx(const char* Texte, SAFEARRAY** Tableau, const char* Suite,
+                                                        int32_t Nombre);
+VDX_API int32_t VDX_CALL RechercheExamenParPas_Vdx(const char* Texte, SAFEARRAY** Tableau, const char* Suite,
+                                                   int32_t Nombre);
+VDX_API int32_t VDX_CALL RechercheItemParPas_Vdx(const char* Texte, SAFEARRAY** Tableau, const char* Suite,
+                                                 int32_t Nombre);
+VDX_API int32_t VDX_CALL RechercheDicoPathoParPas_Vdx(const char* Texte, SAFEARRAY** Tableau, const char* Suite,
+                                                      int32_t Nombre);
+VDX_API int32_t VDX_CALL RechercheMedDCParPas_Vdx(const char* Texte, SAFEARRAY** Tableau, const char* Suite,
+                                                  int32_t Nombre);
+
+/* Keyword searches of the first two shapes above: every row whose folded
+ * label begins with Mot1 (Partout 0) or holds it anywhere (any other
+ * Partout), and, when Mot2 is given, holds Mot2 too in a place that does not
+ * overlap Mot1's. With Mot1 null or empty Mot2 is searched alone. Rows in
+ * key order, with no page. Words longer than 254 bytes are cut.
+ * The rows; 0 none; -10 no word; -50 no array (mode 0) or an array of
+ * another record size; -500. */
+VDX_API int32_t VDX_CALL RechercheAMMLexico_Vdx(const char* Mot1, const char* Mot2, int32_t Partout,
+                                                SAFEARRAY** Tableau);
+VDX_API int32_t VDX_CALL RechercheAllergieAMMLexico_Vdx(const char* Mot1, const char* Mot2, int32_t Partout,
+                                                        SAFEARRAY** Tableau);
+VDX_API int32_t VDX_CALL RechercheCIM10Lexico_Vdx(const char* Mot1, const char* Mot2, int32_t Partout,
+                                                  SAFEARRAY** Tableau);
+VDX_API int32_t VDX_CALL RechercheCISPLexico_Vdx(const char* Mot1, const char* Mot2, int32_t Partout,
+                                                 SAFEARRAY** Tableau);
+VDX_API int32_t VDX_CALL RecherchePALexico_Vdx(const char* Mot1, const char* Mot2, int32_t Partout,
+                                               SAFEARRAY** Tableau);
+VDX_API int32_t VDX_CALL RechercheExcipientLexico_Vdx(const char* Mot1, const char* Mot2, int32_t Partout,
+                                                      SAFEARRAY** Tableau);
+VDX_API int32_t VDX_CALL RechercheEENLexico_Vdx(const char* Mot1, const char* Mot2, int32_t Partout,
+                                                SAFEARRAY** Tableau);
+
+/* Keyword searches of the three-string vocabularies: every row (VdxTroisChaines)
+ * whose folded label holds Mot anywhere, among the keys that begin with
+ * Prefixe folded when one is given: a label for most, a code for the
+ * families, which have no label key. Rows in key order.
+ * The rows; 0 none; -10 no Mot; -20 no array (mode 0) or an array of
+ * another record size; -500. */
+VDX_API int32_t VDX_CALL RechercheClasseLexico_Vdx(const char* Mot, SAFEARRAY** Tableau, const char* Prefixe);
+VDX_API int32_t VDX_CALL RechercheClasseATCLexico_Vdx(const char* Mot, SAFEARRAY** Tableau, const char* Prefixe);
+VDX_API int32_t VDX_CALL RechercheClasseDCILexico_Vdx(const char* Mot, SAFEARRAY** Tableau, const char* Prefixe);
+VDX_API int32_t VDX_CALL RechercheFamilleLexico_Vdx(const char* Mot, SAFEARRAY** Tableau, const char* Prefixe);
+VDX_API int32_t VDX_CALL RechercheFormeLexico_Vdx(const char* Mot, SAFEARRAY** Tableau, const char* Prefixe);
+VDX_API int32_t VDX_CALL RechercheExamenLexico_Vdx(const char* Mot, SAFEARRAY** Tableau, const char* Prefixe);
+VDX_API int32_t VDX_CALL RechercheItemLexico_Vdx(const char* Mot, SAFEARRAY** Tableau, const char* Prefixe);
+VDX_API int32_t VDX_CALL RechercheDicoPathoLexico_Vdx(const char* Mot, SAFEARRAY** Tableau, const char* Prefixe);
+VDX_API int32_t VDX_CALL RechercheMedDCLexico_Vdx(const char* Mot, SAFEARRAY** Tableau, const char* Prefixe);
+
+/* Labels of codes: in mode 0 *Libelle is emptied first, whatever follows,
+ * then holds the label as 8-bit bytes; other modes deliver it as the flat
+ * text. A CIM10 code under three characters is a chapter. ATC classes,
+ * forms (four characters, a shorter code is padded with blanks),
+ * laboratories and families have their label lookup too.
+ * 1; -10 no code, an empty one or one of 11 characters or more; -90 unknown
+ * code; -500; -2000 Libelle null in mode 0. */
+VDX_API int32_t VDX_CALL LibelleCIM10_Vdx(const char* Code, BSTR* Libelle);
+VDX_API int32_t VDX_CALL LibelleCISP_Vdx(const char* Code, BSTR* Libelle);
+VDX_API int32_t VDX_CALL LibelleAMM_Vdx(const char* Code, BSTR* Libelle);
+VDX_API int32_t VDX_CALL LibelleClasse_Vdx(const char* Code, BSTR* Libelle);
+VDX_API int32_t VDX_CALL LibelleClasseATC_Vdx(const char* Code, BSTR* Libelle);
+VDX_API int32_t VDX_CALL LibelleForme_Vdx(const char* Code, BSTR* Libelle);
+VDX_API int32_t VDX_CALL LibelleLaboratoire_Vdx(const char* Code, BSTR* Libelle);
+VDX_API int32_t VDX_CALL LibelleFamille_Vdx(const char* Code, BSTR* Libelle);
+
+/* ---- Keyword search of products --------------------------------------- */
+
+/* The products whose label holds the words of MotsCherches, separated by
+ * "@" (five read, three used), and none of the words of MotsExclus (the
+ * same). The first word needs four characters or more; it is folded
+ * keeping "-", and a few words of medical supplies are replaced by their
+ * abbreviation (AIGUILLE by AIG, INSULINE by INSUL...). Labels are compared
+ * with their punctuation turned to blanks, as delivered. The low byte of
+ * Options chooses the category: 0 "S", 1 "A", 2 "T", 4 "C", 8 "D", 16 "V",
+ * 32 "X", any other all products ("Z"); Options 256 or more hides deleted
+ * products, which are otherwise marked by "[SUP]" in place of their label's
+ * first double blank or at its end. Only the rows of ordinal Debut (from 1)
+ * to index Debut + Nombre (from 0) are delivered.
+ * Rows (VdxTroisChaines): CodeCIP, label, empty text.
+ * The rows delivered; -3 MotsCherches or its first word shorter than four
+ * characters; -20 no array (mode 0); -1998 the products can't be read;
+ * -1999 the scan failed. */
+VDX_API int32_t VDX_CALL Lexico_Vdx(SAFEARRAY** Resultat, const char* MotsCherches, const char* MotsExclus,
+                                    int32_t Options, int32_t Debut, int32_t Nombre);
+
+/* ---- Products --------------------------------------------------------- */
+
+/* A product code (Code) is a CodeCIP of seven digits, or under
+ * ActiveCIP13_Vdx(1) also the 13-digit CIP13 of a product, which is mapped
+ * to its CodeCIP before anything else. Every export below that takes a
+ * product code checks it the same way: null or empty gives -10; under
+ * ActiveCIP13_Vdx(0) a length other than 7 gives -13; under (1) a 13-digit
+ * code without mapping gives -13 (it is never found by its first seven
+ * digits), and other lengths are looked up as they stand; a text of more
+ * than 63 bytes gives -13. A code of the right length that is not a
+ * product's (non-digits included) gives -90. Under ActiveCIP13_Vdx(1) the
+ * codes the searches and CIP_Remplacant_Vdx give out are 13-digit when the
+ * product has that form.
+ * Single text results: in mode 0 the host string is emptied first, whatever
+ * follows, then holds the text as 8-bit bytes (-2000 when it is null); in
+ * the other modes the text is delivered as the flat text. */
+
+/* The CIP13 of a CodeCIP, and the CodeCIP of a CIP13, through the table of
+ * 13-digit codes, into *Sortie. 1; 0 when the code has no other form (the
+ * next code of the table is another's), *Sortie empty; -10 no code; -13 a
+ * code not of 7 (CIP_CIP13_Vdx) or 13 (CIP13_CIP_Vdx) characters; -90 the
+ * code is above every code of the table; -500. Not subject to
+ * ActiveCIP13_Vdx. */
+VDX_API int32_t VDX_CALL CIP_CIP13_Vdx(const char* Code, BSTR* Sortie);
+VDX_API int32_t VDX_CALL CIP13_CIP_Vdx(const char* Code, BSTR* Sortie);
+
+/* 1 when the product is a narcotic: of list "B", or of list "A" with the
+ * restricted prescription 18 among its three codes; else 0, also for a code
+ * of no product. -10, -13, -500. */
+VDX_API int32_t VDX_CALL IsStupefiant_Vdx(const char* Code);
+/* Texte with its numbers spelled out, as narcotic prescriptions require:
+ * each run of digits and commas (a comma is the decimal point) is followed
+ * by " (", the number in French words, ") ". "SKENAN LP 10MG GELULE" gives
+ * "SKENAN LP 10 (dix) MG GELULE". Into *Sortie as 8-bit bytes in every
+ * mode; no flat text is delivered. Needs no connection. 1; -2000 Texte or
+ * Sortie null. */
+VDX_API int32_t VDX_CALL LibelleStupefiant_Vdx(const char* Texte, BSTR* Sortie);
+
+/* The regulatory status of a product: seven integers, then nine strings.
+ * LibelleStatut: "Aucun", "AMM", "ATU de cohorte", "AMM Européenne",
+ * "ATU nominative" for CodeStatut 0 to 4, empty beyond. The texts of the
+ * three restricted prescriptions are empty for a code the table lacks. */
+typedef struct VdxStatut {
+    intptr_t Statut1;
+    intptr_t Statut2;
+    intptr_t Statut3;
+    intptr_t CodeStatut;
+    intptr_t Prescription1;
+    intptr_t Prescription2;
+    intptr_t Prescription3;
+    BSTR LibelleStatut;
+    BSTR LibellePrescription1;
+    BSTR LibellePrescription2;
+    BSTR LibellePrescription3;
+    BSTR DetailPrescription1;
+    BSTR DetailPrescription2;
+    BSTR DetailPrescription3;
+    BSTR TexteStatut1;
+    BSTR TexteStatut2;
+} VdxStatut;
+/* Mode 0: *Fiche is cleared once the code is checked, then filled (strings
+ * of 8-bit bytes); other modes: one row of the sixteen fields in order.
+ * 1; -10, -13; -90 no status for the product; -500; -2000 Fiche null in
+ * mode 0. */
+VDX_API int32_t VDX_CALL Statut_Vdx(const char* Code, VdxStatut* Fiche);
+/* 1 when Code is a prescription line by common name, else 0. -10, -13,
+ * -500. */
+VDX_API int32_t VDX_CALL IsMedDC_Vdx(const char* Code);
+
+/* Simple lookups: one fact of a product. -10, -13; -90 the product is not
+ * in the table that holds the fact; -500.
+ * Into a host string, 1: the UCD code, the EAN code (GenCode), the CIS code
+ * of the speciality. */
+VDX_API int32_t VDX_CALL UCD_Vdx(const char* Code, BSTR* UCD);
+VDX_API int32_t VDX_CALL GenCode_Vdx(const char* Code, BSTR* GenCode);
+VDX_API int32_t VDX_CALL CIP_To_CIS_Vdx(const char* Code, BSTR* CIS);
+/* As the result (0 or more): the product's category (CodeRubrique, 10, 40,
+ * 60...), its number of UCD units, its pictogram, its CodeStatut (see
+ * Statut_Vdx); IsT2A_Vdx 1 when the product is billed beside the hospital
+ * stay (T2A), else 0. */
+VDX_API int32_t VDX_CALL CodeRubrique_Vdx(const char* Code);
+VDX_API int32_t VDX_CALL NombreUCDParCIP_Vdx(const char* Code);
+VDX_API int32_t VDX_CALL GetPictogramme_Vdx(const char* Code);
+VDX_API int32_t VDX_CALL ProduitStatut_Vdx(const char* Code);
+VDX_API int32_t VDX_CALL IsT2A_Vdx(const char* Code);
+/* Flags: 1 when the product is generic, doping, a reference product,
+ * reserved to hospitals; else 0. A null or empty Code gives -10 before the
+ * connection is looked at. */
+VDX_API int32_t VDX_CALL ProduitGenerique_Vdx(const char* Code);
+VDX_API int32_t VDX_CALL ProduitDopant_Vdx(const char* Code);
+VDX_API int32_t VDX_CALL ProduitReferent_Vdx(const char* Code);
+VDX_API int32_t VDX_CALL ProduitHospitalier_Vdx(const char* Code);
+
+/* The product's label; a narcotic's has its numbers spelled out as by
+ * LibelleStupefiant_Vdx. 1; -10 also for a prescription line by common
+ * name; -13; -90; -500. */
+VDX_API int32_t VDX_CALL LibelleProduit_Vdx(const char* Code, BSTR* Libelle);
+/* 1 for a deleted product, with its date of deletion "JJ/MM/AAAA"; 0 for a
+ * product on the market, nothing delivered. -10, -13, -90, -500. */
+VDX_API int32_t VDX_CALL ProduitSupprime_Vdx(const char* Code, BSTR* Date);
+/* The product's laboratory: its code, and its label or "Laboratoire
+ * inconnu" when the laboratories lack it. Mode 0: into the two strings
+ * (both emptied first); other modes: one row "code@label". 1; -10, -13,
+ * -90, -500. */
+VDX_API int32_t VDX_CALL Laboratoire_Vdx(const char* Code, BSTR* CodeLaboratoire, BSTR* Libelle);
+/* The code of the product that replaces this one (empty if none), as a
+ * CIP13 under ActiveCIP13_Vdx(1) when it has one. 1; -10, -13, -90, -500. */
+VDX_API int32_t VDX_CALL CIP_Remplacant_Vdx(const char* Code, BSTR* Remplacant);
+/* Counts the products and keeps them, in code order, for GetProduit_Vdx;
+ * each call counts again. The count; -500. */
+VDX_API int32_t VDX_CALL TotalProduit_Vdx(void);
+/* The product of rank Rang (from 0) of the last TotalProduit_Vdx on this
+ * base: its CodeCIP and label (mode 0: both strings, emptied first; other
+ * modes: one row "code@label"). 1; -10 Rang below 0 or not below the count,
+ * or no count made on this base; -500. */
+VDX_API int32_t VDX_CALL GetProduit_Vdx(int32_t Rang, BSTR* Code, BSTR* Libelle);
+
+/* Step search of products: one page of at most Nombre products in the
+ * order of their label key. Texte is "prefix", "prefix@word" or
+ * "prefix@word@word": the folded label must begin with the prefix (folded:
+ * capitals without accents, the first five characters squeezed to letters,
+ * digits and "/") and hold each word (folded to letters and digits)
+ * anywhere; an empty or null Texte pages through all products. Suite, the
+ * label of the last row of the previous page as it was delivered (" [SUP]"
+ * and final points included), makes the page begin behind that row.
+ * Options: 1 hides the products of category 40; 2 searches the doctor's own
+ * products in place of the base's (rows carry his comment); 256 hides
+ * deleted products, which are otherwise shown with " [SUP]" behind their
+ * label. Products reserved to hospitals are hidden unless
+ * ActiveHospitaliers_Vdx(1), under which every product is shown whatever
+ * its category (Options 1 then hides nothing). Nombre counts the rows
+ * shown: hidden products don't shorten a page; 0 or less gives an empty
+ * page. A Texte beginning with a blank returns 0 at once, *Tableau
+ * untouched.
+ * Rows (VdxTroisChaines): CodeCIP, label, further text (empty for the
+ * base's products). The rows delivered; 0 nothing found; -20 no array
+ * (mode 0) or an array of another record size; -30 Options with both 1 and
+ * 2; -4 Options 2 without a connected doctor's base; -500. */
+VDX_API int32_t VDX_CALL RechercheProduitParPas_Vdx(const char* Texte, SAFEARRAY** Tableau, int32_t Options,
+                                                    const char* Suite, int32_t Nombre);
+/* The same within one category, whose letter the low byte of Options
+ * chooses: 0 "S", 1 "A", 2 "T", 4 "C", 8 "D", 16 "V", 32 "X", 64 all
+ * products ("Z"); any other low byte gives -30. Options 256 hides deleted
+ * products. Products reserved to hospitals are not hidden here, and there is
+ * no doctor's base. */
+VDX_API int32_t VDX_CALL RechercheProduitParPas2_Vdx(const char* Texte, SAFEARRAY** Tableau, int32_t Options,
+                                                     const char* Suite, int32_t Nombre);
+/* The products of a CodeStatut (see Statut_Vdx), in code order, with their
+ * labels as LibelleProduit_Vdx gives them ("Code N introuvable" for a
+ * product missing from the master table). Suite, the code of the last row of
+ * the previous page (null or empty for the first page), makes the list begin
+ * behind it; Nombre is the most rows to give, 0 or less for all.
+ * Rows (VdxTroisChaines): CodeCIP, label, empty text. The rows; 0 none; -20
+ * no array (mode 0) or an array of another record size; -500. */
+VDX_API int32_t VDX_CALL RechercheProduitParStatut_Vdx(int32_t CodeStatut, SAFEARRAY** Tableau, const char* Suite,
+                                                       int32_t Nombre);
+
 /* ---- Documents -------------------------------------------------------- */
 
 /* The RTF of the base's text chapters (Texte, NUL-terminated) as plain text

@@ -33,6 +33,13 @@ inline constexpr char MagasinIndisponible[] = "CTree";
 // The title of the window of the watching agent.
 inline constexpr char FenetreAgent[] = "AgentVDX";
 
+// Products: the mark of a deleted product behind its label in a search,
+// the label of a laboratory missing from VDXLAB, the labels of CodeStatut.
+inline constexpr char MarqueSupprime[] = " [SUP]";
+inline constexpr char LaboratoireInconnu[] = "Laboratoire inconnu";
+inline constexpr const char* LibellesStatut[] = {"Aucun", "AMM", "ATU de cohorte", "AMM Europ\xE9" "enne",
+                                                 "ATU nominative"};
+
 // A label that can't be found doesn't fail a check: the row says so.
 inline std::string CodeIntrouvable(std::string_view code) {
     return "Code " + std::string(code) + " introuvable";

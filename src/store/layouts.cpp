@@ -88,7 +88,8 @@ Disposition Classe(const char* table) {
     using namespace FormeClasse;
     constexpr uint16_t LongueurCleLibelle = 26;  // what the step search of classes pads to
     return Fixe(table, Longueur, {CodeClasse, Libelle, LibelleCle},
-                CodeEtLibelle(table, Sur({P(CodeClasse)}), Sur({P(LibelleCle, LongueurCleLibelle)})));
+                CodeEtLibelle(table, Sur({P(CodeClasse)}),
+                              Sur({P(LibelleCle, LongueurCleLibelle, Forme::Majuscules)})));
 }
 
 Disposition ClasseProduit(const char* table) {
@@ -104,9 +105,12 @@ Disposition SubstanceProduit(const char* table) {
 Disposition Vocabulaire(const char* table) {
     using namespace FormeVocabulaire;
     // The label part takes the whole field, its NUL included, so that the
-    // code behind it never prolongs the label.
+    // code behind it never prolongs the label. The folded label is folded
+    // again for the key, so that a source that gives it as shown still
+    // files it where the searches look.
     return Fixe(table, Longueur, {Code, Libelle, LibelleCle},
-                CodeEtLibelle(table, Sur({P(Code)}), Sur({P(LibelleCle, LibelleCle.largeur), P(Code)})));
+                CodeEtLibelle(table, Sur({P(Code)}),
+                              Sur({P(LibelleCle, LibelleCle.largeur, Forme::Majuscules), P(Code)})));
 }
 
 Disposition Lien(const char* table) {

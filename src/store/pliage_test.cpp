@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <map>
 #include <string>
 
 namespace vdx {
@@ -37,6 +38,44 @@ TEST(Pliage, LabelFoldSqueezesOnlyTheFirstFiveBytesOfTheSource) {
     // at 1 and 3 go, although the result is shorter by then.
     EXPECT_EQ(PlieCleLibelle("a.b.c d\xE9j\xE0 \xE7" "a"), "ABC DEJA \xE7" "A");
     EXPECT_EQ(PlieCleLibelle("\xE7" "a va"), "AVA");
+}
+
+// Every byte, against the accent table as French usage has it: the table's
+// bytes give their letter, and no other byte from 128 on is mended.
+TEST(Pliage, EveryByteInAndOutOfTheAccentTable) {
+    const std::map<char, const char*> table = {
+        {'A', "\xC0\xC1\xC2\xC4\xE0\xE2\xE4"}, {'E', "\xC8\xC9\xCA\xCB\xE8\xE9\xEA\xEB"},
+        {'I', "\xCC\xCD\xCE\xCF\xEE\xEF"},     {'O', "\xD2\xD3\xD4\xD6\xF4\xF6"},
+        {'U', "\xD9\xDA\xDB\xDC\xF9\xFB\xFC"},
+    };
+    std::map<unsigned char, char> lettres;
+    for (const auto& [lettre, octets] : table)
+        for (const char* o = octets; *o; ++o) lettres[static_cast<unsigned char>(*o)] = lettre;
+    ASSERT_EQ(lettres.size(), 34u);
+    for (int i = 1; i < 256; ++i) {
+        const char b = static_cast<char>(i);
+        SCOPED_TRACE(i);
+        const auto lettre = lettres.find(static_cast<unsigned char>(i));
+        const bool minuscule = b >= 'a' && b <= 'z';
+        const bool cle = lettre != lettres.end() || minuscule || (b >= 'A' && b <= 'Z') || (b >= '0' && b <= '9');
+        const std::string plie = lettre != lettres.end() ? std::string(1, lettre->second)
+                                 : minuscule             ? std::string(1, static_cast<char>(b - 'a' + 'A'))
+                                                         : std::string(1, b);
+        EXPECT_EQ(std::string(1, MajusculeSansAccent(b)), plie);
+        EXPECT_EQ(MajusculeSansAccent(std::string(1, b)), plie);
+        EXPECT_EQ(PlieCle(std::string(1, b)), cle ? plie : "");
+        EXPECT_EQ(PlieCle(std::string(1, b), true), cle || b == '/' ? plie : "");
+        EXPECT_EQ(PlieMotCle(std::string(1, b)), cle || b == '-' ? plie : "");
+        // The head of a label is squeezed, its tail only folded.
+        EXPECT_EQ(PlieCleLibelle(std::string(1, b)), cle || b == '/' ? plie : "");
+        EXPECT_EQ(PlieCleLibelle("ABCDE" + std::string(1, b)), "ABCDE" + plie);
+    }
+    // Letters left out of the table on purpose: unchanged, and dropped from keys.
+    for (const char* hors : {"\xE7", "\xC7", "\xE1", "\xEC", "\xED", "\xF2", "\xF3", "\xF5", "\xFA", "\xE3", "\xE5",
+                             "\xF1", "\xC3", "\xC5", "\xD1", "\xD5"}) {
+        EXPECT_EQ(MajusculeSansAccent(hors), hors);
+        EXPECT_EQ(PlieCle(hors), "");
+    }
 }
 
 }  // namespace

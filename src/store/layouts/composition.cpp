@@ -9,7 +9,8 @@ std::vector<Disposition> FamilleComposition() {
     {
         using namespace VDXVAMM;
         const Cle terme = Sur({P(CodeTerme), P(TypeAMM)});
-        Cle libelle = Sur({P(LibelleMajuscules, LibelleMajuscules.largeur), P(CodeTerme), P(TypeAMM)});
+        Cle libelle =
+            Sur({P(LibelleMajuscules, LibelleMajuscules.largeur, Forme::Majuscules), P(CodeTerme), P(TypeAMM)});
         d.push_back(Fixe("VDXVAMM", Longueur,
                          {CodeTerme, Libelle, Zone140, LibelleMajuscules, SexeTerme, TypeAMM, AllaitementTerme, AgeMin,
                           AgeMax, PoidsMin, PoidsMax, GrossesseMin, GrossesseMax, Zone304, TypeAnalyse, TexteAnalyse},

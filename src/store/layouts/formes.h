@@ -31,7 +31,7 @@ VDX_TEXTE(Libelle, 4, 56);
 }  // namespace FormeCodeLibelle
 
 // Therapeutic and ATC classes, rows "|CLA|" and "|ATC|".
-// Keys: CodeClasse; LibelleCle (its first 26 bytes).
+// Keys: CodeClasse; LibelleCle folded by MajusculeSansAccent (its first 26 bytes).
 namespace FormeClasse {
 inline constexpr uint32_t Longueur = 172;
 VDX_TEXTE(CodeClasse, 0, 8);
@@ -59,8 +59,9 @@ VDX_TEXTE(CodeCIP, 6, 8);
 }  // namespace FormeSubstanceProduit
 
 // Open shape: a vocabulary.
-// Keys: Code (10); for a table with a further key, LibelleCle then Code, so
-// that equal labels keep one key each and the walk is in label order.
+// Keys: Code (10); for a table with a further key, LibelleCle (folded by
+// MajusculeSansAccent) then Code, so that equal labels keep one key each and
+// the walk is in label order.
 namespace FormeVocabulaire {
 inline constexpr uint32_t Longueur = 277;
 VDX_TEXTE(Code, 0, 11);

@@ -18,7 +18,7 @@ std::vector<Disposition> FamilleIdentification() {
     {
         using namespace VDXIDFOR;
         d.push_back(Fixe("VDXIDFOR", Longueur, {CodeForme, Libelle, LibelleCle},
-                         {Sur({P(CodeForme, Forme::Brut, ' ')}), Sur({P(LibelleCle)})}));
+                         {Sur({P(CodeForme, Forme::Brut, ' ')}), Sur({P(LibelleCle, Forme::Majuscules)})}));
     }
     {
         using namespace VDXIDFOP;

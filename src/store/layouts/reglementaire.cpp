@@ -55,7 +55,7 @@ std::vector<Disposition> FamilleReglementaire() {
     {
         using namespace VDXYDCI;
         d.push_back(Fixe("VDXYDCI", Longueur, {Code, Libelle, LibelleCle},
-                         {Sur({P(Code)}), Sur({P(LibelleCle, LibelleCle.largeur), P(Code)})}));
+                         {Sur({P(Code)}), Sur({P(LibelleCle, LibelleCle.largeur, Forme::Majuscules), P(Code)})}));
     }
     {
         using namespace VDXYDCIP;

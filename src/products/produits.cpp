@@ -1,0 +1,137 @@
+#include "products/produits.h"
+
+#include <vector>
+
+#include "products/codes.h"
+#include "products/fiches.h"
+#include "session/codeproduit.h"
+#include "session/messages.h"
+#include "session/tables.h"
+#include "store/layouts.h"
+
+namespace vdx {
+namespace {
+
+const Table& TableLaboratoires() { return *TableNommee("VDXLAB"); }
+
+// `longueur` bytes of `texte` from `debut`, fewer or none when it is short.
+std::string_view Morceau(std::string_view texte, size_t debut, size_t longueur) {
+    return debut < texte.size() ? texte.substr(debut, longueur) : std::string_view();
+}
+
+// The label of a laboratory's code, or the text that says it is unknown.
+std::string LibelleLaboratoire(std::string_view code) {
+    Curseur curseur(TableLaboratoires());
+    if (code.empty() || code.size() > curseur.Cle().size()) return messages::LaboratoireInconnu;
+    const auto position = curseur.Egale(code);
+    if (!position) return messages::LaboratoireInconnu;
+    const std::string octets = FicheA(TableLaboratoires(), *position);
+    return std::string(Fiche(octets).Texte(VDXLAB::Libelle));
+}
+
+// The positions that TotalProduit_Vdx counted, and the base they are of.
+struct ListeProduits {
+    std::string base;
+    std::vector<magasin::Position> positions;
+};
+ListeProduits& Liste() {
+    static ListeProduits liste;
+    return liste;
+}
+
+}  // namespace
+
+std::optional<std::string> LibelleProduitInterne(std::string_view code, bool tablesTenues) {
+    TablesOuvertes tables({&TableProduits()}, tablesTenues);
+    std::optional<std::string> libelle;
+    if (const std::optional<std::string> fiche = FicheDuCode(TableProduits(), code))
+        libelle = Fiche(*fiche).Texte(VDXPRO::Libelle);
+    else
+        libelle = LibelleMedDC(code);
+    tables.Ferme();
+    return libelle;
+}
+
+int32_t LibelleProduit(const char* code, BSTR* libelle) {
+    return CadreChaine("LibelleProduit_Vdx", libelle, [&]() -> int32_t {
+        const std::string cip = CodeProduit(code);
+        if (EstMedDC(cip)) throw Echec{Argument1};
+        TablesOuvertes tables{&TableProduits()};
+        const std::string octets = FicheRequise(TableProduits(), cip);
+        const Fiche produit(octets);
+        // The narcotic rule reads VDXPROA for a product of list "A" only.
+        if (produit.Texte(VDXPRO::CodeTableau) == "A") tables.Ouvre(TableComplements());
+        const std::string_view texte = produit.Texte(VDXPRO::Libelle);
+        LivreValeur(libelle, StupefiantOuvert(produit) ? LibelleStupefiant(texte) : std::string(texte));
+        tables.Ferme();
+        return Succes;
+    });
+}
+
+int32_t ProduitSupprime(const char* code, BSTR* date) {
+    return CadreChaine("ProduitSupprime_Vdx", date, [&]() -> int32_t {
+        const std::string cip = CodeProduit(code);
+        TablesOuvertes tables{&TableProduits()};
+        const std::string octets = FicheRequise(TableProduits(), cip);
+        tables.Ferme();
+        // A letter, then the day, the month and the year.
+        const std::string_view s = Fiche(octets).Texte(VDXPRO::Suppression);
+        if (s.empty()) return Rien;
+        std::string texte(Morceau(s, 1, 2));
+        texte.append("/").append(Morceau(s, 3, 2)).append("/").append(Morceau(s, 5, 4));
+        LivreValeur(date, texte);
+        return Succes;
+    });
+}
+
+int32_t Laboratoire(const char* code, BSTR* codeLaboratoire, BSTR* libelle) {
+    return CadreChaines("Laboratoire_Vdx", {codeLaboratoire, libelle}, [&]() -> int32_t {
+        const std::string cip = CodeProduit(code);
+        TablesOuvertes tables{&TableProduits(), &TableLaboratoires()};
+        const std::string octets = FicheRequise(TableProduits(), cip);
+        const std::string_view laboratoire = Fiche(octets).Texte(VDXPRO::Laboratoire);
+        LivrePaire(codeLaboratoire, libelle, laboratoire, LibelleLaboratoire(laboratoire));
+        tables.Ferme();
+        return Succes;
+    });
+}
+
+int32_t CIPRemplacant(const char* code, BSTR* remplacant) {
+    return CadreChaine("CIP_Remplacant_Vdx", remplacant, [&]() -> int32_t {
+        const std::string cip = CodeProduit(code);
+        TablesOuvertes tables{&TableProduits()};
+        const std::string octets = FicheRequise(TableProduits(), cip);
+        tables.Ferme();
+        const std::string_view autre = Fiche(octets).Texte(VDXPRO::CIPRemplacant);
+        LivreValeur(remplacant, autre.size() == LongueurCIP ? CIPSortant(autre) : std::string(autre));
+        return Succes;
+    });
+}
+
+int32_t TotalProduit() {
+    return CadreConnecte("TotalProduit_Vdx", []() -> int32_t {
+        TablesOuvertes tables{&TableProduits()};
+        Curseur curseur(TableProduits());
+        std::vector<magasin::Position> positions;
+        for (auto position = curseur.Premiere(); position; position = curseur.Suivante()) positions.push_back(*position);
+        tables.Ferme();
+        Liste() = {session().BaseFichiers, std::move(positions)};
+        return static_cast<int32_t>(Liste().positions.size());
+    });
+}
+
+int32_t GetProduit(int32_t rang, BSTR* code, BSTR* libelle) {
+    return CadreChaines("GetProduit_Vdx", {code, libelle}, [&]() -> int32_t {
+        const ListeProduits& liste = Liste();
+        if (liste.base != session().BaseFichiers || rang < 0 || static_cast<size_t>(rang) >= liste.positions.size())
+            throw Echec{Argument1};
+        TablesOuvertes tables{&TableProduits()};
+        const std::string octets = FicheA(TableProduits(), liste.positions[static_cast<size_t>(rang)]);
+        tables.Ferme();
+        const Fiche produit(octets);
+        LivrePaire(code, libelle, produit.Texte(VDXPRO::CodeCIP), produit.Texte(VDXPRO::Libelle));
+        return Succes;
+    });
+}
+
+}  // namespace vdx

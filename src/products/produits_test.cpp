@@ -1,0 +1,141 @@
+// Product lookup and labels through their exports, on the small product
+// base: labels as filed and as narcotics show them, the flags, deletion,
+// laboratory, replacement, and the list by rank.
+#include "products/produits.h"
+
+#include <gtest/gtest.h>
+
+#include "products/essai_produits.h"
+
+namespace vdx {
+namespace {
+
+using essai::BaseDeTest;
+using essai::Texte;
+
+class Produits : public essai::SurUneBase<Produits> {
+public:
+    static void Remplit(BaseDeTest& b) { essai::RemplitProduits(b); }
+
+protected:
+    void ModeTableau(int32_t unicode = 0) {
+        DeConnection2_Vdx();
+        ASSERT_EQ(Connection_Vdx(base_->Repertoire().c_str(), 0, unicode), 1);
+    }
+    // The label in memory mode, or the code.
+    static std::string Libelle(const char* code) {
+        const int32_t resultat = LibelleProduit_Vdx(code, nullptr);
+        return resultat == 1 ? Memoire() : std::to_string(resultat);
+    }
+};
+
+TEST_F(Produits, LabelsAreShownAsFiledWithTheirMarksOfUniqueness) {
+    EXPECT_EQ(Libelle("3000001"), "DOLIPRANE 500MG CPR");
+    EXPECT_EQ(Libelle("3000003"), "DOLIPRANE 500MG CPR.");
+    EXPECT_EQ(Libelle("3000013"), essai::LibellePlein);
+    EXPECT_EQ(Libelle("3000014"), essai::LibellePleinRaise);
+    EXPECT_EQ(Libelle("3111111"), "-90");
+}
+
+TEST_F(Produits, NarcoticLabelsHaveTheirNumbersSpelledOut) {
+    EXPECT_EQ(Libelle("3000007"), "SKENAN LP 10 (dix) MG GELULE");
+    EXPECT_EQ(Libelle("3000008"), "MORPHINE 0,5 (z\xE9ro virgule cinq) MG/1 (un(e)) ML");
+    EXPECT_EQ(Libelle("3000009"), "LISTEA 5MG");  // list "A" without prescription 18
+}
+
+TEST_F(Produits, LabelIsEightBitInAWideSessionAndEmptiedOnFailure) {
+    ModeTableau(1);
+    BSTR libelle = nullptr;
+    ASSERT_EQ(LibelleProduit_Vdx("3000001", &libelle), 1);
+    EXPECT_EQ(Texte(libelle), "DOLIPRANE 500MG CPR");
+    EXPECT_EQ(LibelleProduit_Vdx("300000", &libelle), VDX_CODE_MAL_FORME);
+    EXPECT_EQ(SysStringLen(libelle), 0u);
+    SysFreeString(libelle);
+    EXPECT_EQ(LibelleProduit_Vdx("3000001", nullptr), VDX_ERREUR_INTERNE);
+}
+
+TEST_F(Produits, FlagsTestOneBitEach) {
+    EXPECT_EQ(ProduitGenerique_Vdx("3000003"), 1);
+    EXPECT_EQ(ProduitGenerique_Vdx("3000001"), 0);
+    EXPECT_EQ(ProduitReferent_Vdx("3000001"), 1);
+    EXPECT_EQ(ProduitHospitalier_Vdx("3000005"), 1);
+    EXPECT_EQ(ProduitHospitalier_Vdx("3000001"), 0);
+    // Drapeaux 3: a doping generic.
+    EXPECT_EQ(ProduitDopant_Vdx("3000010"), 1);
+    EXPECT_EQ(ProduitGenerique_Vdx("3000010"), 1);
+    EXPECT_EQ(ProduitReferent_Vdx("3000010"), 0);
+    EXPECT_EQ(ProduitDopant_Vdx("3111111"), VDX_CODE_INCONNU);
+}
+
+TEST_F(Produits, FlagsTestTheCodeBeforeTheConnection) {
+    DeConnection2_Vdx();
+    EXPECT_EQ(ProduitGenerique_Vdx(nullptr), VDX_ARGUMENT1);
+    EXPECT_EQ(ProduitHospitalier_Vdx(""), VDX_ARGUMENT1);
+    EXPECT_EQ(ProduitGenerique_Vdx("3000003"), VDX_NON_CONNECTE);
+    EXPECT_EQ(IsT2A_Vdx(nullptr), VDX_NON_CONNECTE);
+}
+
+TEST_F(Produits, ADeletedProductGivesItsDate) {
+    EXPECT_EQ(ProduitSupprime_Vdx("3000004", nullptr), 1);
+    EXPECT_EQ(Memoire(), "15/03/2017");
+    SetString2_Vdx(nullptr);
+    EXPECT_EQ(ProduitSupprime_Vdx("3000001", nullptr), 0);
+    EXPECT_EQ(Memoire(), "<rien>");
+}
+
+TEST_F(Produits, LaboratoryGivesItsCodeAndLabel) {
+    EXPECT_EQ(Laboratoire_Vdx("3000001", nullptr, nullptr), 1);
+    EXPECT_EQ(Memoire(), "SANO@Sanofi Aventis France");
+    EXPECT_EQ(Laboratoire_Vdx("3000002", nullptr, nullptr), 1);
+    EXPECT_EQ(Memoire(), "XXXX@Laboratoire inconnu");
+    ModeTableau();
+    BSTR code = SysAllocString(u"ancien"), libelle = nullptr;
+    EXPECT_EQ(Laboratoire_Vdx("3111111", &code, &libelle), VDX_CODE_INCONNU);
+    EXPECT_EQ(SysStringLen(code), 0u);
+    ASSERT_EQ(Laboratoire_Vdx("3000001", &code, &libelle), 1);
+    EXPECT_EQ(Texte(code), "SANO");
+    EXPECT_EQ(Texte(libelle), "Sanofi Aventis France");
+    SysFreeString(code);
+    SysFreeString(libelle);
+}
+
+TEST_F(Produits, ReplacementIsGivenInTheSessionsForm) {
+    EXPECT_EQ(CIP_Remplacant_Vdx("3000004", nullptr), 1);
+    EXPECT_EQ(Memoire(), "3000001");
+    ActiveCIP13_Vdx(1);
+    EXPECT_EQ(CIP_Remplacant_Vdx("3000004", nullptr), 1);
+    EXPECT_EQ(Memoire(), "3400930000011");
+    EXPECT_EQ(CIP_Remplacant_Vdx("3000002", nullptr), 1);
+    EXPECT_EQ(Memoire(), "3000003");  // no 13-digit form
+    EXPECT_EQ(CIP_Remplacant_Vdx("3000001", nullptr), 1);
+    EXPECT_EQ(Memoire(), "");
+}
+
+TEST_F(Produits, ProductsByRankAfterTheirCount) {
+    ASSERT_EQ(TotalProduit_Vdx(), 14);
+    EXPECT_EQ(GetProduit_Vdx(0, nullptr, nullptr), 1);
+    EXPECT_EQ(Memoire(), "2000012@ALCOOL 70");
+    EXPECT_EQ(GetProduit_Vdx(12, nullptr, nullptr), 1);
+    EXPECT_EQ(Memoire(), "3000014@" + essai::LibellePleinRaise);
+    EXPECT_EQ(GetProduit_Vdx(13, nullptr, nullptr), 1);
+    EXPECT_EQ(Memoire(), "3000015@DOLIKO 100MG BUV");
+    for (int32_t rang : {14, -1, 1 << 30}) EXPECT_EQ(GetProduit_Vdx(rang, nullptr, nullptr), VDX_ARGUMENT1) << rang;
+
+    // The count belongs to its base: another base has none yet.
+    BaseDeTest autre;
+    essai::AjouteIdentite(autre);
+    autre.Ajoute("VDXPRO", {{"CodeCIP", "3000001"}, {"Libelle", "AUTRE"}});
+    DeConnection2_Vdx();
+    ASSERT_EQ(Connection_Vdx(autre.Repertoire().c_str(), 0, 0), 1);
+    BSTR code = SysAllocString(u"ancien"), libelle = nullptr;
+    EXPECT_EQ(GetProduit_Vdx(0, &code, &libelle), VDX_ARGUMENT1);
+    EXPECT_EQ(SysStringLen(code), 0u);
+    ASSERT_EQ(TotalProduit_Vdx(), 1);
+    ASSERT_EQ(GetProduit_Vdx(0, &code, &libelle), 1);
+    EXPECT_EQ(Texte(libelle), "AUTRE");
+    SysFreeString(code);
+    SysFreeString(libelle);
+}
+
+}  // namespace
+}  // namespace vdx

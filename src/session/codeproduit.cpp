@@ -1,0 +1,77 @@
+#include "session/codeproduit.h"
+
+#include <cstring>
+
+#include "session/cadre.h"
+#include "session/session.h"
+#include "session/tables.h"
+#include "store/catalogue.h"
+
+namespace vdx {
+namespace {
+
+const Table& TableCIP13() { return *TableNommee("VDXCIP13"); }
+
+// The code's other form, or the code itself.
+std::string Convertit(SensCIP sens, std::string_view code) {
+    if (!session().Connecte) return std::string(code);
+    try {
+        const std::optional<std::string> autre = CorrespondanceCIP(sens, code);
+        if (autre && !autre->empty()) return *autre;
+    } catch (const Echec&) {
+        // A failed mapping passes the code through, as an unknown one.
+    }
+    return std::string(code);
+}
+
+}  // namespace
+
+std::optional<std::string> CorrespondanceCIP(SensCIP sens, std::string_view code) {
+    // Key 0: CodeCIP then CIP13; key 1: CIP13 then CodeCIP.
+    const bool vers13 = sens == SensCIP::Vers13;
+    const size_t tete = vers13 ? LongueurCIP : LongueurCIP13;
+    const size_t autre = vers13 ? LongueurCIP13 : LongueurCIP;
+    TablesOuvertes tables{&TableCIP13()};
+    Curseur curseur(TableCIP13(), vers13 ? 0 : 1);
+    std::optional<std::string> resultat;
+    if (curseur.SuperieureOuEgale(code)) {
+        const std::string_view cle = curseur.Cle();
+        resultat.emplace();
+        if (code.size() == tete && cle.substr(0, tete) == code) {
+            const std::string_view suite = cle.substr(tete, autre);
+            resultat->assign(suite.substr(0, suite.find('\0')));
+        }
+    }
+    tables.Ferme();
+    return resultat;
+}
+
+std::string VersCIP13(std::string_view code) { return Convertit(SensCIP::Vers13, code); }
+std::string VersCIP7(std::string_view code) { return Convertit(SensCIP::Vers7, code); }
+
+std::string CIPSortant(std::string_view code) {
+    return session().CIP13Actif == CIP13Correspondance ? VersCIP13(code) : std::string(code);
+}
+
+std::string CodeProduit(const char* code, int32_t absent) {
+    if (!code || !*code) throw Echec{absent};
+    const size_t longueur = strnlen(code, LongueurCodeMax + 1);
+    if (longueur > LongueurCodeMax) throw Echec{CodeMalForme};
+    std::string texte(code, longueur);
+    switch (session().CIP13Actif) {
+        case 0:
+            if (longueur != LongueurCIP) throw Echec{CodeMalForme};
+            break;
+        case CIP13Correspondance:
+            if (longueur == LongueurCIP13) {
+                texte = VersCIP7(texte);
+                if (texte.size() == LongueurCIP13) throw Echec{CodeMalForme};
+            }
+            break;
+        default:
+            break;
+    }
+    return texte;
+}
+
+}  // namespace vdx

@@ -1,0 +1,194 @@
+#include "vocabulary/recherche.h"
+
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "session/cadre.h"
+#include "session/resultat.h"
+#include "session/session.h"
+#include "session/tables.h"
+#include "store/fiche.h"
+#include "store/pliage.h"
+
+namespace vdx {
+namespace {
+
+using magasin::Position;
+
+// The data file and the index of a vocabulary, the index on the number the
+// vocabulary gives (TablesOuvertes opens it on the catalogue's); closed in
+// order by Ferme, or by the destructor on any other way out.
+class FichiersVocabulaire {
+public:
+    explicit FichiersVocabulaire(const Vocabulaire& v) {
+        Ouvre(v.table->fichierDonnees, v.table->donnees);
+        Ouvre(v.table->fichierIndex, v.index);
+    }
+    ~FichiersVocabulaire() {
+        for (const Fichier& f : ouverts_) magasin::CloseCtFile(f.numero, magasin::LectureSeule);
+    }
+    FichiersVocabulaire(const FichiersVocabulaire&) = delete;
+    FichiersVocabulaire& operator=(const FichiersVocabulaire&) = delete;
+
+    void Ferme() {
+        std::vector<Fichier> fichiers;
+        fichiers.swap(ouverts_);
+        bool echec = false;
+        for (const Fichier& f : fichiers) {
+            if (echec)
+                magasin::CloseCtFile(f.numero, magasin::LectureSeule);
+            else
+                echec = !FermeTable(f.nom, f.numero);
+        }
+        if (echec) throw Echec{EchecMagasin};
+    }
+
+private:
+    struct Fichier {
+        const char* nom;
+        int numero;
+    };
+    void Ouvre(const char* nom, int numero) {
+        if (!OuvreTable(nom, numero)) throw Echec{EchecMagasin};
+        ouverts_.push_back({nom, numero});
+    }
+    std::vector<Fichier> ouverts_;
+};
+
+// A search text folded by MajusculeSansAccent, cut to `longueur`.
+std::string Plie(const char* texte, size_t longueur) {
+    if (!texte) return {};
+    return MajusculeSansAccent(std::string_view(texte).substr(0, longueur));
+}
+
+// The label held by a label key: its bytes up to the first NUL.
+std::string_view LibelleDeCle(std::string_view cle) { return cle.substr(0, cle.find('\0')); }
+
+// A row of a record: code, label, and empty texts to the shape.
+std::vector<Valeur> Ligne(const Vocabulaire& v, const Fiche& fiche) {
+    std::vector<Valeur> ligne;
+    if (v.code.nature == NatureChamp::Entier)
+        ligne.emplace_back(fiche.Entier(ChampEntier::De(v.code)));
+    else
+        ligne.emplace_back(std::string(fiche.Texte(ChampTexte::De(v.code))));
+    ligne.emplace_back(std::string(fiche.Texte(v.libelle)));
+    while (ligne.size() < v.forme.size()) ligne.emplace_back(std::string());
+    return ligne;
+}
+
+// Reads the record and adds its row; true when the row was new.
+bool AjouteFiche(Resultat& resultat, const Vocabulaire& v, Position position) {
+    const std::string octets = FicheA(*v.table, position);
+    const int32_t avant = resultat.Nombre();
+    return resultat.AjouteLigne(Ligne(v, Fiche(octets))) > avant;
+}
+
+// Whether `second` lies in `cle` without overlapping the first word's match
+// at `debut`, of `longueur`: before it, or behind it.
+bool SecondMotAPart(std::string_view cle, std::string_view second, size_t debut, size_t longueur) {
+    const size_t avant = cle.find(second);
+    if (avant != std::string_view::npos && avant + second.size() <= debut) return true;
+    return cle.find(second, debut + longueur) != std::string_view::npos;
+}
+
+// No start in the walk: nothing to deliver.
+Position Depart(std::optional<Position> position) {
+    if (!position) throw Echec{Rien};
+    return *position;
+}
+
+}  // namespace
+
+int32_t PasVocabulaire(VocabulaireDe vocabulaire, const char* nomExport, const char* texte, SAFEARRAY** tableau,
+                       const char* suite, int32_t nombre) {
+    return CadreConnecte(nomExport, [&]() -> int32_t {
+        const Vocabulaire& v = vocabulaire();
+        if (texte && texte[0] == ' ') return Rien;
+        const std::string prefixe = Plie(texte, v.longueurPrefixe);
+        Resultat resultat(tableau, v.forme, Argument2);
+        FichiersVocabulaire fichiers(v);
+        Curseur curseur(*v.table, v.Membre());
+        std::optional<Position> position;
+        if (suite && *suite) {
+            // The page begins behind the row named by Suite.
+            Depart(curseur.SuperieureOuEgale(Plie(suite, v.longueurPrefixe)));
+            position = Depart(curseur.Suivante());
+        } else {
+            position = Depart(curseur.SuperieureOuEgale(prefixe));
+        }
+        while (nombre > 0 && position) {
+            const std::string_view cle = LibelleDeCle(curseur.Cle());
+            if (cle.size() >= prefixe.size()) {
+                if (!cle.starts_with(prefixe)) break;
+                if (AjouteFiche(resultat, v, *position)) --nombre;
+            }
+            position = curseur.Suivante();
+        }
+        const int32_t n = resultat.Livre();
+        fichiers.Ferme();
+        return n;
+    });
+}
+
+int32_t MotVocabulaire(VocabulaireDe vocabulaire, const char* nomExport, const char* mot1, const char* mot2,
+                       int32_t partout, SAFEARRAY** tableau) {
+    return CadreConnecte(nomExport, [&]() -> int32_t {
+        const Vocabulaire& v = vocabulaire();
+        const bool premierVide = !mot1 || !*mot1;
+        const char* seul = premierVide ? mot2 : mot1;
+        if (!seul || !*seul) throw Echec{Argument1};
+        FichiersVocabulaire fichiers(v);
+        Resultat resultat(tableau, v.forme, Argument5);
+        const std::string premier = Plie(seul, TexteRechercheMax);
+        const std::string second = premierVide ? std::string() : Plie(mot2, TexteRechercheMax);
+        Curseur curseur(*v.table, v.Membre());
+        std::optional<Position> position = Depart(partout ? curseur.Premiere() : curseur.SuperieureOuEgale(premier));
+        for (; position; position = curseur.Suivante()) {
+            const std::string_view cle = LibelleDeCle(curseur.Cle());
+            if (cle.size() < premier.size()) {
+                if (partout) continue;
+                break;
+            }
+            size_t debut = 0;
+            if (!partout) {
+                if (!cle.starts_with(premier)) break;
+            } else if ((debut = cle.find(premier)) == std::string_view::npos) {
+                continue;
+            }
+            if (!second.empty() && !SecondMotAPart(cle, second, debut, premier.size())) continue;
+            AjouteFiche(resultat, v, *position);
+        }
+        const int32_t n = resultat.Livre();
+        fichiers.Ferme();
+        return n;
+    });
+}
+
+int32_t MotFamille(VocabulaireDe vocabulaire, const char* nomExport, const char* mot, SAFEARRAY** tableau,
+                   const char* prefixe) {
+    return CadreConnecte(nomExport, [&]() -> int32_t {
+        const Vocabulaire& v = vocabulaire();
+        if (!mot || !*mot) throw Echec{Argument1};
+        Resultat resultat(tableau, v.forme, Argument2);
+        FichiersVocabulaire fichiers(v);
+        const std::string cherche = Plie(mot, TexteRechercheMax);
+        const std::string debut = Plie(prefixe, v.longueurPrefixe);
+        Curseur curseur(*v.table, v.Membre());
+        std::optional<Position> position =
+            Depart(debut.empty() ? curseur.Premiere() : curseur.SuperieureOuEgale(debut));
+        for (; position && curseur.Cle().starts_with(debut); position = curseur.Suivante()) {
+            // The folded label is the record's: each record is read first.
+            const std::string octets = FicheA(*v.table, *position);
+            const Fiche fiche(octets);
+            if (MajusculeSansAccent(fiche.Texte(v.libelleCle.value())).find(cherche) != std::string::npos)
+                resultat.AjouteLigne(Ligne(v, fiche));
+        }
+        const int32_t n = resultat.Livre();
+        fichiers.Ferme();
+        return n;
+    });
+}
+
+}  // namespace vdx
