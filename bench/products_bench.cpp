@@ -15,6 +15,8 @@
 #include "platform/hote.h"
 #include "session/resultat.h"
 #include "store/fixture.h"
+#include "store/layouts.h"
+#include "store/magasin.h"
 #include "tests/identite.h"
 #include "vdx32/vdx32.h"
 
@@ -126,6 +128,26 @@ void Reference_LMDB(benchmark::State& state) {
     mdb_env_close(env);
 }
 BENCHMARK(Reference_LMDB);
+
+// The store alone on the path of LibelleProduit_Vdx: the two files of
+// VDXPRO opened, the code looked up, the record read, both closed.
+void Reference_Magasin(benchmark::State& state) {
+    using namespace vdx::magasin;
+    Base& b = LaBase();
+    const std::string donnees = b.base.Repertoire() + "/VDXPRO.DAT", index = b.base.Repertoire() + "/VDXPRO.NDX";
+    char fiche[VDXPRO::Longueur];
+    size_t i = 0;
+    for (auto _ : state) {
+        OpenCtFile(0, donnees.c_str(), LectureSeule);
+        OpenCtFile(1, index.c_str(), LectureSeule);
+        const Position p = CleEgale(1, b.codes[i].data());
+        if (p == 0 || LitFiche(0, p, fiche) != 0) state.SkipWithError("magasin");
+        CloseCtFile(0, LectureSeule);
+        CloseCtFile(1, LectureSeule);
+        i = (i + 1) % b.codes.size();
+    }
+}
+BENCHMARK(Reference_Magasin);
 
 // A page of 20 products from a prefix that holds 2,000 of them.
 void RechercheProduitParPas_Page20(benchmark::State& state) {

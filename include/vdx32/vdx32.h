@@ -417,8 +417,8 @@ VDX_API int32_t VDX_CALL ProduitReferent_Vdx(const char* Code);
 VDX_API int32_t VDX_CALL ProduitHospitalier_Vdx(const char* Code);
 
 /* The product's label; a narcotic's has its numbers spelled out as by
- * LibelleStupefiant_Vdx. 1; -10 also for a prescription line by common
- * name; -13; -90; -500. */
+ * LibelleStupefiant_Vdx. 1; -10 also for the code of a prescription line
+ * by common name that no product has; -13; -90; -500. */
 VDX_API int32_t VDX_CALL LibelleProduit_Vdx(const char* Code, BSTR* Libelle);
 /* 1 for a deleted product, with its date of deletion "JJ/MM/AAAA"; 0 for a
  * product on the market, nothing delivered. -10, -13, -90, -500. */
@@ -479,6 +479,73 @@ VDX_API int32_t VDX_CALL RechercheProduitParPas2_Vdx(const char* Texte, SAFEARRA
  * no array (mode 0) or an array of another record size; -500. */
 VDX_API int32_t VDX_CALL RechercheProduitParStatut_Vdx(int32_t CodeStatut, SAFEARRAY** Tableau, const char* Suite,
                                                        int32_t Nombre);
+
+/* ---- Composition ------------------------------------------------------ */
+
+/* A substance number (Code) goes from 0 to 99999; numbers above 30000 are
+ * concepts of the allergy thesaurus, which stand for their components.
+ * Product codes are checked as in the Products section. A label a table
+ * lacks never fails a call: the row says "Code N introuvable" (substances,
+ * units, routes) or "Libellé inconnu" (classes). */
+
+/* A component of a product. Quantite is a 32-bit float in the first four
+ * bytes of its slot (the slot's other bytes are not part of it). */
+typedef struct VdxComposant {
+    intptr_t SansQuantite; /* 1 when Quantite is 0, else 0 */
+    intptr_t CodeSubstance;
+    float Quantite;
+    BSTR Libelle;       /* the substance's label */
+    BSTR QuantiteTexte; /* the quantity as printed ("500 mg") */
+    BSTR LibelleUnite;  /* the unit's label */
+} VdxComposant;
+/* The composition of a product: its components in their order, the basis
+ * the quantities are expressed on (Exprime: "un comprimé"...) and the text
+ * of the composition (Composition), each empty when the base has none.
+ * Mode 0: *Tableau (an array of VdxComposant) is emptied and *Exprime and
+ * *Composition emptied once the code is checked and the tables opened; the
+ * rows' strings are wide in a wide session, the two texts always 8-bit.
+ * Other modes: a first row "basis@text", then one row per component:
+ * CodeSubstance@SansQuantite@Quantite@Libelle@QuantiteTexte@LibelleUnite,
+ * the quantity written without trailing zeros ("0.5", "1000").
+ * The rows; 0 for a product without component, whose strings then stay
+ * empty and for which nothing is delivered; -10, -13; -20 no array or an
+ * array of another record size (mode 0); -500; -2000 Exprime or
+ * Composition null in mode 0. */
+VDX_API int32_t VDX_CALL ProduitPA_Vdx(const char* Code, SAFEARRAY** Tableau, BSTR* Exprime, BSTR* Composition);
+
+/* The products that hold a substance, as an active substance (rows "PA")
+ * or as an excipient (rows "EXC"), widened to its synonyms, a concept
+ * giving the products of its components. The two exports are one search
+ * and give the same rows. Products reserved to hospitals are left out
+ * unless ActiveHospitaliers_Vdx(1), and so are lines by common name and
+ * deleted products. A product appears once, "PA" winning over "EXC"; a
+ * product the master table lacks reads "CIP : X inexistant". A substance
+ * above every product of an active substance is not looked for among the
+ * excipients. Rows (VdxTroisChaines): CodeCIP (seven digits), label, "PA"
+ * or "EXC", sorted by label. The rows; -10 Code below 0 or above 99999;
+ * -20 no array or an array of another record size (mode 0); -500. */
+VDX_API int32_t VDX_CALL PAProduits_Vdx(int32_t Code, SAFEARRAY** Tableau);
+VDX_API int32_t VDX_CALL ExcipientProduits_Vdx(int32_t Code, SAFEARRAY** Tableau);
+
+/* The label of a substance, of an excipient, as a single text (see
+ * Products). 1; -10 Code below 0 or above 99999; -90 unknown; -500. */
+VDX_API int32_t VDX_CALL LibellePA_Vdx(int32_t Code, BSTR* Libelle);
+VDX_API int32_t VDX_CALL LibelleExcipient_Vdx(int32_t Code, BSTR* Libelle);
+
+/* The synonyms of a substance, itself not among them, with their labels as
+ * substances. Rows (VdxCodeLibelle): code, label. The rows, 0 none; -10
+ * Code below 0 or above 99999; -20; -500. */
+VDX_API int32_t VDX_CALL SynonymeComposant_Vdx(int32_t Code, SAFEARRAY** Tableau);
+
+/* The therapeutic classes of a product, in the order of their codes. Rows
+ * (VdxTroisChaines): class code, the product's CodeCIP, class label. The
+ * rows, 0 none; -10, -13; -20; -500. */
+VDX_API int32_t VDX_CALL ProduitClasse_Vdx(const char* Code, SAFEARRAY** Tableau);
+
+/* The routes of administration of a product. Rows (VdxDeuxChaines): route
+ * code, label. A failing table gives fewer routes, not a failure. The rows,
+ * 0 none; -10, -13; -20. */
+VDX_API int32_t VDX_CALL ListeVoie_Vdx(const char* Code, SAFEARRAY** Tableau);
 
 /* ---- Documents -------------------------------------------------------- */
 

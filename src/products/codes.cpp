@@ -17,8 +17,14 @@
 namespace vdx {
 namespace {
 
-const Table& TablePrescriptions() { return *TableNommee("VDXPRESR"); }
-const Table& TableMedDC() { return *TableNommee("VDXYDCI"); }
+const Table& TablePrescriptions() {
+    static const Table& t = *TableNommee("VDXPRESR");
+    return t;
+}
+const Table& TableMedDC() {
+    static const Table& t = *TableNommee("VDXYDCI");
+    return t;
+}
 
 bool Chiffre(char c) { return c >= '0' && c <= '9'; }
 

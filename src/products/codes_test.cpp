@@ -93,10 +93,11 @@ TEST_F(Codes, InnerFormsPassAnUnmappedCodeThrough) {
 // Every product export that takes a code alone, called through the table of
 // exports in memory mode: the code check is the same for all.
 const char* const ExportsDeCode[] = {
-    "IsStupefiant_Vdx",   "Statut_Vdx",           "IsMedDC_Vdx",        "UCD_Vdx",           "GenCode_Vdx",
-    "CIP_To_CIS_Vdx",     "CodeRubrique_Vdx",     "NombreUCDParCIP_Vdx", "GetPictogramme_Vdx", "ProduitStatut_Vdx",
-    "IsT2A_Vdx",          "ProduitGenerique_Vdx", "ProduitDopant_Vdx",   "ProduitReferent_Vdx", "ProduitHospitalier_Vdx",
-    "LibelleProduit_Vdx", "ProduitSupprime_Vdx",  "Laboratoire_Vdx",     "CIP_Remplacant_Vdx",
+    "IsStupefiant_Vdx",     "Statut_Vdx",          "IsMedDC_Vdx",         "UCD_Vdx",
+    "GenCode_Vdx",          "CIP_To_CIS_Vdx",      "CodeRubrique_Vdx",    "NombreUCDParCIP_Vdx",
+    "GetPictogramme_Vdx",   "ProduitStatut_Vdx",   "IsT2A_Vdx",           "ProduitGenerique_Vdx",
+    "ProduitDopant_Vdx",    "ProduitReferent_Vdx", "ProduitHospitalier_Vdx", "LibelleProduit_Vdx",
+    "ProduitSupprime_Vdx",  "Laboratoire_Vdx",     "CIP_Remplacant_Vdx",
 };
 
 int32_t Appelle(const char* nom, const std::string& code) {

@@ -3,7 +3,6 @@
 #include <charconv>
 #include <string>
 
-#include "products/fiches.h"
 #include "session/codeproduit.h"
 #include "session/tables.h"
 
@@ -35,7 +34,7 @@ int32_t Lit(const Consultation& c, const Fiche& fiche, BSTR* sortie) {
 
 int32_t ConsulteFiche(const Consultation& c, const char* code, BSTR* sortie) {
     const std::string cip = CodeProduit(code);
-    const Table& table = *TableNommee(c.table);
+    const Table& table = c.table();
     TablesOuvertes tables{&table};
     const std::string octets = FicheRequise(table, cip);
     const int32_t resultat = Lit(c, Fiche(octets), sortie);

@@ -5,6 +5,7 @@
 
 #include <cstdint>
 
+#include "products/fiches.h"
 #include "store/champ.h"
 #include "store/layouts.h"
 #include "vdx32/oleauto.h"
@@ -21,7 +22,7 @@ enum class Lecture : uint8_t {
 
 struct Consultation {
     const char* nomExport;
-    const char* table;  // keyed first by the CodeCIP, alone or followed by another code
+    const Table& (*table)();  // keyed first by the CodeCIP, alone or followed by another code
     Champ champ;
     Lecture lecture;
     int32_t bit = 0;
@@ -36,22 +37,23 @@ int32_t Consulte(const Consultation& consultation, const char* code, BSTR* sorti
 
 namespace consultations {
 
-inline constexpr Consultation Generique{"ProduitGenerique_Vdx", "VDXPRO", VDXPRO::Drapeaux, Lecture::Bit,
+inline constexpr Consultation Generique{"ProduitGenerique_Vdx", TableProduits, VDXPRO::Drapeaux, Lecture::Bit,
                                         VDXPRO::Generique, true};
-inline constexpr Consultation Dopant{"ProduitDopant_Vdx", "VDXPRO", VDXPRO::Drapeaux, Lecture::Bit, VDXPRO::Dopant,
+inline constexpr Consultation Dopant{"ProduitDopant_Vdx", TableProduits, VDXPRO::Drapeaux, Lecture::Bit, VDXPRO::Dopant,
                                      true};
-inline constexpr Consultation Referent{"ProduitReferent_Vdx", "VDXPRO", VDXPRO::Drapeaux, Lecture::Bit,
+inline constexpr Consultation Referent{"ProduitReferent_Vdx", TableProduits, VDXPRO::Drapeaux, Lecture::Bit,
                                        VDXPRO::Referent, true};
-inline constexpr Consultation Hospitalier{"ProduitHospitalier_Vdx", "VDXPRO", VDXPRO::Drapeaux, Lecture::Bit,
+inline constexpr Consultation Hospitalier{"ProduitHospitalier_Vdx", TableProduits, VDXPRO::Drapeaux, Lecture::Bit,
                                           VDXPRO::Hospitalier, true};
-inline constexpr Consultation CodeRubrique{"CodeRubrique_Vdx", "VDXPRO", VDXPRO::CodeRubrique, Lecture::Nombre};
-inline constexpr Consultation UCD{"UCD_Vdx", "VDXPROA", VDXPROA::CodeUCD, Lecture::Texte};
-inline constexpr Consultation GenCode{"GenCode_Vdx", "VDXPROA", VDXPROA::GenCode, Lecture::Texte};
-inline constexpr Consultation NombreUCD{"NombreUCDParCIP_Vdx", "VDXPROA", VDXPROA::NombreUCD, Lecture::Nombre};
-inline constexpr Consultation Pictogramme{"GetPictogramme_Vdx", "VDXPROA", VDXPROA::Pictogramme, Lecture::Nombre};
-inline constexpr Consultation T2A{"IsT2A_Vdx", "VDXPROA", VDXPROA::T2A, Lecture::Oui};
-inline constexpr Consultation Statut{"ProduitStatut_Vdx", "VDXPROA", VDXPROA::CodeStatut, Lecture::Nombre};
-inline constexpr Consultation CIS{"CIP_To_CIS_Vdx", "VDXYCSCP", VDXYCSCP::CodeCIS, Lecture::Texte};
+inline constexpr Consultation CodeRubrique{"CodeRubrique_Vdx", TableProduits, VDXPRO::CodeRubrique, Lecture::Nombre};
+inline constexpr Consultation UCD{"UCD_Vdx", TableComplements, VDXPROA::CodeUCD, Lecture::Texte};
+inline constexpr Consultation GenCode{"GenCode_Vdx", TableComplements, VDXPROA::GenCode, Lecture::Texte};
+inline constexpr Consultation NombreUCD{"NombreUCDParCIP_Vdx", TableComplements, VDXPROA::NombreUCD, Lecture::Nombre};
+inline constexpr Consultation Pictogramme{"GetPictogramme_Vdx", TableComplements, VDXPROA::Pictogramme,
+                                          Lecture::Nombre};
+inline constexpr Consultation T2A{"IsT2A_Vdx", TableComplements, VDXPROA::T2A, Lecture::Oui};
+inline constexpr Consultation Statut{"ProduitStatut_Vdx", TableComplements, VDXPROA::CodeStatut, Lecture::Nombre};
+inline constexpr Consultation CIS{"CIP_To_CIS_Vdx", TableSpecialites, VDXYCSCP::CodeCIS, Lecture::Texte};
 
 }  // namespace consultations
 

@@ -16,6 +16,11 @@ const Table& TableComplements() {
     return t;
 }
 
+const Table& TableSpecialites() {
+    static const Table& t = *TableNommee("VDXYCSCP");
+    return t;
+}
+
 std::optional<std::string> FicheDuCode(const Table& table, std::string_view code) {
     if (code.size() != LongueurCIP) return std::nullopt;
     Curseur curseur(table);

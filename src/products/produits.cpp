@@ -12,7 +12,10 @@
 namespace vdx {
 namespace {
 
-const Table& TableLaboratoires() { return *TableNommee("VDXLAB"); }
+const Table& TableLaboratoires() {
+    static const Table& t = *TableNommee("VDXLAB");
+    return t;
+}
 
 // `longueur` bytes of `texte` from `debut`, fewer or none when it is short.
 std::string_view Morceau(std::string_view texte, size_t debut, size_t longueur) {
@@ -55,14 +58,19 @@ std::optional<std::string> LibelleProduitInterne(std::string_view code, bool tab
 int32_t LibelleProduit(const char* code, BSTR* libelle) {
     return CadreChaine("LibelleProduit_Vdx", libelle, [&]() -> int32_t {
         const std::string cip = CodeProduit(code);
-        if (EstMedDC(cip)) throw Echec{Argument1};
         TablesOuvertes tables{&TableProduits()};
-        const std::string octets = FicheRequise(TableProduits(), cip);
-        const Fiche produit(octets);
+        const std::optional<std::string> octets = FicheDuCode(TableProduits(), cip);
+        // A code no product has may be a prescription line by common name,
+        // which has no label here. Looked at last: it is the rare case.
+        if (!octets) throw Echec{EstMedDC(cip) ? Argument1 : CodeInconnu};
+        const Fiche produit(*octets);
         // The narcotic rule reads VDXPROA for a product of list "A" only.
         if (produit.Texte(VDXPRO::CodeTableau) == "A") tables.Ouvre(TableComplements());
         const std::string_view texte = produit.Texte(VDXPRO::Libelle);
-        LivreValeur(libelle, StupefiantOuvert(produit) ? LibelleStupefiant(texte) : std::string(texte));
+        if (StupefiantOuvert(produit))
+            LivreValeur(libelle, LibelleStupefiant(texte));
+        else
+            LivreValeur(libelle, texte);
         tables.Ferme();
         return Succes;
     });
@@ -113,7 +121,8 @@ int32_t TotalProduit() {
         TablesOuvertes tables{&TableProduits()};
         Curseur curseur(TableProduits());
         std::vector<magasin::Position> positions;
-        for (auto position = curseur.Premiere(); position; position = curseur.Suivante()) positions.push_back(*position);
+        for (auto position = curseur.Premiere(); position; position = curseur.Suivante())
+            positions.push_back(*position);
         tables.Ferme();
         Liste() = {session().BaseFichiers, std::move(positions)};
         return static_cast<int32_t>(Liste().positions.size());

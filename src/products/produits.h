@@ -18,8 +18,8 @@ namespace vdx {
 // an unknown code. Throws Echec(-500).
 std::optional<std::string> LibelleProduitInterne(std::string_view code, bool tablesTenues);
 
-// LibelleProduit_Vdx: -10 also for a line by common name; a narcotic's
-// label has its numbers spelled out.
+// LibelleProduit_Vdx: -10 also for a line by common name that no product
+// has (looked at only then); a narcotic's label has its numbers spelled out.
 int32_t LibelleProduit(const char* code, BSTR* libelle);
 // ProduitSupprime_Vdx: 1 and the date "JJ/MM/AAAA", or 0 and nothing.
 int32_t ProduitSupprime(const char* code, BSTR* date);

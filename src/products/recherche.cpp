@@ -21,8 +21,14 @@ namespace {
 
 using magasin::Position;
 
-const Table& TableCategories() { return *TableNommee("VDXVPRO"); }
-const Table& TableMedecin() { return *TableNommee("PRO"); }
+const Table& TableCategories() {
+    static const Table& t = *TableNommee("VDXVPRO");
+    return t;
+}
+const Table& TableMedecin() {
+    static const Table& t = *TableNommee("PRO");
+    return t;
+}
 
 // The category whose products RechercheProduitParPas_Vdx hides on request.
 constexpr int RubriqueMasquable = 40;

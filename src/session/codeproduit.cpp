@@ -10,7 +10,10 @@
 namespace vdx {
 namespace {
 
-const Table& TableCIP13() { return *TableNommee("VDXCIP13"); }
+const Table& TableCIP13() {
+    static const Table& t = *TableNommee("VDXCIP13");
+    return t;
+}
 
 // The code's other form, or the code itself.
 std::string Convertit(SensCIP sens, std::string_view code) {

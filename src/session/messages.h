@@ -44,5 +44,9 @@ inline constexpr const char* LibellesStatut[] = {"Aucun", "AMM", "ATU de cohorte
 inline std::string CodeIntrouvable(std::string_view code) {
     return "Code " + std::string(code) + " introuvable";
 }
+// A product of a reverse index of the composition that VDXPRO lacks.
+inline std::string CIPInexistant(std::string_view code) { return "CIP : " + std::string(code) + " inexistant"; }
+// A class of a product that VDXCLA lacks.
+inline constexpr char LibelleInconnu[] = "Libell\xE9 inconnu";
 
 }  // namespace vdx::messages

@@ -167,13 +167,8 @@ std::optional<Position> Curseur::SuperieureOuEgale(std::string_view cle) {
 }
 
 std::string FicheA(const Table& table, Position position) {
-    const uint32_t longueur = LongueurFiche(table.donnees, position);
-    std::string fiche(longueur, '\0');
-    const int erreur = ErreurCourante() != 0 ? ErreurCourante()
-                       : table.genre == Genre::Variable
-                           ? LitFicheVariable(table.donnees, position, fiche.data(), longueur)
-                           : magasin::LitFiche(table.donnees, position, fiche.data());
-    if (erreur != 0) {
+    std::string fiche;
+    if (LitFicheEntiere(table.donnees, position, fiche) != 0) {
         session().FichierErreur = table.fichierDonnees;
         throw Echec{EchecMagasin};
     }

@@ -533,6 +533,17 @@ int LitFiche(int numero, Position position, void* tampon) {
     });
 }
 
+int LitFicheEntiere(int numero, Position position, std::string& fiche) {
+    return SurFiche(numero, false, [&](Fichier& f, MDB_txn* txn) -> Statut {
+        MDB_val v;
+        if (Statut st = Cherche(f, txn, position, v); !st) return st;
+        // A fixed record has the file's length whatever was stored.
+        fiche.assign(static_cast<const char*>(v.mv_data), v.mv_size);
+        if (!f.Variable()) fiche.resize(f.entete.longueurFiche, '\0');
+        return {};
+    });
+}
+
 uint32_t LongueurFiche(int numero, Position position) {
     uint32_t longueur = 0;
     SurFiche(numero, false, [&](Fichier& f, MDB_txn* txn) -> Statut {

@@ -101,6 +101,9 @@ int LitFiche(int numero, Position position, void* tampon);
 // Length of a record: its own for a variable file, the record length for a fixed one.
 uint32_t LongueurFiche(int numero, Position position);
 int LitFicheVariable(int numero, Position position, void* tampon, uint32_t longueur);
+// The whole record at a position in one lookup: a fixed record at the file's
+// record length, a variable one at its own.
+int LitFicheEntiere(int numero, Position position, std::string& fiche);
 Position NewRecord(int numero);
 Position NouvelleFicheVariable(int numero, uint32_t longueur);
 int WriteRecordData(int numero, Position position, const void* tampon);

@@ -1,0 +1,51 @@
+// The composition of a product: its components with their quantities and
+// labels, the basis its quantities are expressed on, and the text of the
+// composition (ProduitPA_Vdx). The checks read it through
+// CompositionProduit.
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "store/catalogue.h"
+#include "store/champ.h"
+#include "vdx32/oleauto.h"
+
+namespace vdx {
+
+// One component of a product, a row of ProduitPA_Vdx.
+struct Composant {
+    int32_t SansQuantite = 0;  // 1 when Quantite is 0
+    int32_t CodeSubstance = 0;
+    float Quantite = 0;
+    std::string Libelle;        // of VDXVPA, or "Code N introuvable"
+    std::string QuantiteTexte;  // as printed
+    std::string LibelleUnite;   // of VDXVPAU, or "Code N introuvable"
+};
+
+struct Composition {
+    std::string LibelleExprime;    // the basis of the quantities (VDXVPAE), or empty
+    std::string TexteComposition;  // VDXVCOMG, or empty
+    std::vector<Composant> composants;  // in the order of VDXVCOMP
+};
+
+// The composition of `codeCIP` (a CodeCIP already checked). With
+// `tablesTenues` the caller holds VDXVCOMP, VDXVCOMG, VDXVPA, VDXVPAE and
+// VDXVPAU open. Throws Echec(-500) when the store fails.
+Composition CompositionProduit(std::string_view codeCIP, bool tablesTenues = false);
+
+// The label of an integer code in a table keyed by it alone (substances,
+// excipients, units, bases), which the caller holds open: nullopt for an
+// unknown code. Throws Echec(-500).
+std::optional<std::string> LibelleParCode(const Table& table, const ChampTexte& libelle, int32_t code);
+// The same, or "Code N introuvable".
+std::string LibelleOuIntrouvable(const Table& table, const ChampTexte& libelle, int32_t code);
+
+// ProduitPA_Vdx: the rows, 0 for a product without component (the host
+// strings then stay empty and nothing is delivered), -10, -13, -20, -500.
+int32_t ProduitPA(const char* code, SAFEARRAY** tableau, BSTR* exprime, BSTR* composition);
+
+}  // namespace vdx

@@ -1,0 +1,76 @@
+#include "products/composition_liens.h"
+
+#include <optional>
+
+#include "checks/voies.h"
+#include "session/cadre.h"
+#include "session/codeproduit.h"
+#include "session/messages.h"
+#include "session/resultat.h"
+#include "session/tables.h"
+#include "store/fiche.h"
+#include "store/layouts.h"
+
+namespace vdx {
+namespace {
+
+const Table& TableClassesProduits() {
+    static const Table& t = *TableNommee("VDXCLAP");
+    return t;
+}
+const Table& TableClasses() {
+    static const Table& t = *TableNommee("VDXCLA");
+    return t;
+}
+
+// VDXCLAP by product: CodeCIP, then the class code padded with blanks.
+constexpr int CleParProduit = 1;
+
+const FormeHote TroisChaines{TypeChamp::Texte, TypeChamp::Texte, TypeChamp::Texte};
+const FormeHote DeuxChaines{TypeChamp::Texte, TypeChamp::Texte};
+
+std::string LibelleClasse(std::string_view code) {
+    Curseur classes(TableClasses());
+    const auto position = classes.Egale(code);
+    if (!position) return messages::LibelleInconnu;
+    const std::string octets = FicheA(TableClasses(), *position);
+    return std::string(Fiche(octets).Texte(VDXCLA::Libelle));
+}
+
+}  // namespace
+
+std::vector<ClasseDuProduit> ClassesProduit(std::string_view codeCIP, bool tablesTenues) {
+    TablesOuvertes tables({&TableClassesProduits(), &TableClasses()}, tablesTenues);
+    std::vector<ClasseDuProduit> classes;
+    if (codeCIP.size() == LongueurCIP) {
+        Curseur cles(TableClassesProduits(), CleParProduit);
+        for (auto p = cles.SuperieureOuEgale(codeCIP); p && cles.Cle().substr(0, LongueurCIP) == codeCIP;
+             p = cles.Suivante()) {
+            std::string_view code = cles.Cle().substr(LongueurCIP, VDXCLAP::CodeClasse.capacite());
+            code = code.substr(0, code.find_last_not_of(std::string_view(" \0", 2)) + 1);
+            classes.push_back({std::string(code), LibelleClasse(code)});
+        }
+    }
+    tables.Ferme();
+    return classes;
+}
+
+int32_t ProduitClasse(const char* code, SAFEARRAY** tableau) {
+    return CadreConnecte("ProduitClasse_Vdx", [&]() -> int32_t {
+        const std::string cip = CodeProduit(code);
+        Resultat resultat(tableau, TroisChaines, Argument2);
+        for (ClasseDuProduit& c : ClassesProduit(cip)) resultat.AjouteLigne({std::move(c.CodeClasse), cip, std::move(c.Libelle)});
+        return resultat.Livre();
+    });
+}
+
+int32_t ListeVoie(const char* code, SAFEARRAY** tableau) {
+    return CadreConnecte("ListeVoie_Vdx", [&]() -> int32_t {
+        const std::string cip = CodeProduit(code);
+        Resultat resultat(tableau, DeuxChaines, Argument2);
+        for (Voie& v : VoiesProduit(cip)) resultat.AjouteLigne({std::move(v.CodeVoie), std::move(v.Libelle)});
+        return resultat.Livre();
+    });
+}
+
+}  // namespace vdx

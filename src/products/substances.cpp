@@ -1,0 +1,200 @@
+#include "products/substances.h"
+
+#include <algorithm>
+#include <array>
+#include <optional>
+#include <string_view>
+#include <unordered_set>
+
+#include "products/codes.h"
+#include "products/composition.h"
+#include "products/fiches.h"
+#include "session/cadre.h"
+#include "session/codeproduit.h"
+#include "session/messages.h"
+#include "session/resultat.h"
+#include "session/session.h"
+#include "session/tables.h"
+#include "store/cles.h"
+#include "store/fiche.h"
+#include "store/layouts.h"
+
+namespace vdx {
+namespace {
+
+const Table& TableSynonymes() {
+    static const Table& t = *TableNommee("VDXWSYNC");
+    return t;
+}
+const Table& TableConcepts() {
+    static const Table& t = *TableNommee("VDXWCCCO");
+    return t;
+}
+const Table& TableSubstances() {
+    static const Table& t = *TableNommee("VDXVPA");
+    return t;
+}
+const Table& TableExcipients() {
+    static const Table& t = *TableNommee("VDXVEXC");
+    return t;
+}
+
+// The reverse indexes, in the order they are looked at, and the word of
+// their rows.
+struct Inverse {
+    const Table& table;
+    const char* nature;
+};
+const std::array<Inverse, 2>& Inverses() {
+    static const std::array<Inverse, 2> inverses{{{*TableNommee("VDXVPAP"), "PA"}, {*TableNommee("VDXVEXCP"), "EXC"}}};
+    return inverses;
+}
+
+// The key of a reverse index: the substance on five digits, then the
+// CodeCIP.
+constexpr size_t ChiffresSubstance = 5;
+
+const FormeHote TroisChaines{TypeChamp::Texte, TypeChamp::Texte, TypeChamp::Texte};
+const FormeHote CodeLibelle{TypeChamp::Entier, TypeChamp::Texte};
+
+bool CodeValide(int32_t code) { return code >= 0 && code <= SubstanceMax; }
+
+// The walk of PAProduits_Vdx over the open tables.
+class Parcours {
+public:
+    // The products of the substance `code` and of its synonyms.
+    void Substance(int32_t code) {
+        Curseur synonymes(TableSynonymes());
+        auto position = synonymes.SuperieureOuEgale(CleEntiers({code, 0}));
+        for (int32_t courant = code;;) {
+            if (courant <= DerniereSubstance)
+                Produits(courant);
+            else
+                Composants(courant);
+            if (!position || LitMot(synonymes.Cle(), 0) != code) break;
+            courant = LitMot(synonymes.Cle(), 4);
+            position = synonymes.Suivante();
+        }
+    }
+
+    std::vector<ProduitDeSubstance> Lignes() && {
+        std::stable_sort(lignes_.begin(), lignes_.end(),
+                         [](const ProduitDeSubstance& a, const ProduitDeSubstance& b) { return a.Libelle < b.Libelle; });
+        return std::move(lignes_);
+    }
+
+private:
+    // A concept stands for its components.
+    void Composants(int32_t codeConcept) {
+        Curseur composants(TableConcepts());
+        for (auto p = composants.SuperieureOuEgale(CleEntiers({codeConcept, 0}));
+             p && LitMot(composants.Cle(), 0) == codeConcept; p = composants.Suivante())
+            Produits(LitMot(composants.Cle(), 4));
+    }
+
+    void Produits(int32_t substance) {
+        if (!CodeValide(substance)) return;  // no key holds it
+        const std::string tete = CleDecimale(substance, ChiffresSubstance);
+        for (const Inverse& inverse : Inverses()) {
+            Curseur cles(inverse.table);
+            auto position = cles.SuperieureOuEgale(tete);
+            // Nothing at or above the substance: the next index is not
+            // looked at either.
+            if (!position) return;
+            for (; position && cles.Cle().substr(0, ChiffresSubstance) == tete; position = cles.Suivante()) {
+                const std::string_view reste = cles.Cle().substr(ChiffresSubstance, LongueurCIP);
+                Produit(std::string(reste.substr(0, reste.find('\0'))), inverse.nature);
+            }
+        }
+    }
+
+    void Produit(std::string code, const char* nature) {
+        // A product is shown or hidden alike whichever index names it: its
+        // first meeting decides.
+        if (!vus_.insert(code).second) return;
+        const std::optional<std::string> octets = FicheDuCode(TableProduits(), code);
+        std::string libelle;
+        if (!octets) {
+            libelle = messages::CIPInexistant(code);
+        } else {
+            const Fiche fiche(*octets);
+            if (!session().HospitaliersActifs && (fiche.Entier(VDXPRO::Drapeaux) & VDXPRO::Hospitalier)) return;
+            if (!fiche.Texte(VDXPRO::Suppression).empty()) return;
+            libelle = fiche.Texte(VDXPRO::Libelle);
+        }
+        if (!session().MedDCMasque && EstMedDC(code)) return;
+        lignes_.push_back({std::move(code), std::move(libelle), nature});
+    }
+
+    std::unordered_set<std::string> vus_;
+    std::vector<ProduitDeSubstance> lignes_;
+};
+
+// A label export of a table keyed by a substance number.
+int32_t LibelleDeSubstance(const char* nomExport, const Table& table, const ChampTexte& champ, int32_t code,
+                           BSTR* libelle) {
+    return CadreChaine(nomExport, libelle, [&]() -> int32_t {
+        if (!CodeValide(code)) throw Echec{Argument1};
+        TablesOuvertes tables{&table};
+        const std::optional<std::string> texte = LibelleParCode(table, champ, code);
+        if (!texte) throw Echec{CodeInconnu};
+        LivreValeur(libelle, *texte);
+        tables.Ferme();
+        return Succes;
+    });
+}
+
+}  // namespace
+
+std::vector<ProduitDeSubstance> ProduitsDeSubstance(int32_t code, bool tablesTenues) {
+    TablesOuvertes tables({&TableSynonymes(), &TableConcepts(), &Inverses()[0].table, &Inverses()[1].table,
+                           &TableProduits()},
+                          tablesTenues);
+    Parcours parcours;
+    parcours.Substance(code);
+    std::vector<ProduitDeSubstance> lignes = std::move(parcours).Lignes();
+    tables.Ferme();
+    return lignes;
+}
+
+int32_t ProduitsSubstanceExport(const char* nomExport, int32_t code, SAFEARRAY** tableau) {
+    return CadreConnecte(nomExport, [&]() -> int32_t {
+        if (!CodeValide(code)) throw Echec{Argument1};
+        Resultat resultat(tableau, TroisChaines, Argument2);
+        for (ProduitDeSubstance& p : ProduitsDeSubstance(code))
+            resultat.AjouteLigne({std::move(p.CodeCIP), std::move(p.Libelle), std::move(p.Nature)});
+        return resultat.Livre();
+    });
+}
+
+int32_t LibellePA(int32_t code, BSTR* libelle) {
+    return LibelleDeSubstance("LibellePA_Vdx", TableSubstances(), VDXVPA::Libelle, code, libelle);
+}
+
+int32_t LibelleExcipient(int32_t code, BSTR* libelle) {
+    return LibelleDeSubstance("LibelleExcipient_Vdx", TableExcipients(), VDXVEXC::Libelle, code, libelle);
+}
+
+std::vector<Synonyme> SynonymesComposant(int32_t code, bool tablesTenues) {
+    TablesOuvertes tables({&TableSynonymes(), &TableSubstances()}, tablesTenues);
+    std::vector<Synonyme> synonymes;
+    Curseur cles(TableSynonymes());
+    for (auto p = cles.SuperieureOuEgale(CleEntiers({code, 0})); p && LitMot(cles.Cle(), 0) == code;
+         p = cles.Suivante()) {
+        const int32_t synonyme = LitMot(cles.Cle(), 4);
+        synonymes.push_back({synonyme, LibelleOuIntrouvable(TableSubstances(), VDXVPA::Libelle, synonyme)});
+    }
+    tables.Ferme();
+    return synonymes;
+}
+
+int32_t SynonymeComposant(int32_t code, SAFEARRAY** tableau) {
+    return CadreConnecte("SynonymeComposant_Vdx", [&]() -> int32_t {
+        if (!CodeValide(code)) throw Echec{Argument1};
+        Resultat resultat(tableau, CodeLibelle, Argument2);
+        for (Synonyme& s : SynonymesComposant(code)) resultat.AjouteLigne({s.Code, std::move(s.Libelle)});
+        return resultat.Livre();
+    });
+}
+
+}  // namespace vdx

@@ -1,0 +1,60 @@
+// The products of a substance, widened through its synonyms and the
+// components of a concept (PAProduits_Vdx, ExcipientProduits_Vdx), the
+// labels of substances and excipients, and the synonyms of a component.
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+#include "vdx32/oleauto.h"
+
+namespace vdx {
+
+// Substance numbers are written on five digits in the reverse indexes.
+inline constexpr int32_t SubstanceMax = 99999;
+// Numbers above this one are concepts of the thesaurus: their products are
+// those of their components.
+inline constexpr int32_t DerniereSubstance = 30000;
+
+// A row of PAProduits_Vdx: the product, its label ("CIP : X inexistant" for
+// a code VDXPRO lacks) and the reverse index that named it, "PA" or "EXC".
+struct ProduitDeSubstance {
+    std::string CodeCIP;
+    std::string Libelle;
+    std::string Nature;
+};
+
+// The products of `code` (0 to SubstanceMax, checked by the caller) and of
+// each of its synonyms, a concept standing for its components; for each
+// substance VDXVPAP then VDXVEXCP, except that a substance above every key
+// of VDXVPAP is not looked for in VDXVEXCP. Products reserved to hospitals
+// (unless HospitaliersActifs), lines by common name and deleted products
+// are left out; a product has one row, the first met, so "PA" wins. Sorted
+// by label. With `tablesTenues` the caller holds VDXWSYNC, VDXWCCCO,
+// VDXVPAP, VDXVEXCP and VDXPRO open. Throws Echec(-500).
+std::vector<ProduitDeSubstance> ProduitsDeSubstance(int32_t code, bool tablesTenues = false);
+
+// PAProduits_Vdx and ExcipientProduits_Vdx: the same walk under two names.
+// The rows; -10 a code outside 0 to 99999; -20; -500.
+int32_t ProduitsSubstanceExport(const char* nomExport, int32_t code, SAFEARRAY** tableau);
+
+// LibellePA_Vdx (VDXVPA) and LibelleExcipient_Vdx (VDXVEXC): 1; -10 a code
+// outside 0 to 99999; -90 unknown; -500.
+int32_t LibellePA(int32_t code, BSTR* libelle);
+int32_t LibelleExcipient(int32_t code, BSTR* libelle);
+
+// A synonym of a component, labelled from VDXVPA ("Code N introuvable").
+struct Synonyme {
+    int32_t Code;
+    std::string Libelle;
+};
+// The synonyms of `code` in the order of VDXWSYNC, the code itself not
+// among them. With `tablesTenues` the caller holds VDXWSYNC and VDXVPA open.
+// Throws Echec(-500).
+std::vector<Synonyme> SynonymesComposant(int32_t code, bool tablesTenues = false);
+// SynonymeComposant_Vdx: the rows (code, label); -10 a code outside 0 to
+// 99999; -20; -500.
+int32_t SynonymeComposant(int32_t code, SAFEARRAY** tableau);
+
+}  // namespace vdx
