@@ -177,58 +177,7 @@ Produit ProduitCategorie(Position position) {
 
 // The doctor's PRO files, opened for reading in his directory and closed
 // in order on every way out.
-class FichiersMedecin {
-public:
-    FichiersMedecin() {
-        const Table& t = TableMedecin();
-        Ouvre(t.fichierDonnees, t.donnees);
-        Ouvre(t.fichierIndex, t.index());
-    }
-    ~FichiersMedecin() {
-        for (const Fichier& f : ouverts_) magasin::CloseCtFile(f.numero, magasin::LectureSeule);
-    }
-    FichiersMedecin(const FichiersMedecin&) = delete;
-    FichiersMedecin& operator=(const FichiersMedecin&) = delete;
 
-    void Ferme() {
-        std::vector<Fichier> fichiers;
-        fichiers.swap(ouverts_);
-        bool echec = false;
-        for (const Fichier& f : fichiers) {
-            if (echec)
-                magasin::CloseCtFile(f.numero, magasin::LectureSeule);
-            else
-                echec = !FermeTableMedecin(f.nom, f.numero, magasin::LectureSeule);
-        }
-        if (echec) throw Echec{EchecMagasin};
-    }
-
-private:
-    struct Fichier {
-        const char* nom;
-        int numero;
-    };
-    void Ouvre(const char* nom, int numero) {
-        if (!OuvreTableMedecin(nom, numero, magasin::LectureSeule)) throw Echec{EchecMagasin};
-        ouverts_.push_back({nom, numero});
-    }
-    std::vector<Fichier> ouverts_;
-};
-
-// The category letter that the low byte of Options chooses.
-std::optional<char> LettreCategorie(int32_t options) {
-    switch (options & 0xFF) {
-        case 0: return 'S';
-        case 1: return 'A';
-        case 2: return 'T';
-        case 4: return 'C';
-        case 8: return 'D';
-        case 16: return 'V';
-        case 32: return 'X';
-        case 64: return VDXVPRO::TousProduits;
-        default: return std::nullopt;
-    }
-}
 
 bool CommenceParUnBlanc(const char* texte) { return texte && texte[0] == ' '; }
 
@@ -256,7 +205,8 @@ int32_t RechercheProduitParPas(const char* texte, SAFEARRAY** tableau, int32_t o
             return n;
         }
         if (!session().ConnecteMedecin) throw Echec{MedecinNonConnecte};
-        FichiersMedecin medecin;
+        TablesOuvertes medecin;
+        medecin.OuvreMedecin(TableMedecin());
         TablesOuvertes tables{&TableProduits()};
         const int32_t n = Parcourt({TableMedecin(), 1, "", libelleCle, CleLibelleProduit, true, ProduitMedecin},
                                    texte, resultat, options, suite, nombre);
@@ -271,7 +221,7 @@ int32_t RechercheProduitParPas2(const char* texte, SAFEARRAY** tableau, int32_t 
     return CadreConnecte("RechercheProduitParPas2_Vdx", [&]() -> int32_t {
         if (CommenceParUnBlanc(texte)) return Rien;
         Resultat resultat(tableau, FormeProduit, Argument2);
-        const std::optional<char> lettre = LettreCategorie(options);
+        const std::optional<char> lettre = CategorieDesOptions(options);
         if (!lettre) throw Echec{Argument3};
         TablesOuvertes tables{&TableCategories()};
         // The letter leads the key, so a walk stays in its category.

@@ -106,11 +106,22 @@ TablesOuvertes::~TablesOuvertes() {
     for (const Fichier& f : ouverts_) CloseCtFile(f.numero, LectureSeule);
 }
 
+void TablesOuvertes::Ajoute(Fichier f) {
+    const bool ouvert = f.medecin ? OuvreTableMedecin(f.nom, f.numero, LectureSeule) : OuvreTable(f.nom, f.numero);
+    if (!ouvert) throw Echec{EchecMagasin};
+    ouverts_.push_back(f);
+}
+
 void TablesOuvertes::Ouvre(const Table& table) {
-    for (const Fichier f : {Fichier{table.fichierDonnees, table.donnees}, Fichier{table.fichierIndex, table.index()}}) {
-        if (!OuvreTable(f.nom, f.numero)) throw Echec{EchecMagasin};
-        ouverts_.push_back(f);
-    }
+    Ajoute({table.fichierDonnees, table.donnees, false});
+    Ajoute({table.fichierIndex, table.index(), false});
+}
+
+void TablesOuvertes::OuvreFichier(const char* nom, int numero) { Ajoute({nom, numero, false}); }
+
+void TablesOuvertes::OuvreMedecin(const Table& table) {
+    Ajoute({table.fichierDonnees, table.donnees, true});
+    Ajoute({table.fichierIndex, table.index(), true});
 }
 
 void TablesOuvertes::Ferme() {
@@ -121,7 +132,7 @@ void TablesOuvertes::Ferme() {
         if (echec)
             CloseCtFile(f.numero, LectureSeule);  // the first failure is the one reported
         else
-            echec = !FermeTable(f.nom, f.numero);
+            echec = !(f.medecin ? FermeTableMedecin(f.nom, f.numero, LectureSeule) : FermeTable(f.nom, f.numero));
     }
     if (echec) throw Echec{EchecMagasin};
 }

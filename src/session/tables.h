@@ -46,6 +46,12 @@ public:
 
     // Throws Echec(-500) when a file can't be opened.
     void Ouvre(const Table& table);
+    // One file of the base on a number of the caller's choice (an index
+    // opened on another number than the catalogue's).
+    void OuvreFichier(const char* nom, int numero);
+    // A table of the doctor's base, read-only, waiting while another
+    // process holds it.
+    void OuvreMedecin(const Table& table);
     // Throws Echec(-500) when a file can't be closed.
     void Ferme();
 
@@ -53,7 +59,9 @@ private:
     struct Fichier {
         const char* nom;
         int numero;
+        bool medecin;
     };
+    void Ajoute(Fichier f);
     std::vector<Fichier> ouverts_;
 };
 

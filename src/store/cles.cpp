@@ -120,4 +120,18 @@ int AjouteCle(const Disposition& d, size_t numero, std::string& cle, std::string
     }
 }
 
+std::optional<char> CategorieDesOptions(int32_t options) {
+    switch (options & 0xFF) {
+        case 0: return 'S';
+        case 1: return 'A';
+        case 2: return 'T';
+        case 4: return 'C';
+        case 8: return 'D';
+        case 16: return 'V';
+        case 32: return 'X';
+        case 64: return VDXVPRO::TousProduits;
+        default: return std::nullopt;
+    }
+}
+
 }  // namespace vdx

@@ -34,6 +34,10 @@ std::string CleLibelleProduit(std::string_view libelle);
 // decimal: 10, 11, 30, 90 "A" for a code beginning with "2", else "S";
 // 40 "V"; 50, 59 "D"; 60 "C"; 80 "A"; 81 "T"; any other "X".
 char CategorieProduit(std::string_view codeRubrique, std::string_view codeCIP);
+// The category letter that the low byte of a search's Options selects: 0
+// "S", 1 "A", 2 "T", 4 "C", 8 "D", 16 "V", 32 "X", 64 every product ("Z");
+// none for any other byte.
+std::optional<char> CategorieDesOptions(int32_t options);
 // The key of VDXVPRO: the letter, then the folded label.
 std::string CleCategorie(char categorie, std::string_view libelle);
 

@@ -10,6 +10,7 @@
 #include "session/resultat.h"
 #include "session/session.h"
 #include "session/tables.h"
+#include "store/cles.h"
 #include "store/layouts.h"
 #include "store/pliage.h"
 #include "vocabulary/vocabulaires.h"
@@ -128,19 +129,6 @@ private:
     bool fini_ = false;
 };
 
-// The category letter that the low byte of Options selects.
-char LettreLexico(int32_t options) {
-    switch (options & 0xFF) {
-        case 0: return 'S';
-        case 1: return 'A';
-        case 2: return 'T';
-        case 4: return 'C';
-        case 8: return 'D';
-        case 16: return 'V';
-        case 32: return 'X';
-        default: return 'Z';
-    }
-}
 
 struct Prise {
     std::string code;
@@ -152,7 +140,7 @@ class Scan {
 public:
     Scan(std::string premier, std::vector<std::string> voulus, std::vector<std::string> exclus, int32_t options)
         : premier_(std::move(premier)), voulus_(std::move(voulus)), exclus_(std::move(exclus)),
-          lettre_(LettreLexico(options)), sansSupprimes_(options >= SansSupprimes) {}
+          lettre_(CategorieDesOptions(options).value_or(VDXVPRO::TousProduits)), sansSupprimes_(options >= SansSupprimes) {}
 
     void Parcourt(std::string_view texte) {
         for (;;) {

@@ -18,44 +18,12 @@ namespace {
 using magasin::Position;
 
 // The data file and the index of a vocabulary, the index on the number the
-// vocabulary gives (TablesOuvertes opens it on the catalogue's); closed in
-// order by Ferme, or by the destructor on any other way out.
-class FichiersVocabulaire {
-public:
-    explicit FichiersVocabulaire(const Vocabulaire& v) {
-        Ouvre(v.table->fichierDonnees, v.table->donnees);
-        Ouvre(v.table->fichierIndex, v.index);
-    }
-    ~FichiersVocabulaire() {
-        for (const Fichier& f : ouverts_) magasin::CloseCtFile(f.numero, magasin::LectureSeule);
-    }
-    FichiersVocabulaire(const FichiersVocabulaire&) = delete;
-    FichiersVocabulaire& operator=(const FichiersVocabulaire&) = delete;
+// vocabulary gives (the catalogue's but for the step search of excipients).
+void OuvreVocabulaire(TablesOuvertes& tables, const Vocabulaire& v) {
+    tables.OuvreFichier(v.table->fichierDonnees, v.table->donnees);
+    tables.OuvreFichier(v.table->fichierIndex, v.index);
+}
 
-    void Ferme() {
-        std::vector<Fichier> fichiers;
-        fichiers.swap(ouverts_);
-        bool echec = false;
-        for (const Fichier& f : fichiers) {
-            if (echec)
-                magasin::CloseCtFile(f.numero, magasin::LectureSeule);
-            else
-                echec = !FermeTable(f.nom, f.numero);
-        }
-        if (echec) throw Echec{EchecMagasin};
-    }
-
-private:
-    struct Fichier {
-        const char* nom;
-        int numero;
-    };
-    void Ouvre(const char* nom, int numero) {
-        if (!OuvreTable(nom, numero)) throw Echec{EchecMagasin};
-        ouverts_.push_back({nom, numero});
-    }
-    std::vector<Fichier> ouverts_;
-};
 
 // A search text folded by MajusculeSansAccent, cut to `longueur`.
 std::string Plie(const char* texte, size_t longueur) {
@@ -108,7 +76,8 @@ int32_t PasVocabulaire(VocabulaireDe vocabulaire, const char* nomExport, const c
         if (texte && texte[0] == ' ') return Rien;
         const std::string prefixe = Plie(texte, v.longueurPrefixe);
         Resultat resultat(tableau, v.forme, Argument2);
-        FichiersVocabulaire fichiers(v);
+        TablesOuvertes fichiers;
+        OuvreVocabulaire(fichiers, v);
         Curseur curseur(*v.table, v.Membre());
         std::optional<Position> position;
         if (suite && *suite) {
@@ -139,7 +108,8 @@ int32_t MotVocabulaire(VocabulaireDe vocabulaire, const char* nomExport, const c
         const bool premierVide = !mot1 || !*mot1;
         const char* seul = premierVide ? mot2 : mot1;
         if (!seul || !*seul) throw Echec{Argument1};
-        FichiersVocabulaire fichiers(v);
+        TablesOuvertes fichiers;
+        OuvreVocabulaire(fichiers, v);
         Resultat resultat(tableau, v.forme, Argument5);
         const std::string premier = Plie(seul, TexteRechercheMax);
         const std::string second = premierVide ? std::string() : Plie(mot2, TexteRechercheMax);
@@ -172,7 +142,8 @@ int32_t MotFamille(VocabulaireDe vocabulaire, const char* nomExport, const char*
         const Vocabulaire& v = vocabulaire();
         if (!mot || !*mot) throw Echec{Argument1};
         Resultat resultat(tableau, v.forme, Argument2);
-        FichiersVocabulaire fichiers(v);
+        TablesOuvertes fichiers;
+        OuvreVocabulaire(fichiers, v);
         const std::string cherche = Plie(mot, TexteRechercheMax);
         const std::string debut = Plie(prefixe, v.longueurPrefixe);
         Curseur curseur(*v.table, v.Membre());
