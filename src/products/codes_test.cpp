@@ -20,12 +20,6 @@ class Codes : public essai::SurUneBase<Codes> {
 public:
     static void Remplit(BaseDeTest& b) { essai::RemplitProduits(b); }
 
-protected:
-    // Reconnects in array mode.
-    void ModeTableau(int32_t unicode = 0) {
-        DeConnection2_Vdx();
-        ASSERT_EQ(Connection_Vdx(base_->Repertoire().c_str(), 0, unicode), 1);
-    }
 };
 
 // ---- 13-digit codes ----
@@ -71,7 +65,7 @@ TEST_F(Codes, MappingExportsRefuseCodesOfAnotherLength) {
 }
 
 TEST_F(Codes, MappingEmptiesTheHostStringFirstInArrayMode) {
-    ModeTableau();
+    ReconnecteEnTableau();
     BSTR sortie = SysAllocString(u"ancien");
     EXPECT_EQ(CIP_CIP13_Vdx("30000", &sortie), VDX_CODE_MAL_FORME);
     EXPECT_EQ(SysStringLen(sortie), 0u);
@@ -232,7 +226,7 @@ TEST_F(Codes, StatusIsOneRowOfSixteenFields) {
 }
 
 TEST_F(Codes, StatusFillsTheHostRecordAfterClearingIt) {
-    ModeTableau(1);
+    ReconnecteEnTableau(1);
     VdxStatut fiche{};
     fiche.Statut1 = 42;
     fiche.TexteStatut2 = SysAllocString(u"ancien");

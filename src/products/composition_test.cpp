@@ -19,10 +19,6 @@ public:
     static void Remplit(BaseDeTest& b) { essai::RemplitComposition(b); }
 
 protected:
-    void ModeTableau(int32_t unicode = 0) {
-        DeConnection2_Vdx();
-        ASSERT_EQ(Connection_Vdx(base_->Repertoire().c_str(), 0, unicode), 1);
-    }
     // The flat text of a call in memory mode, or its code.
     static std::string Plat(const char* code) {
         const int32_t n = ProduitPA_Vdx(code, nullptr, nullptr, nullptr);
@@ -85,7 +81,7 @@ TEST_F(ComposantsProduit, ProductCodesAreCheckedAndMapped) {
 }
 
 TEST_F(ComposantsProduit, TheHostArrayHoldsTheRowsAndTheStringsTheTwoTexts) {
-    ModeTableau();
+    ReconnecteEnTableau();
     Sortie s;
     ASSERT_EQ(s.Appelle("3000001"), 2);
     ASSERT_EQ(s.Nombre(), 2u);
@@ -108,7 +104,7 @@ TEST_F(ComposantsProduit, TheHostArrayHoldsTheRowsAndTheStringsTheTwoTexts) {
 }
 
 TEST_F(ComposantsProduit, InAWideSessionRowsAreWideAndTheTwoTextsEightBit) {
-    ModeTableau(1);
+    ReconnecteEnTableau(1);
     Sortie s;
     ASSERT_EQ(s.Appelle("3000001"), 2);
     EXPECT_EQ(SysStringLen(s.Ligne(0).Libelle), 11u);
@@ -117,7 +113,7 @@ TEST_F(ComposantsProduit, InAWideSessionRowsAreWideAndTheTwoTextsEightBit) {
 }
 
 TEST_F(ComposantsProduit, BadArraysAndStringsOfTheHost) {
-    ModeTableau();
+    ReconnecteEnTableau();
     Sortie s;
     EXPECT_EQ(ProduitPA_Vdx("3000001", nullptr, &s.exprime, &s.composition), VDX_ARGUMENT2);
     SAFEARRAY* petit = essai::TableauDeFiches(3);

@@ -18,10 +18,6 @@ public:
     static void Remplit(BaseDeTest& b) { essai::RemplitProduits(b); }
 
 protected:
-    void ModeTableau(int32_t unicode = 0) {
-        DeConnection2_Vdx();
-        ASSERT_EQ(Connection_Vdx(base_->Repertoire().c_str(), 0, unicode), 1);
-    }
     // The label in memory mode, or the code.
     static std::string Libelle(const char* code) {
         const int32_t resultat = LibelleProduit_Vdx(code, nullptr);
@@ -44,7 +40,7 @@ TEST_F(Produits, NarcoticLabelsHaveTheirNumbersSpelledOut) {
 }
 
 TEST_F(Produits, LabelIsEightBitInAWideSessionAndEmptiedOnFailure) {
-    ModeTableau(1);
+    ReconnecteEnTableau(1);
     BSTR libelle = nullptr;
     ASSERT_EQ(LibelleProduit_Vdx("3000001", &libelle), 1);
     EXPECT_EQ(Texte(libelle), "DOLIPRANE 500MG CPR");
@@ -88,7 +84,7 @@ TEST_F(Produits, LaboratoryGivesItsCodeAndLabel) {
     EXPECT_EQ(Memoire(), "SANO@Sanofi Aventis France");
     EXPECT_EQ(Laboratoire_Vdx("3000002", nullptr, nullptr), 1);
     EXPECT_EQ(Memoire(), "XXXX@Laboratoire inconnu");
-    ModeTableau();
+    ReconnecteEnTableau();
     BSTR code = SysAllocString(u"ancien"), libelle = nullptr;
     EXPECT_EQ(Laboratoire_Vdx("3111111", &code, &libelle), VDX_CODE_INCONNU);
     EXPECT_EQ(SysStringLen(code), 0u);

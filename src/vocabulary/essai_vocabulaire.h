@@ -39,6 +39,12 @@ protected:
         RemetSession();
     }
 
+    // Reconnects in array mode.
+    void ReconnecteEnTableau(int32_t unicode = 0) {
+        DeConnection2_Vdx();
+        ASSERT_EQ(Connection_Vdx(base_->Repertoire().c_str(), 0, unicode), 1);
+    }
+
     // The flat text of the last result in memory mode.
     static std::string Memoire() { return session().ChaineMemoire.value_or("<rien>"); }
 
