@@ -8,128 +8,70 @@
 
 namespace voc = vdx::vocabulaires;
 
+// The searches differ only by their vocabulary: each export is named once,
+// and its name in the frame's messages is that same name.
+#define RECHERCHE_PAR_PAS(Nom, Vocabulaire)                                                                  \
+    VDX_API int32_t VDX_CALL Nom(const char* Texte, SAFEARRAY** Tableau, const char* Suite, int32_t Nombre) { \
+        return vdx::PasVocabulaire(voc::Vocabulaire, #Nom, Texte, Tableau, Suite, Nombre);                  \
+    }
+#define RECHERCHE_LEXICO(Nom, Vocabulaire)                                                                    \
+    VDX_API int32_t VDX_CALL Nom(const char* Mot1, const char* Mot2, int32_t Partout, SAFEARRAY** Tableau) { \
+        return vdx::MotVocabulaire(voc::Vocabulaire, #Nom, Mot1, Mot2, Partout, Tableau);                    \
+    }
+
 extern "C" {
 
 VDX_API int32_t VDX_CALL ListeALD_Vdx(SAFEARRAY** Tableau) { return vdx::ListeALD(Tableau); }
 
 // Searches of the engines.
 
-VDX_API int32_t VDX_CALL RechercheAMMParPas_Vdx(const char* Texte, SAFEARRAY** Tableau, const char* Suite,
-                                                int32_t Nombre) {
-    return vdx::PasVocabulaire(voc::AMM, "RechercheAMMParPas_Vdx", Texte, Tableau, Suite, Nombre);
-}
+RECHERCHE_PAR_PAS(RechercheAMMParPas_Vdx, AMM)
 
-VDX_API int32_t VDX_CALL RechercheAMMLexico_Vdx(const char* Mot1, const char* Mot2, int32_t Partout,
-                                                SAFEARRAY** Tableau) {
-    return vdx::MotVocabulaire(voc::AMM, "RechercheAMMLexico_Vdx", Mot1, Mot2, Partout, Tableau);
-}
+RECHERCHE_LEXICO(RechercheAMMLexico_Vdx, AMM)
 
-VDX_API int32_t VDX_CALL RechercheAllergieAMMParPas_Vdx(const char* Texte, SAFEARRAY** Tableau, const char* Suite,
-                                                        int32_t Nombre) {
-    return vdx::PasVocabulaire(voc::AllergieAMM, "RechercheAllergieAMMParPas_Vdx", Texte, Tableau, Suite, Nombre);
-}
+RECHERCHE_PAR_PAS(RechercheAllergieAMMParPas_Vdx, AllergieAMM)
 
-VDX_API int32_t VDX_CALL RechercheAllergieAMMLexico_Vdx(const char* Mot1, const char* Mot2, int32_t Partout,
-                                                        SAFEARRAY** Tableau) {
-    return vdx::MotVocabulaire(voc::AllergieAMM, "RechercheAllergieAMMLexico_Vdx", Mot1, Mot2, Partout, Tableau);
-}
+RECHERCHE_LEXICO(RechercheAllergieAMMLexico_Vdx, AllergieAMM)
 
-VDX_API int32_t VDX_CALL RechercheCIM10ParPas_Vdx(const char* Texte, SAFEARRAY** Tableau, const char* Suite,
-                                                  int32_t Nombre) {
-    return vdx::PasVocabulaire(voc::CIM10, "RechercheCIM10ParPas_Vdx", Texte, Tableau, Suite, Nombre);
-}
+RECHERCHE_PAR_PAS(RechercheCIM10ParPas_Vdx, CIM10)
 
-VDX_API int32_t VDX_CALL RechercheCIM10Lexico_Vdx(const char* Mot1, const char* Mot2, int32_t Partout,
-                                                  SAFEARRAY** Tableau) {
-    return vdx::MotVocabulaire(voc::CIM10, "RechercheCIM10Lexico_Vdx", Mot1, Mot2, Partout, Tableau);
-}
+RECHERCHE_LEXICO(RechercheCIM10Lexico_Vdx, CIM10)
 
-VDX_API int32_t VDX_CALL RechercheCISPParPas_Vdx(const char* Texte, SAFEARRAY** Tableau, const char* Suite,
-                                                 int32_t Nombre) {
-    return vdx::PasVocabulaire(voc::CISP, "RechercheCISPParPas_Vdx", Texte, Tableau, Suite, Nombre);
-}
+RECHERCHE_PAR_PAS(RechercheCISPParPas_Vdx, CISP)
 
-VDX_API int32_t VDX_CALL RechercheCISPLexico_Vdx(const char* Mot1, const char* Mot2, int32_t Partout,
-                                                 SAFEARRAY** Tableau) {
-    return vdx::MotVocabulaire(voc::CISP, "RechercheCISPLexico_Vdx", Mot1, Mot2, Partout, Tableau);
-}
+RECHERCHE_LEXICO(RechercheCISPLexico_Vdx, CISP)
 
-VDX_API int32_t VDX_CALL RecherchePAParPas_Vdx(const char* Texte, SAFEARRAY** Tableau, const char* Suite,
-                                               int32_t Nombre) {
-    return vdx::PasVocabulaire(voc::PA, "RecherchePAParPas_Vdx", Texte, Tableau, Suite, Nombre);
-}
+RECHERCHE_PAR_PAS(RecherchePAParPas_Vdx, PA)
 
-VDX_API int32_t VDX_CALL RecherchePALexico_Vdx(const char* Mot1, const char* Mot2, int32_t Partout,
-                                               SAFEARRAY** Tableau) {
-    return vdx::MotVocabulaire(voc::PA, "RecherchePALexico_Vdx", Mot1, Mot2, Partout, Tableau);
-}
+RECHERCHE_LEXICO(RecherchePALexico_Vdx, PA)
 
-VDX_API int32_t VDX_CALL RechercheExcipientParPas_Vdx(const char* Texte, SAFEARRAY** Tableau, const char* Suite,
-                                                      int32_t Nombre) {
-    return vdx::PasVocabulaire(voc::ExcipientParPas, "RechercheExcipientParPas_Vdx", Texte, Tableau, Suite, Nombre);
-}
+RECHERCHE_PAR_PAS(RechercheExcipientParPas_Vdx, ExcipientParPas)
 
-VDX_API int32_t VDX_CALL RechercheExcipientLexico_Vdx(const char* Mot1, const char* Mot2, int32_t Partout,
-                                                      SAFEARRAY** Tableau) {
-    return vdx::MotVocabulaire(voc::Excipient, "RechercheExcipientLexico_Vdx", Mot1, Mot2, Partout, Tableau);
-}
+RECHERCHE_LEXICO(RechercheExcipientLexico_Vdx, Excipient)
 
-VDX_API int32_t VDX_CALL RechercheEENParPas_Vdx(const char* Texte, SAFEARRAY** Tableau, const char* Suite,
-                                                int32_t Nombre) {
-    return vdx::PasVocabulaire(voc::EEN, "RechercheEENParPas_Vdx", Texte, Tableau, Suite, Nombre);
-}
+RECHERCHE_PAR_PAS(RechercheEENParPas_Vdx, EEN)
 
-VDX_API int32_t VDX_CALL RechercheEENLexico_Vdx(const char* Mot1, const char* Mot2, int32_t Partout,
-                                                SAFEARRAY** Tableau) {
-    return vdx::MotVocabulaire(voc::EEN, "RechercheEENLexico_Vdx", Mot1, Mot2, Partout, Tableau);
-}
+RECHERCHE_LEXICO(RechercheEENLexico_Vdx, EEN)
 
 // Searches of the copies, in the shape of RechercheFamilleLexico_Vdx for the keyword ones.
 
-VDX_API int32_t VDX_CALL RechercheClasseParPas_Vdx(const char* Texte, SAFEARRAY** Tableau, const char* Suite,
-                                                   int32_t Nombre) {
-    return vdx::PasVocabulaire(voc::Classe, "RechercheClasseParPas_Vdx", Texte, Tableau, Suite, Nombre);
-}
+RECHERCHE_PAR_PAS(RechercheClasseParPas_Vdx, Classe)
 
-VDX_API int32_t VDX_CALL RechercheClasseATCParPas_Vdx(const char* Texte, SAFEARRAY** Tableau, const char* Suite,
-                                                      int32_t Nombre) {
-    return vdx::PasVocabulaire(voc::ClasseATC, "RechercheClasseATCParPas_Vdx", Texte, Tableau, Suite, Nombre);
-}
+RECHERCHE_PAR_PAS(RechercheClasseATCParPas_Vdx, ClasseATC)
 
-VDX_API int32_t VDX_CALL RechercheClasseDCIParPas_Vdx(const char* Texte, SAFEARRAY** Tableau, const char* Suite,
-                                                      int32_t Nombre) {
-    return vdx::PasVocabulaire(voc::ClasseDCI, "RechercheClasseDCIParPas_Vdx", Texte, Tableau, Suite, Nombre);
-}
+RECHERCHE_PAR_PAS(RechercheClasseDCIParPas_Vdx, ClasseDCI)
 
-VDX_API int32_t VDX_CALL RechercheFormeParPas_Vdx(const char* Texte, SAFEARRAY** Tableau, const char* Suite,
-                                                  int32_t Nombre) {
-    return vdx::PasVocabulaire(voc::Forme, "RechercheFormeParPas_Vdx", Texte, Tableau, Suite, Nombre);
-}
+RECHERCHE_PAR_PAS(RechercheFormeParPas_Vdx, Forme)
 
-VDX_API int32_t VDX_CALL RechercheLaboratoireParPas_Vdx(const char* Texte, SAFEARRAY** Tableau, const char* Suite,
-                                                        int32_t Nombre) {
-    return vdx::PasVocabulaire(voc::Laboratoire, "RechercheLaboratoireParPas_Vdx", Texte, Tableau, Suite, Nombre);
-}
+RECHERCHE_PAR_PAS(RechercheLaboratoireParPas_Vdx, Laboratoire)
 
-VDX_API int32_t VDX_CALL RechercheExamenParPas_Vdx(const char* Texte, SAFEARRAY** Tableau, const char* Suite,
-                                                   int32_t Nombre) {
-    return vdx::PasVocabulaire(voc::Examen, "RechercheExamenParPas_Vdx", Texte, Tableau, Suite, Nombre);
-}
+RECHERCHE_PAR_PAS(RechercheExamenParPas_Vdx, Examen)
 
-VDX_API int32_t VDX_CALL RechercheItemParPas_Vdx(const char* Texte, SAFEARRAY** Tableau, const char* Suite,
-                                                 int32_t Nombre) {
-    return vdx::PasVocabulaire(voc::Item, "RechercheItemParPas_Vdx", Texte, Tableau, Suite, Nombre);
-}
+RECHERCHE_PAR_PAS(RechercheItemParPas_Vdx, Item)
 
-VDX_API int32_t VDX_CALL RechercheDicoPathoParPas_Vdx(const char* Texte, SAFEARRAY** Tableau, const char* Suite,
-                                                      int32_t Nombre) {
-    return vdx::PasVocabulaire(voc::DicoPatho, "RechercheDicoPathoParPas_Vdx", Texte, Tableau, Suite, Nombre);
-}
+RECHERCHE_PAR_PAS(RechercheDicoPathoParPas_Vdx, DicoPatho)
 
-VDX_API int32_t VDX_CALL RechercheMedDCParPas_Vdx(const char* Texte, SAFEARRAY** Tableau, const char* Suite,
-                                                  int32_t Nombre) {
-    return vdx::PasVocabulaire(voc::MedDC, "RechercheMedDCParPas_Vdx", Texte, Tableau, Suite, Nombre);
-}
+RECHERCHE_PAR_PAS(RechercheMedDCParPas_Vdx, MedDC)
 
 VDX_API int32_t VDX_CALL RechercheClasseLexico_Vdx(const char* Mot, SAFEARRAY** Tableau, const char* Prefixe) {
     return vdx::MotFamille(voc::Classe, "RechercheClasseLexico_Vdx", Mot, Tableau, Prefixe);
