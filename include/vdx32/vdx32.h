@@ -547,6 +547,91 @@ VDX_API int32_t VDX_CALL ProduitClasse_Vdx(const char* Code, SAFEARRAY** Tableau
  * 0 none; -10, -13; -20. */
 VDX_API int32_t VDX_CALL ListeVoie_Vdx(const char* Code, SAFEARRAY** Tableau);
 
+/* ---- Contra-indications against a patient ----------------------------- */
+
+/* The products of a prescription against one patient: one alert per product
+ * and contra-indication or precaution term that applies.
+ * The patient: CodesPatient (strings), TypesPatient and ValeursPatient
+ * (arrays of 32-bit integers: elements of 4 bytes, or pointer-sized slots),
+ * all three of the same length. A type is 1 for a term of the vocabulary of
+ * contra-indications, 2 for a CISP code, 3 for a CIM10 code (a double code
+ * of 6, 8 or 10 characters is also searched as its two halves; a code of
+ * three characters as the code followed by ".9" when that one exists). An
+ * empty code stands for no pathology. The value goes unchanged into the
+ * alerts the code causes. A pathology labelled with "GROSSESSE" makes a
+ * woman whose Grossesse is 0 pregnant with an unknown term (-1).
+ * Age in months, Poids in kg (0 unknown), Grossesse in weeks (0 not
+ * pregnant, -1 pregnant with an unknown term), Allaitement not 0 when the
+ * patient breast-feeds, Sexe "M" or "F" (anything else is a blank).
+ * Products: CodeCIPs; a 13-digit code without mapping gives -13, and one
+ * with a mapping is not looked at either; only seven-character codes are.
+ * Levels (NiveauAlerte): the link digit of a matched pathology (0 to 2 for
+ * contra-indications, 3 for precautions); 0 for a condition of age, weight
+ * or sex on a contra-indication term, 9 for pregnancy or breast-feeding; 30
+ * and 39 the same on a precaution. NiveauCI_Vdx(N) drops the alerts whose
+ * filter level is below N: 2 for the levels 0, 2 and 9, 0 for 3, 30 and 39,
+ * the level itself otherwise.
+ * Sorted by product label. Outside mode 0 the inputs are read from the
+ * input text as lists each ended by an empty line: CodesPatient,
+ * TypesPatient, ValeursPatient, products (each cut to 7 characters), and
+ * for ContreIndicationsProfil3_Vdx the analyses, value and type alternately.
+ * The alerts; -10 no CodesPatient, or lengths that differ; -20 no
+ * TypesPatient; -30 no ValeursPatient; -50 no product list; -60 no result
+ * array (ContreIndicationsProfil2_Vdx) or no Analyses; -70 no result array
+ * (ContreIndicationsProfil3_Vdx); -21 CodesPatient unreadable (the other
+ * arrays give their own code); -12 an empty input text; -13; -500. */
+typedef struct VdxAlerteCI {
+    intptr_t NiveauAlerte;
+    intptr_t ValeurPatient; /* -1 for a condition of the patient's profile */
+    BSTR CodeProduit;
+    BSTR LibelleProduit;
+    BSTR CodeTerme;
+    BSTR LibelleTerme;      /* or "Code X inexistant." */
+    BSTR CodePatient;       /* the patient's code that matched; empty for the profile */
+} VdxAlerteCI;
+VDX_API int32_t VDX_CALL ContreIndicationsProfil2_Vdx(SAFEARRAY** CodesPatient, SAFEARRAY** TypesPatient,
+                                                      SAFEARRAY** ValeursPatient, SAFEARRAY** Produits,
+                                                      SAFEARRAY** Tableau, int32_t Age, int32_t Poids,
+                                                      int32_t Grossesse, int32_t Allaitement, const char* Sexe);
+/* The same with the patient's biological results: records of a value (a
+ * range "a-b" or a text) and its type (1 range, 2 text), compared with the
+ * term's (3: a range, "/", a text). An Age or Poids of 0 and a blank Sexe
+ * are unknown and exclude nothing; Poids and Grossesse ranges include
+ * their maximum (Age still excludes it). */
+typedef struct VdxAnalyse {
+    BSTR ValeurAnalyse;
+    intptr_t TypeAnalyse;
+} VdxAnalyse;
+VDX_API int32_t VDX_CALL ContreIndicationsProfil3_Vdx(SAFEARRAY** CodesPatient, SAFEARRAY** TypesPatient,
+                                                      SAFEARRAY** ValeursPatient, SAFEARRAY** Produits,
+                                                      SAFEARRAY** Analyses, SAFEARRAY** Tableau, int32_t Age,
+                                                      int32_t Poids, int32_t Grossesse, int32_t Allaitement,
+                                                      const char* Sexe);
+/* Products against pathology terms at an age: the term that stands for the
+ * last of Termes (EquivalentPathologie_Vdx) is checked, the only one kept.
+ * Rows: level, product label, term label, one per pair of labels, sorted by
+ * product label then by level from the highest. Outside mode 0 the input
+ * text holds the product codes, then behind its last line end the terms,
+ * separated by "@". The count of alerts before pairs of labels are merged;
+ * 0 when a product code is empty; -10 no product list; -20 no term list;
+ * -30 no result array; -12; -13; -500. The pharmacy's form takes a Mode it
+ * does not read. */
+typedef struct VdxFicheCI {
+    intptr_t NiveauAlerte;
+    BSTR LibelleProduit;
+    BSTR LibelleTerme;
+} VdxFicheCI;
+VDX_API int32_t VDX_CALL ContreIndicationsProfil_Vdx(SAFEARRAY** Produits, SAFEARRAY** Termes, SAFEARRAY** Tableau,
+                                                     int32_t Age);
+VDX_API int32_t VDX_CALL ContreIndicationsProfilPharm_Vdx(SAFEARRAY** Produits, SAFEARRAY** Termes,
+                                                          SAFEARRAY** Tableau, int32_t Age, int32_t Mode);
+/* The contra-indication term that stands for a pathology code: the code
+ * itself when it is a contra-indication or precaution term, else its first
+ * equivalent term, else the first term linked with it as a CIM10 code.
+ * Into *Terme (8-bit in mode 0, the flat text otherwise). 1; 0 none (empty
+ * text); -10 a code absent, empty or longer than 10 characters; -500. */
+VDX_API int32_t VDX_CALL EquivalentPathologie_Vdx(const char* Code, BSTR* Terme);
+
 /* ---- Documents -------------------------------------------------------- */
 
 /* The RTF of the base's text chapters (Texte, NUL-terminated) as plain text

@@ -52,7 +52,10 @@ public:
             return &chaines_.back();
         } else {
             static_assert(std::is_pointer_v<T>, "kind of argument not handled");
-            return nullptr;  // arrays and records of mode 0
+            // Arrays and records of mode 0; an input list's text was stored
+            // as the text input before the call.
+            if (genre == G::Liste) Texte(genre);
+            return nullptr;
         }
     }
 
@@ -115,6 +118,12 @@ const std::vector<Argument> ArgumentCode = {{G::Texte, "Code"}};
 const std::vector<Argument> ArgumentsPasProduit = {{G::Texte, "Texte"}, {G::Tableau, "Tableau"}, {G::Entier, "Options"},
                                                    {G::Texte, "Suite"}, {G::Entier, "Nombre"}};
 const std::vector<const char*> CodeLibelle = {"Code", "Libelle"};
+// The contra-indication checks.
+const std::vector<const char*> ChampsAlerteCI = {"NiveauAlerte", "ValeurPatient", "CodeProduit", "LibelleProduit",
+                                                 "CodeTerme",    "LibelleTerme",  "CodePatient"};
+const std::vector<const char*> ChampsFicheCI = {"NiveauAlerte", "LibelleProduit", "LibelleTerme"};
+const std::vector<Argument> ArgumentsProfilCourt = {
+    {G::Liste, "Produits"}, {G::Liste, "Termes"}, {G::Tableau, "Tableau"}, {G::Entier, "Age"}};
 const std::vector<const char*> CodeLibelleTexte = {"Code", "Libelle", "Texte"};
 
 const std::vector<Export>& Table() {
@@ -227,6 +236,23 @@ const std::vector<Export>& Table() {
                {"CodeClasse", "CodeCIP", "Libelle"}),
         Decrit("ListeVoie_Vdx", &ListeVoie_Vdx, {{G::Texte, "Code"}, {G::Tableau, "Tableau"}}, CodeLibelle),
         Decrit("Rtf_To_Texte", &Rtf_To_Texte, {{G::Texte, "Texte"}, {G::ChaineSortie, "Sortie"}}, {}, false),
+        Decrit("ContreIndicationsProfil2_Vdx", &ContreIndicationsProfil2_Vdx,
+               {{G::Liste, "CodesPatient"}, {G::Liste, "TypesPatient"}, {G::Liste, "ValeursPatient"},
+                {G::Liste, "Produits"}, {G::Tableau, "Tableau"}, {G::Entier, "Age"}, {G::Entier, "Poids"},
+                {G::Entier, "Grossesse"}, {G::Entier, "Allaitement"}, {G::Texte, "Sexe"}},
+               ChampsAlerteCI),
+        Decrit("ContreIndicationsProfil3_Vdx", &ContreIndicationsProfil3_Vdx,
+               {{G::Liste, "CodesPatient"}, {G::Liste, "TypesPatient"}, {G::Liste, "ValeursPatient"},
+                {G::Liste, "Produits"}, {G::Liste, "Analyses"}, {G::Tableau, "Tableau"}, {G::Entier, "Age"},
+                {G::Entier, "Poids"}, {G::Entier, "Grossesse"}, {G::Entier, "Allaitement"}, {G::Texte, "Sexe"}},
+               ChampsAlerteCI),
+        Decrit("ContreIndicationsProfil_Vdx", &ContreIndicationsProfil_Vdx, ArgumentsProfilCourt, ChampsFicheCI),
+        Decrit("ContreIndicationsProfilPharm_Vdx", &ContreIndicationsProfilPharm_Vdx,
+               {{G::Liste, "Produits"}, {G::Liste, "Termes"}, {G::Tableau, "Tableau"}, {G::Entier, "Age"},
+                {G::Entier, "Mode"}},
+               ChampsFicheCI),
+        Decrit("EquivalentPathologie_Vdx", &EquivalentPathologie_Vdx,
+               {{G::Texte, "Code"}, {G::ChaineSortie, "Terme"}}, {"CodeTerme"}),
     };
     return table;
 }
@@ -251,12 +277,15 @@ Appel AppelleEnMemoire(const Export& e, const std::vector<std::string>& textes) 
     if (textes.size() != e.NombreTextes())
         throw std::invalid_argument(std::string(e.nom) + " attend " + std::to_string(e.NombreTextes()) +
                                     " argument(s)");
-    // A host of the flat modes stores its input list just before the call.
+    // A host of the flat modes stores its input lists just before the call,
+    // one behind the other, each ended by an empty line.
     SetString2_Vdx(nullptr);
+    std::string listes;
     for (size_t i = 0, t = 0; i < e.arguments.size(); ++i) {
-        if (e.arguments[i].genre == G::Liste) SetString_Vdx(textes[t].c_str());
+        if (e.arguments[i].genre == G::Liste) listes += textes[t].empty() ? "\r\n" : textes[t] + "\r\n\r\n";
         t += DonneEnTexte(e.arguments[i].genre);
     }
+    SetString_Vdx(listes.c_str());
     Appel appel = e.appelle(textes);
     if (appel.code < 0)
         appel.texte.clear();

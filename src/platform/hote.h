@@ -53,6 +53,24 @@ bool ForceVide(SAFEARRAY* tableau);
 void* Accede(SAFEARRAY* tableau);
 void LibereAcces(SAFEARRAY* tableau);
 uint32_t NombreElements(const SAFEARRAY* tableau);  // 0 for null
+// Access to the data of an array, held while the object lives and released
+// on every path; false when the platform refuses it.
+class Acces {
+public:
+    explicit Acces(SAFEARRAY* tableau) : tableau_(tableau), donnees_(tableau ? Accede(tableau) : nullptr) {}
+    ~Acces() {
+        if (donnees_) LibereAcces(tableau_);
+    }
+    Acces(const Acces&) = delete;
+    Acces& operator=(const Acces&) = delete;
+    explicit operator bool() const { return donnees_ != nullptr; }
+    void* Element(uint32_t tailleElement, uint32_t i) const { return Fiche(donnees_, tailleElement, i); }
+
+private:
+    SAFEARRAY* tableau_;
+    void* donnees_;
+};
+
 uint32_t TailleElement(const SAFEARRAY* tableau);   // 0 for null
 // Data then descriptor. Elements are not released (features word 512):
 // the caller frees the string fields first.

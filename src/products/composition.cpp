@@ -74,16 +74,12 @@ public:
     // The rows, their strings in the session's form (wide in a wide session).
     void Livre(const std::vector<Composant>& composants) {
         if (!hote::Redimensionne(tableau_, static_cast<uint32_t>(composants.size()))) throw Echec{OperationTableau};
-        void* donnees = hote::Accede(tableau_);
-        if (!donnees) throw Echec{OperationTableau};
-        struct Acces {
-            SAFEARRAY* t;
-            ~Acces() { hote::LibereAcces(t); }
-        } acces{tableau_};
+        const hote::Acces acces(tableau_);
+        if (!acces) throw Echec{OperationTableau};
         const uint32_t taille = hote::TailleElement(tableau_);
         for (uint32_t i = 0; i < composants.size(); ++i) {
             const Composant& c = composants[i];
-            void* e = hote::Fiche(donnees, taille, i);
+            void* e = acces.Element(taille, i);
             hote::PoseEntier(e, 0, c.SansQuantite);
             hote::PoseEntier(e, 1, c.CodeSubstance);
             hote::PoseEntier(e, 2, std::bit_cast<int32_t>(c.Quantite));

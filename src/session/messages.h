@@ -49,4 +49,47 @@ inline std::string CIPInexistant(std::string_view code) { return "CIP : " + std:
 // A class of a product that VDXCLA lacks.
 inline constexpr char LibelleInconnu[] = "Libell\xE9 inconnu";
 
+// Contra-indications: a term or a product the base lacks, a line by common
+// name without label, and the word of the labels that tell a pregnancy.
+inline std::string CodeInexistant(std::string_view code) { return "Code " + std::string(code) + " inexistant."; }
+inline constexpr char LibelleSansAccentInconnu[] = "Libelle inconnu";
+inline constexpr char MotGrossesse[] = "GROSSESSE";
+
+// The pregnancy control. The periods of PeriodeGrossesse, 0 to 4.
+inline constexpr char GrossesseEntiere[] = "Toute la grossesse";
+inline constexpr char PremierTrimestre[] = "1er trimestre";
+inline constexpr char DeuxiemeTrimestre[] = "2eme trimestre";
+inline constexpr char TroisiemeTrimestre[] = "3e trimestre";
+inline constexpr char DepuisDeuxiemeTrimestre[] = "A partir du 2eme trimestre";
+// The levels of NiveauGrossesse, 0 to 4: name, colour and sentence.
+inline constexpr char NiveauPossible[] = "Possible";
+inline constexpr char NiveauEnvisageable[] = "Envisageable";
+inline constexpr char NiveauAEviter[] = "A \xE9viter par prudence";
+inline constexpr char NiveauDeconseille[] = "D\xE9" "conseill\xE9";
+inline constexpr char NiveauContreIndique[] = "Contre-indiqu\xE9";
+inline constexpr char CouleurVert[] = "Vert";
+inline constexpr char CouleurVertClair[] = "Vert clair";
+inline constexpr char CouleurJaune[] = "Jaune";
+inline constexpr char CouleurOrange[] = "Orange";
+inline constexpr char CouleurRouge[] = "Rouge";
+inline constexpr char PhrasePossible[] =
+    "L'utilisation du m\xE9" "dicament est possible pendant la grossesse car les donn\xE9" "es disponibles sont "
+    "rassurantes";
+inline constexpr char PhraseEnvisageable[] =
+    "L'utilisation du m\xE9" "dicament est envisageable pendant la grossesse car les donn\xE9" "es disponibles sont "
+    "globalement rassurantes et doivent etre enrichies";
+inline constexpr char PhraseAEviter[] =
+    "L'utilisation du m\xE9" "dicament est \xE0 \xE9viter par prudence pendant la grossesse car les donn\xE9" "es "
+    "disponibles sont rassurantes mais encore parcellaires";
+inline constexpr char PhraseDeconseille[] =
+    "L'utilisation du m\xE9" "dicament est d\xE9" "conseill\xE9" "e pendant la grossesse en raison d'une suspicion "
+    "d'effet malformatif ou foetotoxique, mais elle n'est pas formellement proscrite si le b\xE9n\xE9" "fice "
+    "th\xE9rapeutique le justifie";
+inline constexpr char PhraseContreIndique[] =
+    "L'utilisation du m\xE9" "dicament est formellement proscrite ( contre-indiqu\xE9" "e) pendant la grossesse en "
+    "raison d'un risque malformatif ou foetotoxique prouv\xE9 dans l'esp\xE8" "ce humaine. Une contraception "
+    "efficace est obligatoire pour prescrire ce m\xE9" "dicament";
+// The second field of every row of the pregnancy control.
+inline constexpr char GrossesseInconnu[] = "inconnu !";
+
 }  // namespace vdx::messages

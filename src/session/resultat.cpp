@@ -19,21 +19,11 @@ constexpr char FichierSortie[] = "Vdxout.txt";
 
 uint32_t TailleElement(const FormeHote& forme) { return hote::TailleFiche(static_cast<uint32_t>(forme.size())); }
 
-// Direct access to the elements of an array, released on every path.
-class Acces {
+// Direct access to the records of an array of a shape.
+class Acces : public hote::Acces {
 public:
-    explicit Acces(SAFEARRAY* tableau) : tableau_(tableau), donnees_(hote::Accede(tableau)) {}
-    ~Acces() {
-        if (donnees_) hote::LibereAcces(tableau_);
-    }
-    Acces(const Acces&) = delete;
-    Acces& operator=(const Acces&) = delete;
-    explicit operator bool() const { return donnees_ != nullptr; }
-    void* Element(uint32_t i, const FormeHote& forme) const { return hote::Fiche(donnees_, TailleElement(forme), i); }
-
-private:
-    SAFEARRAY* tableau_;
-    void* donnees_;
+    using hote::Acces::Acces;
+    void* Element(uint32_t i, const FormeHote& forme) const { return hote::Acces::Element(TailleElement(forme), i); }
 };
 
 std::string Decimal(int32_t n) {
@@ -136,16 +126,24 @@ Resultat::~Resultat() {
     if (prive_) hote::Detruit(tableau_);
 }
 
-int32_t Resultat::AjouteLigne(std::initializer_list<Valeur> champs) { return Ajoute(champs.begin(), champs.end()); }
-int32_t Resultat::AjouteLigne(const std::vector<Valeur>& champs) { return Ajoute(champs.begin(), champs.end()); }
+int32_t Resultat::AjouteLigne(std::initializer_list<Valeur> champs) {
+    return Ajoute(champs.begin(), champs.end(), true);
+}
+int32_t Resultat::AjouteLigne(const std::vector<Valeur>& champs) { return Ajoute(champs.begin(), champs.end(), true); }
+int32_t Resultat::AjouteLigneSansCle(const std::vector<Valeur>& champs) {
+    return Ajoute(champs.begin(), champs.end(), false);
+}
 
 template <class It>
-int32_t Resultat::Ajoute(It debut, It fin) {
+int32_t Resultat::Ajoute(It debut, It fin, bool cleUnique) {
     if (static_cast<size_t>(fin - debut) != forme_.size()) throw FauteInterne("ligne hors forme");
-    const Valeur& cle = *debut;
-    const bool nouvelle = std::holds_alternative<int32_t>(cle) ? clesEntieres_.insert(std::get<int32_t>(cle)).second
-                                                               : clesTexte_.insert(std::get<std::string>(cle)).second;
-    if (!nouvelle) return nombre_;
+    if (cleUnique) {
+        const Valeur& cle = *debut;
+        const bool nouvelle = std::holds_alternative<int32_t>(cle)
+                                  ? clesEntieres_.insert(std::get<int32_t>(cle)).second
+                                  : clesTexte_.insert(std::get<std::string>(cle)).second;
+        if (!nouvelle) return nombre_;
+    }
     if (!hote::Redimensionne(tableau_, static_cast<uint32_t>(nombre_) + 1)) throw Echec{OperationTableau};
     Acces acces(tableau_);
     if (!acces) throw Echec{OperationTableau};

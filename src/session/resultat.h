@@ -59,6 +59,9 @@ public:
     // throws Echec(-21).
     int32_t AjouteLigne(std::initializer_list<Valeur> champs);
     int32_t AjouteLigne(const std::vector<Valeur>& champs);
+    // Adds a row whatever its first field: for the rows of the checks, which
+    // the caller has made unique by its own rule.
+    int32_t AjouteLigneSansCle(const std::vector<Valeur>& champs);
     int32_t Nombre() const { return nombre_; }
 
     // Delivers the rows by mode and returns their count. Mode 0: the texts
@@ -68,7 +71,7 @@ public:
 
 private:
     template <class It>
-    int32_t Ajoute(It debut, It fin);
+    int32_t Ajoute(It debut, It fin, bool cleUnique);
 
     FormeHote forme_;
     SAFEARRAY* tableau_ = nullptr;

@@ -177,6 +177,16 @@ std::optional<Position> Curseur::SuperieureOuEgale(std::string_view cle) {
     return Resultat(CleSuperieureOuEgale(numero_, Complete(cle).data(), tampon_.data()));
 }
 
+std::optional<Position> Curseur::PremiereAvec(std::string_view prefixe) {
+    const auto p = SuperieureOuEgale(prefixe);
+    return p && Cle().starts_with(prefixe) ? p : std::nullopt;
+}
+
+std::optional<Position> Curseur::SuivanteAvec(std::string_view prefixe) {
+    const auto p = Suivante();
+    return p && Cle().starts_with(prefixe) ? p : std::nullopt;
+}
+
 std::string FicheA(const Table& table, Position position) {
     std::string fiche;
     if (LitFicheEntiere(table.donnees, position, fiche) != 0) {

@@ -80,6 +80,11 @@ public:
     std::optional<magasin::Position> Egale(std::string_view cle);
     std::optional<magasin::Position> SuperieureOuEgale(std::string_view cle);
 
+    // The walk of the keys that begin with `prefixe`: the first at or above
+    // it, then the next ones, while they begin with it.
+    std::optional<magasin::Position> PremiereAvec(std::string_view prefixe);
+    std::optional<magasin::Position> SuivanteAvec(std::string_view prefixe);
+
     // The key found by the last lookup, at the key's full length.
     std::string_view Cle() const { return {tampon_.data(), longueur_}; }
 

@@ -26,8 +26,8 @@ std::vector<Disposition> FamilleComposition() {
     {
         using namespace VDXVAMMC;
         d.push_back(Fixe("VDXVAMMC", Longueur, {CodeTerme, TypeLien, CodeLie},
-                         {Sur({P(CodeTerme), P(TypeLien), P(CodeLie, 10)}),
-                          Sur({P(CodeLie, 10, Forme::Brut, ' '), P(TypeLien), P(CodeTerme)})}));
+                         {Sur({P(CodeTerme), P(TypeLien), P(CodeLie, LongueurCodeLieCle)}),
+                          Sur({P(CodeLie, LongueurCodeLieCle, Forme::Brut, ' '), P(TypeLien), P(CodeTerme)})}));
     }
     for (const char* table : {"VDXVCISP", "VDXVCIM", "VDXVCIMA", "VDXVPREI"}) d.push_back(Vocabulaire(table));
     {

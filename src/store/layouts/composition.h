@@ -61,6 +61,7 @@ inline constexpr uint32_t Longueur = 27;
 VDX_TEXTE(CodeTerme, 0, 11);
 VDX_TEXTE(TypeLien, 11, 3);  // "01" to "04"
 VDX_TEXTE(CodeLie, 14, 13);
+inline constexpr uint16_t LongueurCodeLieCle = 10;  // CodeLie in the keys
 }  // namespace VDXVAMMC
 
 namespace VDXVCISP = FormeVocabulaire;  // CISP codes

@@ -1,0 +1,83 @@
+#include "session/entrees.h"
+
+#include <charconv>
+#include <cstring>
+
+#include "platform/hote.h"
+#include "session/cadre.h"
+#include "session/resultat.h"
+#include "session/session.h"
+#include "session/texte.h"
+
+namespace vdx {
+namespace {
+
+// The longest text of an input string, as the buffers of the inputs hold.
+constexpr size_t TailleTexteHote = 255;
+
+// Walks the elements of an input array of `tailleMin` bytes or more (exactly
+// `tailleExacte` when it is not 0).
+template <class Lit>
+void Parcourt(SAFEARRAY* const* tableau, CodesEntree codes, uint32_t tailleMin, uint32_t tailleExacte, Lit&& lit) {
+    if (!tableau || !*tableau) throw Echec{codes.absent};
+    SAFEARRAY* t = *tableau;
+    const uint32_t taille = hote::TailleElement(t);
+    if (t->cDims != 1 || taille < tailleMin || (tailleExacte && taille != tailleExacte)) throw Echec{codes.illisible};
+    const uint32_t n = hote::NombreElements(t);
+    if (n == 0) return;
+    const hote::Acces acces(t);
+    if (!acces) throw Echec{codes.illisible};
+    for (uint32_t i = 0; i < n; ++i) lit(acces.Element(taille, i));
+}
+
+}  // namespace
+
+std::string TexteHote(BSTR chaine) {
+    if (session().ChainesUnicode) return ChaineVersTexte(chaine, TailleTexteHote);
+    std::string_view octets = hote::Octets(chaine);
+    octets = octets.substr(0, std::min(octets.find('\0'), TailleTexteHote - 1));
+    return std::string(octets);
+}
+
+std::vector<std::string> ChainesDuTableau(SAFEARRAY* const* tableau, CodesEntree codes) {
+    std::vector<std::string> chaines;
+    Parcourt(tableau, codes, sizeof(BSTR), sizeof(BSTR),
+             [&](void* e) { chaines.push_back(TexteHote(*hote::Chaine(e, 0))); });
+    return chaines;
+}
+
+std::vector<int32_t> EntiersDuTableau(SAFEARRAY* const* tableau, CodesEntree codes) {
+    std::vector<int32_t> entiers;
+    Parcourt(tableau, codes, sizeof(int32_t), 0, [&](void* e) { entiers.push_back(hote::Entier(e, 0)); });
+    return entiers;
+}
+
+std::vector<Analyse> AnalysesDuTableau(SAFEARRAY* const* tableau, CodesEntree codes) {
+    std::vector<Analyse> analyses;
+    const uint32_t taille = hote::TailleFiche(2);
+    Parcourt(tableau, codes, taille, taille, [&](void* e) {
+        analyses.push_back({TexteHote(*hote::Chaine(e, 0)), hote::Entier(e, 1)});
+    });
+    return analyses;
+}
+
+std::vector<std::string> ListesDuTexte::Suivante() {
+    std::vector<std::string> liste;
+    while (std::optional<std::string> entree = ExtraitChamp(texte_, position_, 0)) {
+        if (entree->empty()) break;
+        liste.push_back(std::move(*entree));
+    }
+    return liste;
+}
+
+std::vector<int32_t> EntiersDeTextes(const std::vector<std::string>& textes) {
+    std::vector<int32_t> entiers;
+    for (const std::string& t : textes) {
+        int32_t n = 0;
+        std::from_chars(t.data(), t.data() + t.size(), n);
+        entiers.push_back(n);
+    }
+    return entiers;
+}
+
+}  // namespace vdx
