@@ -12,6 +12,7 @@
 #include "session/codeproduit.h"
 #include "session/resultat.h"
 #include "session/session.h"
+#include "session/texte.h"
 #include "store/layouts/composition.h"
 
 namespace vdx {
@@ -95,20 +96,30 @@ int32_t Profil(const char* nomExport, const RegleProfil& regle, int32_t tableauA
     });
 }
 
+// The entries of a part of the short form's text input: separated by "@"
+// or by line ends, the empty ones kept (an empty product stops the check).
+std::vector<std::string> Entrees(std::string_view partie) {
+    while (partie.ends_with(FinDeLigne)) partie.remove_suffix(2);
+    std::vector<std::string> entrees;
+    if (partie.empty()) return entrees;
+    size_t debut = 0;
+    for (size_t i = 0; i <= partie.size(); ++i) {
+        const bool finDeLigne = partie.substr(i).starts_with(FinDeLigne);
+        if (i < partie.size() && partie[i] != '@' && !finDeLigne) continue;
+        entrees.emplace_back(partie.substr(debut, i - debut));
+        if (finDeLigne) ++i;
+        debut = i + 1;
+    }
+    return entrees;
+}
+
 // The text input of the short form: the product codes, then behind the
-// last line end the terms, entries separated by "@".
+// last line end the terms.
 std::pair<std::vector<std::string>, std::vector<std::string>> ProduitsEtTermesDuTexte(std::string_view texte) {
-    while (texte.ends_with("\r\n")) texte.remove_suffix(2);
-    const size_t fin = texte.rfind("\r\n");
-    const auto entrees = [](std::string_view partie) {
-        std::vector<std::string> liste;
-        ListesDuTexte listes{std::string(partie)};
-        for (std::vector<std::string> l = listes.Suivante(); !l.empty(); l = listes.Suivante())
-            liste.insert(liste.end(), l.begin(), l.end());
-        return liste;
-    };
-    if (fin == std::string_view::npos) return {entrees(texte), {}};
-    return {entrees(texte.substr(0, fin)), entrees(texte.substr(fin + 2))};
+    while (texte.ends_with(FinDeLigne)) texte.remove_suffix(2);
+    const size_t fin = texte.rfind(FinDeLigne);
+    if (fin == std::string_view::npos) return {Entrees(texte), {}};
+    return {Entrees(texte.substr(0, fin)), Entrees(texte.substr(fin + 2))};
 }
 
 struct FicheCI {
