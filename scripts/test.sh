@@ -1,6 +1,7 @@
 #!/usr/bin/env bash
 # Builds the library and runs the whole test suite twice: a normal build,
-# then one with AddressSanitizer and UndefinedBehaviorSanitizer.
+# then one with AddressSanitizer and UndefinedBehaviorSanitizer; then runs
+# the RTF reader's fuzz target for 20 seconds (clang, libFuzzer).
 # --quick runs the normal build only.
 set -euo pipefail
 cd "$(dirname "$0")/.."
@@ -17,4 +18,5 @@ run_suite build -DCMAKE_BUILD_TYPE=RelWithDebInfo
 if [ "${1:-}" != "--quick" ]; then
   ASAN_OPTIONS=detect_leaks=1:abort_on_error=1 UBSAN_OPTIONS=print_stacktrace=1:halt_on_error=1 \
     run_suite build-sanitize -DCMAKE_BUILD_TYPE=Debug -DVDX_SANITIZE=ON -DVDX_BENCH=OFF
+  bash scripts/fuzz.sh 20
 fi

@@ -37,7 +37,7 @@ inline constexpr char FenetreAgent[] = "AgentVDX";
 // the label of a laboratory missing from VDXLAB, the labels of CodeStatut.
 inline constexpr char MarqueSupprime[] = " [SUP]";
 inline constexpr char LaboratoireInconnu[] = "Laboratoire inconnu";
-inline constexpr const char* LibellesStatut[] = {"Aucun", "AMM", "ATU de cohorte", "AMM Europ\xE9" "enne",
+inline constexpr const char* LibellesStatut[] = {"Aucun", "AMM", "ATU de cohorte", "AMM Europ\xE9\x65nne",
                                                  "ATU nominative"};
 
 // A label that can't be found doesn't fail a check: the row says so.
