@@ -38,6 +38,12 @@ sortie=$("$vdx" call --base "$work/base" ListeALD_Vdx)
 verifie "list call" test "$(echo "$sortie" | head -2)" = "$(printf '30\n1\tAccident vasculaire cérébral invalidant')"
 sortie=$("$vdx" call --base "$work/base" Monnaie_Vdx)
 verifie "text call" test "$sortie" = "$(printf '1\nEUR')"
+# A pregnant woman at 30 weeks: the pregnancy contra-indication of a
+# pseudoephedrine product, by the condition of her profile (level 9).
+sortie=$("$vdx" call --base "$work/base" ContreIndicationsProfil2_Vdx "" "" "" 3412559 360 60 30 0 F)
+verifie "contra-indication of a pregnancy" test "$(echo "$sortie" | grep -c $'^9\t-1\t3412559\t.*\tGrossesse\t$')" = 1
+sortie=$("$vdx" call --base "$work/base" ContreIndicationsProfil2_Vdx K72 3 7 3595583 360 60 0 0 M)
+verifie "contra-indication of a CIM10 code" test "$(echo "$sortie" | head -2 | tail -1 | cut -f1,2,5,7)" = "$(printf '0\t7\t0000000201\tK72.9')"
 verifie "missing base" test "$(code "$vdx" call --base "$work/nulle-part" ListeALD_Vdx)" = 1
 
 [ "$echecs" -eq 0 ] && echo "vdx: all checks passed"
