@@ -1,6 +1,7 @@
 /* A host written in C: it includes the public headers, connects to the base
  * given as its argument and lists the long-term illnesses in array mode,
- * through the host types, and in memory mode. */
+ * through the host types, and in memory mode; then checks a prescription
+ * for contra-indications with arrays of its own. */
 #include <stdio.h>
 #include <stdlib.h>
 #include <string.h>
@@ -76,6 +77,40 @@ static void en_memoire(const char* base) {
     DeConnection2_Vdx();
 }
 
+/* A contra-indication check from arrays a C host makes: a woman 30 weeks
+ * pregnant given a pseudoephedrine product, without pathology. */
+static void contre_indications(const char* base) {
+    SAFEARRAY* codes = SafeArrayCreateVector(VT_BSTR, 0, 0);
+    SAFEARRAY* types = SafeArrayCreateVector(VT_I4, 0, 0);
+    SAFEARRAY* valeurs = SafeArrayCreateVector(VT_I4, 0, 0);
+    SAFEARRAY* produits = SafeArrayCreateVector(VT_BSTR, 0, 1);
+    SAFEARRAY* alertes = tableau_de_fiches(sizeof(VdxAlerteCI));
+    BSTR code = SysAllocStringByteLen("3412559", 7);
+    LONG indice = 0;
+    VdxAlerteCI* fiches = NULL;
+    VERIFIE(SafeArrayPutElement(produits, &indice, code) == S_OK);
+    VERIFIE(Connection_Vdx(base, 0, 0) == 1);
+    VERIFIE(ContreIndicationsProfil2_Vdx(&codes, &types, &valeurs, &produits, &alertes, 360, 60, 30, 0, "F") == 1);
+    VERIFIE(SafeArrayAccessData(alertes, (void**)&fiches) == S_OK);
+    VERIFIE(fiches[0].NiveauAlerte == 9 && fiches[0].ValeurPatient == -1);
+    VERIFIE(memcmp((const char*)fiches[0].CodeTerme, "0000000202", 10) == 0);
+    VERIFIE(SysStringByteLen(fiches[0].CodePatient) == 0);
+    SysFreeString(fiches[0].CodeProduit);
+    SysFreeString(fiches[0].LibelleProduit);
+    SysFreeString(fiches[0].CodeTerme);
+    SysFreeString(fiches[0].LibelleTerme);
+    SysFreeString(fiches[0].CodePatient);
+    SafeArrayUnaccessData(alertes);
+    VERIFIE(ContreIndicationsProfil2_Vdx(&codes, &types, &valeurs, &produits, NULL, 360, 60, 30, 0, "F") == -60);
+    SafeArrayDestroy(alertes);
+    SafeArrayDestroy(codes);
+    SafeArrayDestroy(types);
+    SafeArrayDestroy(valeurs);
+    SafeArrayDestroy(produits);
+    SysFreeString(code);
+    DeConnection2_Vdx();
+}
+
 int main(int argc, char** argv) {
     int boites = 0;
     char erreur[300];
@@ -87,6 +122,7 @@ int main(int argc, char** argv) {
     VERIFIE(ListeALD_Vdx(NULL) == VDX_NON_CONNECTE);
     en_tableau(argv[1]);
     en_memoire(argv[1]);
+    contre_indications(argv[1]);
     VERIFIE(Connection_Vdx("/pas/de/base", 0, 0) == VDX_FICHIERS_MANQUANTS);
     VERIFIE(strncmp(GetLastError_Vdx(erreur), "Anomalie num", 12) == 0);
     return echecs == 0 ? 0 : 1;
