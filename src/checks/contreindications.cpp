@@ -23,9 +23,11 @@
 #include "vocabulary/libelles.h"
 
 namespace vdx {
-namespace {
 
 const Table& TableTermes() { return *TableNommee("VDXVAMM"); }
+
+namespace {
+
 const Table& TableTermesProduit() { return *TableNommee("VDXVAMPC"); }
 const Table& TableLiensTerme() { return *TableNommee("VDXVAMMC"); }
 const Table& TableCISPVersCIM10() { return *TableNommee("VDXVCICI"); }
@@ -119,7 +121,6 @@ public:
           regle_(regle),
           tables_({&TableTermes(), &TableTermesProduit(), &TableLiensTerme(), &TableCISPVersCIM10(),
                    &TableProduits()}),
-          termes_(TableTermes()),
           termesProduit_(TableTermesProduit()),
           liens_(TableLiensTerme()),
           cisp_(TableCISPVersCIM10()) {}
@@ -332,9 +333,7 @@ private:
     const std::string* FicheTerme(std::string_view code) {
         const std::string cle = CleTerme(code);
         auto [it, nouveau] = fichesTermes_.try_emplace(cle);
-        if (nouveau) {
-            if (auto p = termes_.PremiereAvec(cle)) it->second = FicheA(TableTermes(), *p);
-        }
+        if (nouveau) it->second = vdx::FicheTerme(code);
         return it->second ? &*it->second : nullptr;
     }
 
@@ -359,7 +358,6 @@ private:
     ProfilPatient& patient_;
     const RegleProfil& regle_;
     TablesOuvertes tables_;
-    Curseur termes_;
     Curseur termesProduit_;
     Curseur liens_;
     Curseur cisp_;
@@ -372,6 +370,14 @@ private:
 };
 
 }  // namespace
+
+std::optional<std::string> FicheTerme(std::string_view code) {
+    Curseur termes(TableTermes());
+    const std::string cle = CleTerme(code);
+    const auto p = termes.PremiereAvec(cle);
+    if (!p) return std::nullopt;
+    return FicheA(TableTermes(), *p);
+}
 
 std::optional<std::string> TermeEquivalent(std::string_view code) {
     TablesOuvertes tables{&TableTermes(), &TableEquivalents(), &TableLiensTerme()};

@@ -11,6 +11,7 @@
 #include <vector>
 
 #include "session/entrees.h"
+#include "store/catalogue.h"
 #include "vdx32/oleauto.h"
 
 namespace vdx {
@@ -105,6 +106,12 @@ int32_t ContreIndicationsRapport(SAFEARRAY** codes, SAFEARRAY** types, SAFEARRAY
 // age; short rows of level, product label and term label.
 int32_t ContreIndicationsProfil(const char* nomExport, SAFEARRAY** produits, SAFEARRAY** termes,
                                 SAFEARRAY** tableau, int32_t age);
+
+// The vocabulary of terms, VDXVAMM, and the record of a term, which the
+// caller holds open: the first key at or above its ten characters, when it
+// begins with them. Throws Echec(-500).
+const Table& TableTermes();
+std::optional<std::string> FicheTerme(std::string_view code);
 
 // The term that stands for a pathology code: the code itself when it is a
 // contra-indication or precaution term; else the first term VDXVAMME lists

@@ -21,6 +21,8 @@ constexpr size_t ChiffresSubstance = 5;
 // Index of the parents by child, then parent.
 constexpr int CleParEnfant = 1;
 
+}  // namespace
+
 std::string LibelleVoie(std::string_view code) {
     Curseur voies(TableVoies());
     const auto position = voies.Egale(code);
@@ -28,8 +30,6 @@ std::string LibelleVoie(std::string_view code) {
     const std::string fiche = FicheA(TableVoies(), *position);
     return std::string(Fiche(fiche).Texte(VDXIDVOI::Libelle));
 }
-
-}  // namespace
 
 std::vector<Voie> VoiesProduit(std::string_view codeCIP, bool tablesOuvertes) {
     std::vector<Voie> voies;

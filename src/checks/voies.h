@@ -19,6 +19,10 @@ struct Voie {
 // VDXIDPVO and VDXIDVOI open.
 std::vector<Voie> VoiesProduit(std::string_view codeCIP, bool tablesOuvertes = false);
 
+// The label of a route, or "Code X introuvable"; the caller holds VDXIDVOI
+// open. Throws Echec(-500).
+std::string LibelleVoie(std::string_view code);
+
 // The parent of a substance, the substance itself when it has none, and 0
 // when no key stands at or above it. With `tablesOuvertes` the caller holds
 // VDXWPEFI open. Throws Echec(-500) when the store fails.
