@@ -632,6 +632,84 @@ VDX_API int32_t VDX_CALL ContreIndicationsProfilPharm_Vdx(SAFEARRAY** Produits, 
  * text); -10 a code absent, empty or longer than 10 characters; -500. */
 VDX_API int32_t VDX_CALL EquivalentPathologie_Vdx(const char* Code, BSTR* Terme);
 
+/* ---- Drug interactions ------------------------------------------------ */
+
+/* The interactions of a prescription: each product is broken down into its
+ * substances (both lists of components, with their synonyms), their
+ * interaction classes and the ancestors of these; the couples of classes
+ * are tried between each line and the later ones, in the order of the
+ * list. A couple of kind 1 concerns a product and an outside substance
+ * (CIP2 "0000000"), one of kind 2 a product and any other product given by
+ * a route. A couple with conditions gives one row per condition term, for
+ * any patient: the patient's arguments are accepted and change no row.
+ * Rows below NiveauInteraction_Vdx's level are left out; rows come sorted
+ * by Niveau from the highest.
+ * Products: CodeCIPs (13-digit ones mapped under ActiveCIP13_Vdx(1), -13
+ * without mapping); the list ends at its first empty entry (0 rows when it
+ * is the first), and a code after an empty one gives -12. Outside mode 0
+ * the codes are read from the input text: for Interactions2_Vdx a list
+ * ended by an empty line (then the patient's two lists), for
+ * Interactions_Vdx lines up to one that begins with "@"; each cut to 7
+ * characters. The rows; -10 no product list or one without element; -12 an
+ * empty input text or a gap; -13; -40 no result array (Interactions2_Vdx),
+ * -20 (Interactions_Vdx); -500. */
+typedef struct VdxInteraction2 {
+    BSTR CIP1;
+    BSTR CIP2;
+    BSTR Libelle1;
+    BSTR Libelle2;
+    BSTR LibelleGravite;   /* or "N : Type Inconnu" */
+    BSTR TexteType;        /* the kind, "$1" and "$2" replaced by the sides */
+    BSTR Reference;
+    intptr_t Niveau;
+    BSTR Texte1;
+    BSTR Texte2;           /* the risk */
+    BSTR Texte3;
+    BSTR Texte4;           /* the conduct to hold */
+    BSTR Classe1;
+    BSTR Classe2;
+    BSTR Voie1;
+    BSTR Voie2;
+    intptr_t CodeType;
+    intptr_t Niveau2;
+    intptr_t Substance2;
+    intptr_t Substance1Associee;
+    intptr_t Substance2Associee;
+    BSTR CodeCondition;
+    BSTR LibelleCondition;
+} VdxInteraction2;
+VDX_API int32_t VDX_CALL Interactions2_Vdx(SAFEARRAY** Produits, SAFEARRAY** CodesPatient, SAFEARRAY** TypesPatient,
+                                           SAFEARRAY** Tableau, int32_t Age, int32_t Poids, int32_t Grossesse,
+                                           int32_t Allaitement, const char* Sexe);
+/* The count of rows Interactions2_Vdx would give, from arrays in any mode. */
+VDX_API int32_t VDX_CALL Interactions2Test_Vdx(SAFEARRAY** Produits, SAFEARRAY** CodesPatient,
+                                               SAFEARRAY** TypesPatient, int32_t Age, int32_t Poids,
+                                               int32_t Grossesse, int32_t Allaitement, const char* Sexe);
+typedef struct VdxInteraction {
+    intptr_t Niveau;
+    BSTR LibelleGravite;
+    BSTR Libelle1;
+    BSTR Libelle2;
+    BSTR TexteType;
+    BSTR Reference;
+    BSTR CIP1;
+    BSTR CIP2;
+} VdxInteraction;
+VDX_API int32_t VDX_CALL Interactions_Vdx(SAFEARRAY** Produits, SAFEARRAY** Tableau);
+/* Everything one product can interact with, alone: one row per text of the
+ * kind ("$1" the product's substance, "$2" the other class, the route of
+ * the other side in brackets), severities 5 and 6 left out, whatever the
+ * level of NiveauInteraction_Vdx. -10 no code; -13 a code not of 7
+ * characters; -20 no result array; -500. A product VDXPRO lacks is named
+ * "CIP X Introuvable". */
+typedef struct VdxProduitInteraction {
+    intptr_t Niveau;
+    BSTR LibelleGravite;
+    BSTR TexteType;
+    BSTR Reference;
+} VdxProduitInteraction;
+VDX_API int32_t VDX_CALL ProduitInteractions_Vdx(const char* Code, SAFEARRAY** Tableau);
+
 /* ---- Documents -------------------------------------------------------- */
 
 /* The RTF of the base's text chapters (Texte, NUL-terminated) as plain text

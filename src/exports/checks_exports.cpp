@@ -1,5 +1,6 @@
 // The C exports of the safety checks.
 #include "checks/contreindications.h"
+#include "checks/interactions.h"
 #include "vdx32/vdx32.h"
 
 extern "C" {
@@ -33,6 +34,26 @@ VDX_API int32_t VDX_CALL ContreIndicationsProfilPharm_Vdx(SAFEARRAY** Produits, 
 
 VDX_API int32_t VDX_CALL EquivalentPathologie_Vdx(const char* Code, BSTR* Terme) {
     return vdx::EquivalentPathologie(Code, Terme);
+}
+
+VDX_API int32_t VDX_CALL Interactions2_Vdx(SAFEARRAY** Produits, SAFEARRAY** CodesPatient, SAFEARRAY** TypesPatient,
+                                           SAFEARRAY** Tableau, int32_t Age, int32_t Poids, int32_t Grossesse,
+                                           int32_t Allaitement, const char* Sexe) {
+    return vdx::Interactions2(Produits, CodesPatient, TypesPatient, Tableau, Age, Poids, Grossesse, Allaitement, Sexe);
+}
+
+VDX_API int32_t VDX_CALL Interactions2Test_Vdx(SAFEARRAY** Produits, SAFEARRAY** CodesPatient,
+                                               SAFEARRAY** TypesPatient, int32_t Age, int32_t Poids,
+                                               int32_t Grossesse, int32_t Allaitement, const char* Sexe) {
+    return vdx::Interactions2Test(Produits, CodesPatient, TypesPatient, Age, Poids, Grossesse, Allaitement, Sexe);
+}
+
+VDX_API int32_t VDX_CALL Interactions_Vdx(SAFEARRAY** Produits, SAFEARRAY** Tableau) {
+    return vdx::Interactions(Produits, Tableau);
+}
+
+VDX_API int32_t VDX_CALL ProduitInteractions_Vdx(const char* Code, SAFEARRAY** Tableau) {
+    return vdx::ProduitInteractions(Code, Tableau);
 }
 
 }  // extern "C"

@@ -55,6 +55,11 @@ inline std::string CodeInexistant(std::string_view code) { return "Code " + std:
 inline constexpr char LibelleSansAccentInconnu[] = "Libelle inconnu";
 inline constexpr char MotGrossesse[] = "GROSSESSE";
 
+// Interactions: a kind or a severity the base lacks (behind its code), and
+// a product of ProduitInteractions_Vdx that VDXPRO lacks.
+inline constexpr char TypeInconnu[] = " : Type Inconnu";
+inline std::string CIPIntrouvable(std::string_view code) { return "CIP " + std::string(code) + " Introuvable"; }
+
 // The pregnancy control. The periods of PeriodeGrossesse, 0 to 4.
 inline constexpr char GrossesseEntiere[] = "Toute la grossesse";
 inline constexpr char PremierTrimestre[] = "1er trimestre";

@@ -1,0 +1,519 @@
+#include "checks/interactions.h"
+
+#include <algorithm>
+#include <charconv>
+#include <unordered_map>
+#include <optional>
+
+#include "checks/contreindications.h"
+#include "checks/tri.h"
+#include "products/fiches.h"
+#include "products/produits.h"
+#include "session/cadre.h"
+#include "session/messages.h"
+#include "session/session.h"
+#include "session/tables.h"
+#include "store/cles.h"
+#include "store/fiche.h"
+#include "store/layouts.h"
+
+namespace vdx {
+namespace {
+
+const Table& TableComposants() { return *TableNommee("VDXVCOMP"); }
+const Table& TableComposantsBis() { return *TableNommee("VDXVCOME"); }
+const Table& TableSubstances() { return *TableNommee("VDXVPA"); }
+const Table& TableSynonymes() { return *TableNommee("VDXWSYNC"); }
+const Table& TableClassesSubstance() { return *TableNommee("VDXZICLC"); }
+const Table& TableClasses() { return *TableNommee("VDXZICLA"); }
+const Table& TablePeres() { return *TableNommee("VDXZICLP"); }
+const Table& TableCouples() { return *TableNommee("VDXZICOU"); }
+const Table& TableTypes() { return *TableNommee("VDXZITYP"); }
+const Table& TableGravites() { return *TableNommee("VDXZIGRA"); }
+const Table& TableVoiesProduit() { return *TableNommee("VDXIDPVO"); }
+const Table& TableVoies() { return *TableNommee("VDXIDVOI"); }
+const Table& TableParents() { return *TableNommee("VDXWPEFI"); }
+
+// The file a failed first lookup of the couples is recorded under.
+constexpr char FichierCouples[] = "VDXZICLC.NDX";
+// The code of the second product of a row that has none.
+constexpr char SansSecondProduit[] = "0000000";
+// The longest label of a line.
+constexpr size_t LibelleLigneMax = 127;
+// The severities ProduitInteractions_Vdx leaves out.
+constexpr int32_t GravitesExclues[] = {5, 6};
+
+// The entries of a "|"-separated list, up to its first empty one.
+std::vector<std::string_view> Entrees(std::string_view liste) {
+    std::vector<std::string_view> entrees;
+    while (!liste.empty()) {
+        const size_t barre = liste.find('|');
+        const std::string_view entree = liste.substr(0, barre);
+        if (entree.empty()) break;
+        entrees.push_back(entree);
+        if (barre == std::string_view::npos) break;
+        liste.remove_prefix(barre + 1);
+    }
+    return entrees;
+}
+
+int32_t Entier(std::string_view texte) {
+    int32_t n = 0;
+    std::from_chars(texte.data(), texte.data() + texte.size(), n);
+    return n;
+}
+
+// A label by integer code in a table keyed by it, or "Code N introuvable".
+std::string LibelleDeCode(const Table& table, const ChampTexte& libelle, int32_t code) {
+    Curseur c(table);
+    const auto p = c.Egale(CleEntiers({code}));
+    if (!p) return messages::CodeIntrouvable(std::to_string(code));
+    const std::string fiche = FicheA(table, *p);
+    return std::string(Fiche(fiche).Texte(libelle));
+}
+
+void Remplace(std::string& texte, std::string_view marque, std::string_view par) {
+    for (size_t p = texte.find(marque); p != std::string::npos; p = texte.find(marque, p + par.size()))
+        texte.replace(p, marque.size(), par);
+}
+
+// The substances of a line: the components of both lists admitted to the
+// analysis, each followed by its synonyms.
+void AjouteSubstances(LignePrescription& ligne) {
+    struct Liste {
+        const Table& table;
+        ChampEntier substance;
+        ChampEntier admis;
+    };
+    const Liste listes[] = {{TableComposants(), VDXVCOMP::CodeSubstance, VDXVCOMP::Interactions},
+                            {TableComposantsBis(), VDXVCOME::CodeSubstance, VDXVCOME::Interactions}};
+    const std::string debut = CleTexte(ligne.CodeCIP, VDXVCOMP::CodeCIP.capacite());
+    const auto tient = [&ligne](int32_t code) {
+        for (const SubstanceLigne& s : ligne.Substances)
+            if (s.CodeSubstance == code) return true;
+        return false;
+    };
+    for (const Liste& l : listes) {
+        Curseur composants(l.table);
+        for (auto p = composants.PremiereAvec(debut); p; p = composants.SuivanteAvec(debut)) {
+            const std::string octets = FicheA(l.table, *p);
+            const Fiche composant(octets);
+            const int32_t code = composant.Entier(l.substance);
+            Curseur substances(TableSubstances());
+            const auto ps = substances.Egale(CleEntiers({code}));
+            std::string fiche = ps ? FicheA(TableSubstances(), *ps) : std::string();
+            const Fiche substance(fiche);
+            const std::string libelle =
+                ps ? std::string(substance.Texte(VDXVPA::Libelle)) : messages::CodeIntrouvable(std::to_string(code));
+            if (composant.Entier(l.admis) == 0 || (ps && substance.Entier(VDXVPA::Interactions) == 0) || tient(code))
+                continue;
+            ligne.Substances.push_back({code, code, libelle});
+            Curseur synonymes(TableSynonymes());
+            const std::string cle = CleEntiers({code});
+            for (auto q = synonymes.PremiereAvec(cle); q; q = synonymes.SuivanteAvec(cle)) {
+                const int32_t synonyme = LitMot(synonymes.Cle(), 4);
+                // Against CodeSubstance, not CodeSynonyme, as the base expects.
+                if (!tient(synonyme)) ligne.Substances.push_back({code, synonyme, libelle});
+            }
+        }
+    }
+}
+
+// The classes of the line's substances, then their ancestors.
+void AjouteClasses(LignePrescription& ligne) {
+    std::vector<ClasseLigne>& classes = ligne.Classes;
+    const auto classe = [](int32_t code) {
+        Curseur c(TableClasses());
+        const auto p = c.Egale(CleEntiers({code}));
+        if (!p) return std::pair{messages::CodeIntrouvable(std::to_string(code)), int32_t{0}};
+        const std::string fiche = FicheA(TableClasses(), *p);
+        const Fiche f(fiche);
+        return std::pair{std::string(f.Texte(VDXZICLA::Libelle)), f.Entier(VDXZICLA::ClasseActive)};
+    };
+    const auto tientRacine = [&](int32_t code) {
+        for (const ClasseLigne& c : classes)
+            if (c.CodeClasseRacine == code) return true;
+        return false;
+    };
+    const auto tient = [&](int32_t code) {
+        for (const ClasseLigne& c : classes)
+            if (c.CodeClasse == code) return true;
+        return false;
+    };
+
+    Curseur cles(TableClassesSubstance());
+    for (size_t s = 0; s < ligne.Substances.size(); ++s) {
+        const std::string debut = CleEntiers({ligne.Substances[s].CodeSynonyme});
+        for (auto p = cles.PremiereAvec(debut); p; p = cles.SuivanteAvec(debut)) {
+            const int32_t associee = LitMot(cles.Cle(), 4);
+            const int32_t code = LitMot(cles.Cle(), 8);
+            auto [libelle, active] = classe(code);
+            if (tientRacine(code)) continue;
+            int32_t indexAssociee = -1;
+            if (associee != 0) {
+                for (size_t a = 0; a < ligne.Substances.size() && indexAssociee < 0; ++a)
+                    if (ligne.Substances[a].CodeSynonyme == associee) indexAssociee = static_cast<int32_t>(a);
+                if (indexAssociee < 0) continue;
+            }
+            classes.push_back({static_cast<int32_t>(s), indexAssociee, code, code, std::move(libelle), active});
+        }
+    }
+
+    // Ancestors: the parents of each class found so far, then the parents
+    // of every parent met, climbed once each (a class is added only once,
+    // so a cycle ends).
+    Curseur peres(TablePeres());
+    std::vector<int32_t> enAttente;
+    const size_t limite = classes.size();
+    for (size_t c = 0; c < limite; ++c) {
+        const ClasseLigne source = classes[c];
+        const auto ajoute = [&](int32_t pere, int32_t indexAssociee) {
+            if (tient(pere)) return false;
+            auto [libelle, active] = classe(pere);
+            classes.push_back({source.IndexSubstance, indexAssociee, source.CodeClasseRacine, pere,
+                               std::move(libelle), active});
+            return true;
+        };
+        const std::string debut = CleEntiers({source.CodeClasseRacine});
+        for (auto p = peres.PremiereAvec(debut); p; p = peres.SuivanteAvec(debut)) {
+            const int32_t pere = LitMot(peres.Cle(), 4);
+            if (ajoute(pere, -1)) enAttente.push_back(pere);
+        }
+        std::vector<int32_t> aGravir(enAttente.begin(), enAttente.end());
+        while (!aGravir.empty()) {
+            const int32_t classeGravie = aGravir.back();
+            aGravir.pop_back();
+            const std::string cle = CleEntiers({classeGravie});
+            for (auto p = peres.PremiereAvec(cle); p; p = peres.SuivanteAvec(cle)) {
+                const int32_t pere = LitMot(peres.Cle(), 4);
+                if (pere != 0 && ajoute(pere, source.IndexAssociee)) aGravir.push_back(pere);
+            }
+        }
+    }
+}
+
+// A couple of VDXZICOU, read once.
+struct Couple {
+    std::string octets;
+    Fiche f;
+    int32_t genre;
+    explicit Couple(std::string o) : octets(std::move(o)), f(octets), genre(f.Entier(VDXZICOU::Genre)) {}
+    Couple(const Couple&) = delete;
+
+    std::string Texte(int n) const { return TexteDuCouple(octets, n); }
+};
+
+// A side of a row: a line and one of its classes.
+struct Cote {
+    const LignePrescription* ligne;
+    const ClasseLigne* classe;
+};
+
+// The couples that begin with a class, in key order.
+template <class Fait>
+void ParcourtCouples(int32_t classe, Fait&& fait) {
+    Curseur couples(TableCouples());
+    const std::string debut = CleEntiers({classe});
+    std::optional<magasin::Position> p;
+    try {
+        p = couples.PremiereAvec(debut);
+    } catch (const Echec&) {
+        session().FichierErreur = FichierCouples;
+        throw;
+    }
+    for (; p; p = couples.SuivanteAvec(debut)) {
+        const Couple couple(FicheA(TableCouples(), *p));
+        fait(couple);
+    }
+}
+
+// The route of a line against a couple's list: the label of the first of
+// its routes that passes; an empty label when the line has no route;
+// nullopt when none passes.
+std::optional<std::string> VoieDe(const LignePrescription& ligne, std::string_view liste) {
+    if (ligne.Voies.empty()) return std::string();
+    for (const Voie& v : ligne.Voies)
+        if (VoieAdmise(v.CodeVoie, liste)) return v.Libelle;
+    return std::nullopt;
+}
+
+bool Filtre(const LignePrescription& ligne, std::string_view filtre, std::string_view liste) {
+    bool present = false;
+    for (std::string_view entree : Entrees(liste))
+        for (const SubstanceLigne& s : ligne.Substances) present |= Entier(entree) == s.CodeSynonyme;
+    if (filtre == "E") return present;
+    if (filtre == "S") return !present;
+    return filtre == "T";
+}
+
+std::string TexteDuCote(const Cote& cote) {
+    const auto& s = cote.ligne->Substances;
+    std::string texte = s[cote.classe->IndexSubstance].Libelle;
+    if (cote.classe->IndexAssociee >= 0) texte += " + " + s[cote.classe->IndexAssociee].Libelle;
+    return texte;
+}
+
+std::string LibelleOuInconnu(const Table& table, const ChampTexte& champ, int32_t code) {
+    Curseur c(table);
+    const auto p = c.Egale(CleEntiers({code}));
+    if (!p) return std::to_string(code) + messages::TypeInconnu;
+    const std::string fiche = FicheA(table, *p);
+    return std::string(Fiche(fiche).Texte(champ));
+}
+
+int32_t NiveauGravite(int32_t code) {
+    Curseur c(TableGravites());
+    const auto p = c.Egale(CleEntiers({code}));
+    if (!p) return 0;
+    const std::string fiche = FicheA(TableGravites(), *p);
+    return Fiche(fiche).Entier(VDXZIGRA::Niveau);
+}
+
+std::string Reference(const Fiche& couple) {
+    return std::string(couple.Texte(VDXZICOU::Reference1)) + " " + std::string(couple.Texte(VDXZICOU::Reference2));
+}
+
+class Appariement {
+public:
+    explicit Appariement(std::vector<LignePrescription> lignes) : lignes_(std::move(lignes)) {}
+
+    std::vector<FicheInteraction2> Lignes() {
+        TablesOuvertes tables{&TableCouples(), &TableTypes(), &TableGravites(), &TableClasses(),
+                              &TableSubstances(), &TableVoies(), &TableParents(), &TableTermes()};
+        for (size_t i = 0; i < lignes_.size(); ++i)
+            for (const ClasseLigne& ci : lignes_[i].Classes) {
+                if (!ci.ClasseActive) continue;
+                ParcourtCouples(ci.CodeClasse, [&](const Couple& couple) {
+                    if (couple.genre != EntreProduits) Teste(couple, i, ci, nullptr);
+                    const int32_t classeB = couple.f.Entier(VDXZICOU::ClasseB);
+                    for (size_t j = i + 1; j < lignes_.size(); ++j)
+                        for (const ClasseLigne& cj : lignes_[j].Classes)
+                            if (cj.ClasseActive && cj.CodeClasse == classeB) Teste(couple, i, ci, &cj, j);
+                });
+            }
+        tables.Ferme();
+        TriParNiveau(lignes);
+        return std::move(lignes);
+    }
+
+private:
+    // One couple for line i and class ci, against line j and class cj, or
+    // alone (cj null).
+    void Teste(const Couple& c, size_t i, const ClasseLigne& ci, const ClasseLigne* cj, size_t j = 0) {
+        const Fiche& f = c.f;
+        const std::optional<std::string> voie1 = VoieDe(lignes_[i], f.Texte(VDXZICOU::VoiesA));
+        if (!voie1) return;
+        std::string voie2;
+        if (c.genre == EntreProduits) {
+            const std::optional<std::string> v = VoieDe(lignes_[j], f.Texte(VDXZICOU::VoiesB));
+            if (!v) return;
+            voie2 = *v;
+        }
+        if (c.genre == ToutProduitParVoie) {
+            // Every route of every other line is tried; each that passes
+            // forms a row at once; the last one tried decides what follows.
+            if (cj) return;
+            bool derniere = false;
+            for (size_t k = 0; k < lignes_.size(); ++k) {
+                if (k == i) continue;
+                for (const Voie& v : lignes_[k].Voies) {
+                    derniere = VoieAdmise(v.CodeVoie, f.Texte(VDXZICOU::VoiesB));
+                    if (!derniere) continue;
+                    j = k;
+                    cj = lignes_[k].Classes.empty() ? nullptr : &lignes_[k].Classes[0];
+                    Forme(c, {&lignes_[i], &ci}, {&lignes_[k], cj}, *voie1, voie2, {}, {});
+                }
+            }
+            if (!derniere) return;
+        }
+        if (!Filtre(lignes_[i], f.Texte(VDXZICOU::FiltreA), f.Texte(VDXZICOU::SubstancesA))) return;
+        if (c.genre == EntreProduits &&
+            !Filtre(lignes_[j], f.Texte(VDXZICOU::FiltreB), f.Texte(VDXZICOU::SubstancesB)))
+            return;
+        const Cote second{c.genre == SubstanceExterieure ? nullptr : &lignes_[j], cj};
+        const std::vector<std::string_view> termes = Entrees(f.Texte(VDXZICOU::TermesCondition));
+        if (termes.empty()) {
+            Forme(c, {&lignes_[i], &ci}, second, *voie1, voie2, {}, {});
+            return;
+        }
+        // A condition holds for any patient: a row per term.
+        for (std::string_view terme : termes) {
+            const std::optional<std::string> fiche = FicheTerme(terme);
+            const Fiche t(fiche ? std::string_view(*fiche) : std::string_view());
+            Forme(c, {&lignes_[i], &ci}, second, *voie1, voie2, fiche ? t.Texte(VDXVAMM::CodeTerme) : terme,
+                  t.Texte(VDXVAMM::Libelle));
+        }
+    }
+
+    void Forme(const Couple& c, Cote premier, Cote second, const std::string& voie1, const std::string& voie2,
+               std::string_view codeCondition, std::string_view libelleCondition) {
+        const Fiche& f = c.f;
+        FicheInteraction2 r;
+        r.CodeType = f.Entier(VDXZICOU::CodeType);
+        r.TexteType = LibelleOuInconnu(TableTypes(), VDXZITYP::TexteType, r.CodeType);
+        const int32_t gravite = f.Entier(VDXZICOU::CodeGravite);
+        r.LibelleGravite = LibelleOuInconnu(TableGravites(), VDXZIGRA::LibelleGravite, gravite);
+        r.Niveau = NiveauGravite(gravite);
+        if (c.genre == EntreProduits && f.Entier(VDXZICOU::Sens) != 1) std::swap(premier, second);
+        r.Voie1 = voie1;
+        r.Voie2 = voie2;
+        r.CIP1 = premier.ligne->CodeCIP;
+        r.Libelle1 = premier.ligne->Libelle;
+        r.Classe1 = premier.classe->Libelle;
+        r.CodeCondition = codeCondition;
+        r.LibelleCondition = libelleCondition;
+        if (c.genre == EntreProduits) {
+            r.CIP2 = second.ligne->CodeCIP;
+            r.Libelle2 = second.ligne->Libelle;
+            r.Classe2 = second.classe->Libelle;
+        } else {
+            r.CIP2 = SansSecondProduit;
+            r.Voie2 = LibelleVoie(f.Texte(VDXZICOU::VoiesB));
+            r.Classe2 = LibelleDeCode(TableClasses(), VDXZICLA::Libelle, f.Entier(VDXZICOU::ClasseB));
+            if (c.genre == SubstanceExterieure) {
+                r.Libelle2 = LibelleDeCode(TableSubstances(), VDXVPA::Libelle, Entier(f.Texte(VDXZICOU::SubstancesB)));
+            } else {
+                r.CIP2 = second.ligne->CodeCIP;
+                r.Libelle2 = second.ligne->Libelle;
+                if (second.classe) r.Classe2 = second.classe->Libelle;
+            }
+        }
+        const bool doublon = c.genre != SubstanceExterieure && Doublon(r);
+        if (r.Niveau < session().NiveauInteraction) return;
+
+        const std::string texte1 = TexteDuCote(premier);
+        if (c.genre == EntreProduits) {
+            Remplace(r.TexteType, "$1", texte1);
+            Remplace(r.TexteType, "$2", TexteDuCote(second));
+        } else {
+            Remplace(r.TexteType, "$2", texte1);
+            Remplace(r.TexteType, "$1", r.Libelle2);
+        }
+        const SubstanceLigne& substance1 = premier.ligne->Substances[premier.classe->IndexSubstance];
+        const SubstanceLigne* substance2 =
+            c.genre == EntreProduits ? &second.ligne->Substances[second.classe->IndexSubstance] : nullptr;
+        if (Pere(substance1.CodeSubstance) == (substance2 ? Pere(substance2->CodeSubstance) : 0)) return;
+        if (doublon) return;
+
+        r.Reference = Reference(f);
+        r.Texte1 = c.Texte(0);
+        r.Texte2 = c.Texte(1);
+        r.Texte3 = c.Texte(2);
+        r.Texte4 = c.Texte(3);
+        r.Niveau2 = r.Niveau;
+        r.Substance2 = substance2 ? substance2->CodeSubstance : 0;
+        r.Substance1Associee = Associee(premier);
+        if (c.genre == EntreProduits) r.Substance2Associee = Associee(second);
+        lignes.push_back(std::move(r));
+    }
+
+    static int32_t Associee(const Cote& cote) {
+        const int32_t index = cote.classe->IndexAssociee;
+        return index >= 0 ? cote.ligne->Substances[index].CodeSubstance : 0;
+    }
+
+    bool Doublon(const FicheInteraction2& r) const {
+        for (const FicheInteraction2& l : lignes) {
+            if (l.CodeCondition != r.CodeCondition) continue;
+            if ((l.CIP1 == r.CIP1 && l.CIP2 == r.CIP2 && l.Classe1 == r.Classe1 && l.Classe2 == r.Classe2) ||
+                (l.CIP1 == r.CIP2 && l.CIP2 == r.CIP1 && l.Classe1 == r.Classe2 && l.Classe2 == r.Classe1))
+                return true;
+        }
+        return false;
+    }
+
+    int32_t Pere(int32_t substance) {
+        auto [it, nouveau] = peres_.try_emplace(substance, 0);
+        if (nouveau) it->second = SubstancePere(substance, true);
+        return it->second;
+    }
+
+    std::vector<LignePrescription> lignes_;
+    std::unordered_map<int32_t, int32_t> peres_;
+
+public:
+    std::vector<FicheInteraction2> lignes;
+};
+
+}  // namespace
+
+std::string TexteDuCouple(std::string_view couple, int n) {
+    static constexpr ChampEntier longueurs[] = {VDXZICOU::LongueurTexte1, VDXZICOU::LongueurTexte2,
+                                                VDXZICOU::LongueurTexte3, VDXZICOU::LongueurTexte4};
+    const Fiche f(couple);
+    const auto longueur = [&f](int i) { return static_cast<size_t>(std::max(0, f.Entier(longueurs[i]))); };
+    size_t debut = VDXZICOU::Longueur;
+    for (int i = 0; i < n; ++i) debut += longueur(i);
+    if (debut >= couple.size()) return {};
+    const std::string_view texte = couple.substr(debut, longueur(n));
+    return std::string(texte.substr(0, texte.find('\0')));
+}
+
+void TriParNiveau(std::vector<FicheInteraction2>& lignes) {
+    TriEchange(lignes, [](const FicheInteraction2& p, const FicheInteraction2& q) { return p.Niveau < q.Niveau; });
+}
+
+bool VoieAdmise(std::string_view code, std::string_view liste) {
+    if (code.empty()) return false;
+    const std::vector<std::string_view> entrees = Entrees(liste);
+    for (std::string_view e : entrees)
+        if (e.starts_with('-') && code.starts_with(e.substr(1))) return false;
+    for (std::string_view e : entrees)
+        if (!e.starts_with('-') && code.starts_with(e)) return true;
+    return false;
+}
+
+LignePrescription ConstruitLigne(const std::string& codeCIP, std::string_view libelleAbsent) {
+    TablesOuvertes tables{&TableProduits(),  &TableComposants(),       &TableComposantsBis(), &TableSubstances(),
+                          &TableSynonymes(), &TableClassesSubstance(), &TableClasses(),       &TablePeres(),
+                          &TableVoiesProduit(), &TableVoies()};
+    LignePrescription ligne;
+    ligne.CodeCIP = codeCIP;
+    ligne.Libelle = LibelleProduitInterne(codeCIP, true).value_or(std::string(libelleAbsent));
+    if (ligne.Libelle.size() > LibelleLigneMax) ligne.Libelle.resize(LibelleLigneMax);
+    AjouteSubstances(ligne);
+    AjouteClasses(ligne);
+    ligne.Voies = VoiesProduit(codeCIP, true);
+    tables.Ferme();
+    return ligne;
+}
+
+std::vector<FicheInteraction2> AnalyseInteractions(const std::vector<std::string>& codesCIP) {
+    std::vector<LignePrescription> lignes;
+    for (const std::string& code : codesCIP) lignes.push_back(ConstruitLigne(code, messages::LibelleSansAccentInconnu));
+    return Appariement(std::move(lignes)).Lignes();
+}
+
+std::vector<FicheInteraction2> InteractionsDuProduit(const std::string& codeCIP) {
+    const LignePrescription ligne = ConstruitLigne(codeCIP, messages::CIPIntrouvable(codeCIP));
+    std::vector<FicheInteraction2> lignes;
+    TablesOuvertes tables{&TableCouples(), &TableTypes(), &TableGravites(), &TableClasses(), &TableVoies()};
+    for (const ClasseLigne& ci : ligne.Classes) {
+        if (!ci.ClasseActive) continue;
+        ParcourtCouples(ci.CodeClasse, [&](const Couple& c) {
+            const Fiche& f = c.f;
+            const int32_t gravite = f.Entier(VDXZICOU::CodeGravite);
+            if (!VoieDe(ligne, f.Texte(VDXZICOU::VoiesA)) ||
+                !Filtre(ligne, f.Texte(VDXZICOU::FiltreA), f.Texte(VDXZICOU::SubstancesA)) ||
+                std::ranges::find(GravitesExclues, gravite) != std::end(GravitesExclues))
+                return;
+            FicheInteraction2 r;
+            r.CodeType = f.Entier(VDXZICOU::CodeType);
+            r.TexteType = LibelleOuInconnu(TableTypes(), VDXZITYP::TexteType, r.CodeType);
+            Remplace(r.TexteType, "$1", TexteDuCote({&ligne, &ci}));
+            Remplace(r.TexteType, "$2", LibelleDeCode(TableClasses(), VDXZICLA::Libelle, f.Entier(VDXZICOU::ClasseB)));
+            const std::vector<std::string_view> voies = Entrees(f.Texte(VDXZICOU::VoiesB));
+            if (!voies.empty()) r.TexteType += " (" + LibelleVoie(voies.front()) + ")";
+            r.LibelleGravite = LibelleOuInconnu(TableGravites(), VDXZIGRA::LibelleGravite, gravite);
+            r.Niveau = NiveauGravite(gravite);
+            r.Reference = Reference(f);
+            r.Niveau2 = ligne.Substances[ci.IndexSubstance].CodeSubstance;
+            lignes.push_back(std::move(r));
+        });
+    }
+    tables.Ferme();
+    TriParNiveau(lignes);
+    return lignes;
+}
+
+}  // namespace vdx

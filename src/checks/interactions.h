@@ -1,0 +1,87 @@
+// Drug interactions: each product of a prescription broken down into its
+// substances, their interaction classes and the ancestors of these, and the
+// couples of classes of VDXZICOU tried between the lines in their order.
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "checks/voies.h"
+#include "vdx32/oleauto.h"
+
+namespace vdx {
+
+// A substance of a line: the substance itself (both codes equal) or one of
+// its synonyms.
+struct SubstanceLigne {
+    int32_t CodeSubstance;
+    int32_t CodeSynonyme;
+    std::string Libelle;
+};
+
+// A class of a line: the class a substance belongs to (its root), or an
+// ancestor of it.
+struct ClasseLigne {
+    int32_t IndexSubstance;
+    int32_t IndexAssociee;  // the substance it needs beside it, or -1
+    int32_t CodeClasseRacine;
+    int32_t CodeClasse;
+    std::string Libelle;
+    int32_t ClasseActive;
+};
+
+struct LignePrescription {
+    std::string CodeCIP;
+    std::string Libelle;
+    std::vector<SubstanceLigne> Substances;
+    std::vector<ClasseLigne> Classes;
+    std::vector<Voie> Voies;
+};
+
+// A row of the analysis, the 23 fields of Interactions2_Vdx.
+struct FicheInteraction2 {
+    std::string CIP1, CIP2, Libelle1, Libelle2, LibelleGravite, TexteType, Reference;
+    int32_t Niveau = 0;
+    std::string Texte1, Texte2, Texte3, Texte4, Classe1, Classe2, Voie1, Voie2;
+    int32_t CodeType = 0, Niveau2 = 0, Substance2 = 0, Substance1Associee = 0, Substance2Associee = 0;
+    std::string CodeCondition, LibelleCondition;
+};
+
+// The kinds of couple.
+enum GenreCouple : int32_t { EntreProduits = 0, SubstanceExterieure = 1, ToutProduitParVoie = 2 };
+
+// The route test: an entry of `liste` ("|"-separated, cut at its first
+// empty entry) beginning with "-" vetoes a code that begins with the rest;
+// otherwise an entry the code begins with accepts it. An empty code fails.
+bool VoieAdmise(std::string_view code, std::string_view liste);
+
+// Text n (0 to 3) of a couple's record, cut by the lengths of its fixed
+// part and at a NUL; never read past the record.
+std::string TexteDuCouple(std::string_view couple, int n);
+
+// The line of a product (a CodeCIP already mapped), `libelleAbsent` being
+// the label of a product VDXPRO lacks. Opens and closes its tables.
+LignePrescription ConstruitLigne(const std::string& codeCIP, std::string_view libelleAbsent);
+
+// The rows of a prescription, sorted by level from the highest, those below
+// the session's NiveauInteraction left out. Throws Echec.
+std::vector<FicheInteraction2> AnalyseInteractions(const std::vector<std::string>& codesCIP);
+
+// What one product can interact with, alone: the rows of
+// ProduitInteractions_Vdx before they are made unique by text.
+std::vector<FicheInteraction2> InteractionsDuProduit(const std::string& codeCIP);
+
+// Rows by level from the highest, by the exchange sort.
+void TriParNiveau(std::vector<FicheInteraction2>& lignes);
+
+// The exports.
+int32_t Interactions2(SAFEARRAY** produits, SAFEARRAY** codesPatient, SAFEARRAY** typesPatient, SAFEARRAY** tableau,
+                      int32_t age, int32_t poids, int32_t grossesse, int32_t allaitement, const char* sexe);
+int32_t Interactions2Test(SAFEARRAY** produits, SAFEARRAY** codesPatient, SAFEARRAY** typesPatient, int32_t age,
+                          int32_t poids, int32_t grossesse, int32_t allaitement, const char* sexe);
+int32_t Interactions(SAFEARRAY** produits, SAFEARRAY** tableau);
+int32_t ProduitInteractions(const char* code, SAFEARRAY** tableau);
+
+}  // namespace vdx

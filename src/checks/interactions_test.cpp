@@ -1,0 +1,339 @@
+// Drug interactions: lines built from components, synonyms, classes and
+// their ancestors; couples of each kind between lines; the route test and
+// its vetoes; conditions; the parent-substance rule; levels; the exports'
+// inputs by mode and their codes.
+#include "checks/interactions.h"
+
+#include <gtest/gtest.h>
+
+#include <cstring>
+
+#include "platform/hote.h"
+#include "products/essai_produits.h"
+#include "session/resultat.h"
+#include "store/fiche.h"
+#include "store/layouts.h"
+
+namespace vdx {
+namespace {
+
+using essai::BaseDeTest;
+
+constexpr char Actiskenan[] = "3000001";   // morphine (and its synonym), oral
+constexpr char Codoliprane[] = "3000002";  // codeine, paracetamol; no route
+constexpr char Zeclar[] = "3000003";       // clarithromycin, ritonavir in the second list; oral
+constexpr char Colchimax[] = "3000004";    // colchicine; buccal
+constexpr char Muet[] = "3000005";         // nothing admitted to the analysis
+constexpr char Perfalgan[] = "3000006";    // paracetamol (an inactive class); intravenous
+
+struct Couple {
+    int32_t a, b, numero, genre, sens, gravite, type;
+    const char* voiesA;
+    const char* voiesB;
+    const char* filtreA = "T";
+    const char* substancesA = "";
+    const char* substancesB = "";
+    const char* termes = "";
+};
+
+void Remplit(BaseDeTest& b, bool avecParents) {
+    for (auto [cip, libelle] : {std::pair{Actiskenan, "ACTISKENAN 10MG GELULE"}, {Codoliprane, "CODOLIPRANE CPR"},
+                                {Zeclar, "ZECLAR 500MG CPR"}, {Colchimax, "COLCHIMAX CPR"}, {Muet, "PRODUIT MUET"},
+                                {Perfalgan, "PERFALGAN INJ"}})
+        b.Ajoute("VDXPRO", {{"CodeCIP", cip}, {"Libelle", libelle}});
+    b.Ajoute("VDXCIP13", {{"CodeCIP", Actiskenan}, {"CIP13", "3400930000011"}});
+    for (auto [code, libelle, actif] :
+         {std::tuple{100, "MORPHINE", 1}, {101, "CODEINE", 1}, {102, "PARACETAMOL", 1}, {103, "ALCOOL", 1},
+          {104, "SUBSTANCE MUETTE", 0}, {105, "CLARITHROMYCINE", 1}, {106, "COLCHICINE", 1}, {108, "RITONAVIR", 1},
+          {109, "MORPHINE BASE", 1}})
+        b.Ajoute("VDXVPA", {{"CodeSubstance", code}, {"Libelle", libelle}, {"Interactions", actif}});
+    const auto composant = [&b](const char* table, const char* cip, const char* rang, int32_t substance, int32_t admis) {
+        b.Ajoute(table, {{"CodeCIP", cip}, {"Rang", rang}, {"CodeSubstance", substance}, {"Interactions", admis}});
+    };
+    composant("VDXVCOMP", Actiskenan, "001", 100, 1);
+    composant("VDXVCOMP", Codoliprane, "001", 101, 1);
+    composant("VDXVCOMP", Codoliprane, "002", 102, 1);
+    composant("VDXVCOMP", Zeclar, "001", 105, 1);
+    composant("VDXVCOME", Zeclar, "001", 108, 1);
+    composant("VDXVCOMP", Colchimax, "001", 106, 1);
+    composant("VDXVCOMP", Muet, "001", 104, 1);  // the substance takes no part
+    composant("VDXVCOMP", Muet, "002", 102, 0);  // the row takes no part
+    composant("VDXVCOMP", Perfalgan, "001", 102, 1);
+    b.Ajoute("VDXWSYNC", {{"CodeSubstance", 100}, {"CodeSynonyme", 109}});
+
+    for (auto [code, libelle, active] :
+         {std::tuple{10, "MORPHINIQUES", 1}, {11, "DEPRESSEURS DU SNC", 1}, {12, "MACROLIDES", 1},
+          {13, "COLCHICINE", 1}, {14, "PARACETAMOL", 0}, {15, "ANTALGIQUES", 1}, {16, "OPIACES FORTS", 1},
+          {17, "MACROLIDES ET RITONAVIR", 1}})
+        b.Ajoute("VDXZICLA", {{"CodeClasse", code}, {"Libelle", libelle}, {"ClasseActive", active}});
+    for (auto [substance, associee, classe] : {std::tuple{100, 0, 10}, {101, 0, 10}, {109, 0, 16}, {105, 0, 12},
+                                               {105, 108, 17}, {106, 0, 13}, {102, 0, 14}})
+        b.Ajoute("VDXZICLC", {{"CodeSubstance", substance}, {"CodeSubstanceAssociee", associee}, {"CodeClasse", classe}});
+    // A hierarchy with a cycle: 10 under 11, 11 under 15, 15 under 11.
+    for (auto [classe, pere] : {std::pair{10, 11}, {11, 15}, {15, 11}})
+        b.Ajoute("VDXZICLP", {{"CodeClasse", classe}, {"CodeClassePere", pere}});
+
+    b.Ajoute("VDXIDVOI", {{"CodeVoie", "A01"}, {"Libelle", "orale"}})
+        .Ajoute("VDXIDVOI", {{"CodeVoie", "A02"}, {"Libelle", "buccale"}})
+        .Ajoute("VDXIDVOI", {{"CodeVoie", "A05"}, {"Libelle", "intraveineuse"}});
+    for (auto [cip, voie] : {std::pair{Actiskenan, "A01"}, {Zeclar, "A01"}, {Colchimax, "A02"}, {Perfalgan, "A05"}})
+        b.Ajoute("VDXIDPVO", {{"CodeCIP", cip}, {"CodeVoie", voie}});
+
+    for (auto [code, libelle, niveau] : {std::tuple{1, "Contre-indication", 4}, {2, "Association déconseillée", 3},
+                                         {3, "Précaution d'emploi", 2}, {4, "A prendre en compte", 1},
+                                         {5, "Information", 0}})
+        b.Ajoute("VDXZIGRA", {{"Code", code}, {"LibelleGravite", libelle}, {"Niveau", niveau}});
+    for (auto [code, texte] : {std::pair{1, "Toxicité de $2 majorée par $1"}, {2, "Dépression respiratoire : $1 et $2"},
+                               {4, "$2 et $1"}})
+        b.Ajoute("VDXZITYP", {{"Code", code}, {"TexteType", texte}});
+    b.Ajoute("VDXVAMM", {{"CodeTerme", "CI00000001"}, {"TypeAMM", "2"}, {"Libelle", "Grossesse"}})
+        .Ajoute("VDXVAMM", {{"CodeTerme", "CI00000002"}, {"TypeAMM", "2"}, {"Libelle", "Allaitement"}});
+
+    const Couple couples[] = {
+        {12, 13, 1, EntreProduits, 1, 1, 1, "A01", "A02"},
+        {13, 12, 1, EntreProduits, 2, 1, 1, "A02", "A01"},  // the mirror, reported the other way
+        {13, 12, 2, EntreProduits, 1, 4, 3, "A02", "A01", "T", "", "", "CI00000001|CI00000002"},
+        {10, 10, 1, EntreProduits, 1, 2, 2, "A|-A05", "A01|A02"},
+        {10, 12, 1, EntreProduits, 1, 5, 2, "A", "A"},  // a severity one product's list leaves out
+        {11, 0, 1, SubstanceExterieure, 1, 3, 4, "A", "A01", "T", "", "103"},
+        {12, 0, 2, ToutProduitParVoie, 1, 4, 4, "A01", "A05", "S", "105"},
+    };
+    for (const Couple& c : couples)
+        b.Ajoute("VDXZICOU", {{"ClasseA", c.a},           {"ClasseB", c.b},
+                              {"Numero", c.numero},       {"Genre", c.genre},
+                              {"Sens", c.sens},           {"CodeGravite", c.gravite},
+                              {"CodeType", c.type},       {"VoiesA", c.voiesA},
+                              {"VoiesB", c.voiesB},       {"FiltreA", c.filtreA},
+                              {"FiltreB", "T"},           {"SubstancesA", c.substancesA},
+                              {"SubstancesB", c.substancesB}, {"TermesCondition", c.termes},
+                              {"Reference1", "RCP"},      {"Reference2", "2024"},
+                              {"Texte2", "Risque"},       {"Texte4", "Conduite"}});
+    // Every substance has its own parent below this closing key.
+    if (avecParents) b.Ajoute("VDXWPEFI", {{"CodeParent", 99999}, {"CodeEnfant", 99999}});
+}
+
+class Interactions : public essai::SurUneBase<Interactions> {
+public:
+    static void Remplit(BaseDeTest& b) { vdx::Remplit(b, true); }
+
+protected:
+    // The rows as "CIP1>CIP2 level TexteType [condition]".
+    static std::string Resume(const std::vector<FicheInteraction2>& lignes) {
+        std::string texte;
+        for (const FicheInteraction2& r : lignes) {
+            if (!texte.empty()) texte += " | ";
+            texte += r.CIP1 + ">" + r.CIP2 + " " + std::to_string(r.Niveau) + " " + r.TexteType;
+            if (!r.CodeCondition.empty()) texte += " [" + r.CodeCondition + "]";
+        }
+        return texte;
+    }
+    static std::string Analyse(std::vector<std::string> codes) { return Resume(AnalyseInteractions(codes)); }
+};
+
+TEST_F(Interactions, ALineHoldsSubstancesSynonymsClassesAndAncestors) {
+    const LignePrescription morphine = ConstruitLigne(Actiskenan, "?");
+    ASSERT_EQ(morphine.Substances.size(), 2u);
+    EXPECT_EQ(morphine.Substances[1].CodeSubstance, 100);
+    EXPECT_EQ(morphine.Substances[1].CodeSynonyme, 109);
+    EXPECT_EQ(morphine.Substances[1].Libelle, "MORPHINE");
+    std::string classes;
+    for (const ClasseLigne& c : morphine.Classes)
+        classes += std::to_string(c.CodeClasse) + "<" + std::to_string(c.CodeClasseRacine) + " ";
+    // The ancestors of 10 climbed once each, though 11 and 15 make a cycle.
+    EXPECT_EQ(classes, "10<10 16<16 11<10 15<10 ");
+
+    const LignePrescription zeclar = ConstruitLigne(Zeclar, "?");
+    ASSERT_EQ(zeclar.Substances.size(), 2u);  // the second list too
+    ASSERT_EQ(zeclar.Classes.size(), 2u);
+    EXPECT_EQ(zeclar.Classes[1].CodeClasse, 17);  // with its associated substance on the line
+    EXPECT_EQ(zeclar.Classes[1].IndexAssociee, 1);
+
+    const LignePrescription muet = ConstruitLigne(Muet, "?");
+    EXPECT_TRUE(muet.Substances.empty());
+    EXPECT_EQ(ConstruitLigne("3999999", "Libelle inconnu").Libelle, "Libelle inconnu");
+}
+
+TEST_F(Interactions, CouplesBetweenProductsFollowTheOrderOfTheLinesAndTheirSens) {
+    auto lignes = AnalyseInteractions({Zeclar, Colchimax});
+    ASSERT_EQ(lignes.size(), 1u);
+    const FicheInteraction2& r = lignes[0];
+    EXPECT_EQ(r.CIP1, Zeclar);
+    EXPECT_EQ(r.CIP2, Colchimax);
+    EXPECT_EQ(r.Libelle2, "COLCHIMAX CPR");
+    EXPECT_EQ(r.TexteType, "Toxicit\xE9 de COLCHICINE major\xE9" "e par CLARITHROMYCINE");
+    EXPECT_EQ(r.LibelleGravite, "Contre-indication");
+    EXPECT_EQ(r.Niveau, 4);
+    EXPECT_EQ(r.Niveau2, 4);
+    EXPECT_EQ(r.Reference, "RCP 2024");
+    EXPECT_EQ(r.Texte2, "Risque");
+    EXPECT_EQ(r.Texte4, "Conduite");
+    EXPECT_EQ(r.Classe1, "MACROLIDES");
+    EXPECT_EQ(r.Classe2, "COLCHICINE");
+    EXPECT_EQ(r.Voie1 + "/" + r.Voie2, "orale/buccale");
+    EXPECT_EQ(r.Substance2, 106);
+
+    // The other order walks the mirror couple: its Sens puts the sides the
+    // other way, the routes stay those of the lines. The conditional couple
+    // gives a row per term (its kind is not in the base).
+    lignes = AnalyseInteractions({Colchimax, Zeclar});
+    EXPECT_EQ(Resume(lignes),
+              "3000003>3000004 4 Toxicit\xE9 de COLCHICINE major\xE9" "e par CLARITHROMYCINE | "
+              "3000004>3000003 1 3 : Type Inconnu [CI00000001] | 3000004>3000003 1 3 : Type Inconnu [CI00000002]");
+    EXPECT_EQ(lignes[0].Voie1 + "/" + lignes[0].Voie2, "buccale/orale");
+    EXPECT_EQ(lignes[1].LibelleCondition, "Grossesse");
+}
+
+TEST_F(Interactions, OutsideSubstancesRoutesAndAncestorsAcrossLines) {
+    // Morphine and codeine meet through their class (a line without route
+    // passes); each meets alcohol through an ancestor class; the couple of
+    // severity 5 finds no macrolide.
+    EXPECT_EQ(Analyse({Actiskenan, Codoliprane}),
+              "3000001>3000002 3 D\xE9pression respiratoire : MORPHINE et CODEINE | "
+              "3000001>0000000 2 MORPHINE et ALCOOL | 3000002>0000000 2 CODEINE et ALCOOL");
+    const auto alcool = AnalyseInteractions({Actiskenan});
+    ASSERT_EQ(alcool.size(), 1u);
+    EXPECT_EQ(alcool[0].Libelle2, "ALCOOL");
+    EXPECT_EQ(alcool[0].Classe2, "Code 0 introuvable");
+    EXPECT_EQ(alcool[0].Voie2, "orale");
+    EXPECT_EQ(alcool[0].Substance2, 0);
+
+    // Two lines of one product: one parent, no row between them; the
+    // outside substance is met once per line.
+    EXPECT_EQ(Analyse({Actiskenan, Actiskenan}), "3000001>0000000 2 MORPHINE et ALCOOL | 3000001>0000000 2 MORPHINE et ALCOOL");
+
+    // Any other product given by a route: a row for the intravenous one,
+    // though the substance filter of the couple rejects the macrolide.
+    EXPECT_EQ(Analyse({Zeclar, Perfalgan}), "3000003>3000006 1 CLARITHROMYCINE et PERFALGAN INJ");
+    EXPECT_EQ(Analyse({Zeclar, Actiskenan}), "3000001>0000000 2 MORPHINE et ALCOOL");
+    EXPECT_EQ(Analyse({Muet, Perfalgan}), "");
+}
+
+TEST_F(Interactions, TheRouteTestAndItsVetoes) {
+    EXPECT_TRUE(VoieAdmise("A01", "A"));
+    EXPECT_TRUE(VoieAdmise("A01", "B|A0"));
+    EXPECT_FALSE(VoieAdmise("A05", "A|-A05"));
+    EXPECT_FALSE(VoieAdmise("A05", "-A05|A"));
+    EXPECT_TRUE(VoieAdmise("A01", "A|-A05"));
+    EXPECT_FALSE(VoieAdmise("A01", ""));
+    EXPECT_FALSE(VoieAdmise("", "A"));
+    EXPECT_FALSE(VoieAdmise("A01", "B||A"));  // the list ends at its empty entry
+}
+
+TEST_F(Interactions, TheLevelOfTheSessionLeavesRowsOutButNotFromOneProductsList) {
+    EXPECT_EQ(NiveauInteraction_Vdx(3), 3);
+    EXPECT_EQ(Analyse({Actiskenan, Codoliprane}), "3000001>3000002 3 D\xE9pression respiratoire : MORPHINE et CODEINE");
+    EXPECT_EQ(InteractionsDuProduit(Actiskenan).size(), 2u);
+    EXPECT_EQ(NiveauInteraction_Vdx(-1), 3);
+    EXPECT_EQ(NiveauInteraction_Vdx(0), 0);
+}
+
+TEST_F(Interactions, OneProductAloneAgainstTheOtherClasses) {
+    ASSERT_EQ(ProduitInteractions_Vdx(Actiskenan, nullptr), 2);
+    EXPECT_EQ(Memoire(),
+              "3@Association d\xE9" "conseill\xE9" "e@D\xE9pression respiratoire : MORPHINE et MORPHINIQUES (orale)@RCP 2024"
+              "\r\n2@Pr\xE9" "caution d'emploi@Code 0 introuvable et MORPHINE (orale)@RCP 2024");
+    EXPECT_EQ(ProduitInteractions_Vdx(Muet, nullptr), 0);
+    EXPECT_EQ(ProduitInteractions_Vdx("3999999", nullptr), 0);
+    EXPECT_EQ(ProduitInteractions_Vdx(nullptr, nullptr), -10);
+    EXPECT_EQ(ProduitInteractions_Vdx("123", nullptr), -13);
+}
+
+TEST_F(Interactions, TheTextsOfACoupleNeverReadPastItsRecord) {
+    std::string couple(VDXZICOU::Longueur, '\0');
+    EcritMot(couple, VDXZICOU::LongueurTexte1.decalage, 2);
+    EcritMot(couple, VDXZICOU::LongueurTexte2.decalage, 1000);
+    EcritMot(couple, VDXZICOU::LongueurTexte3.decalage, 5);
+    couple += "ab" + std::string("risque");
+    EXPECT_EQ(TexteDuCouple(couple, 0), "ab");
+    EXPECT_EQ(TexteDuCouple(couple, 1), "risque");
+    EXPECT_EQ(TexteDuCouple(couple, 2), "");
+    EXPECT_EQ(TexteDuCouple(std::string(100, 'x'), 0), "");  // shorter than its fixed part
+    EcritMot(couple, VDXZICOU::LongueurTexte1.decalage, -7);
+    EXPECT_EQ(TexteDuCouple(couple, 0), "");
+}
+
+class InteractionsExports : public Interactions {
+protected:
+    static SAFEARRAY* Chaines(std::initializer_list<const char*> textes) {
+        SAFEARRAY* t = SafeArrayCreateVector(VT_BSTR, 0, static_cast<ULONG>(textes.size()));
+        LONG i = 0;
+        for (const char* texte : textes) {
+            BSTR b = SysAllocStringByteLen(texte, static_cast<UINT>(std::strlen(texte)));
+            SafeArrayPutElement(t, &i, b);
+            SysFreeString(b);
+            ++i;
+        }
+        return t;
+    }
+};
+
+TEST_F(InteractionsExports, ArraysInAndOutAndTheCodesOfTheList) {
+    ReconnecteEnTableau();
+    SAFEARRAY* produits = Chaines({Zeclar, Colchimax});
+    SAFEARRAY* lignes = essai::TableauDeFiches(23);
+    SAFEARRAY* courtes = essai::TableauDeFiches(8);
+    SAFEARRAY* nul = nullptr;
+    ASSERT_EQ(Interactions2_Vdx(&produits, nullptr, nullptr, &lignes, 0, 0, 0, 0, ""), 1);
+    void* e = lignes->pvData;
+    EXPECT_EQ(essai::Texte(*hote::Chaine(e, 0)), Zeclar);
+    EXPECT_EQ(hote::Entier(e, 7), 4);
+    EXPECT_EQ(essai::Texte(*hote::Chaine(e, 13)), "COLCHICINE");
+    EXPECT_EQ(hote::Entier(e, 18), 106);
+    ASSERT_EQ(Interactions_Vdx(&produits, &courtes), 1);
+    e = courtes->pvData;
+    EXPECT_EQ(hote::Entier(e, 0), 4);
+    EXPECT_EQ(essai::Texte(*hote::Chaine(e, 2)), "ZECLAR 500MG CPR");
+    EXPECT_EQ(essai::Texte(*hote::Chaine(e, 7)), Colchimax);
+    EXPECT_EQ(Interactions2Test_Vdx(&produits, nullptr, nullptr, 0, 0, 0, 0, ""), 1);
+
+    EXPECT_EQ(Interactions2_Vdx(&produits, nullptr, nullptr, &nul, 0, 0, 0, 0, ""), -40);
+    EXPECT_EQ(Interactions_Vdx(&produits, &nul), -20);
+    EXPECT_EQ(Interactions2_Vdx(nullptr, nullptr, nullptr, &lignes, 0, 0, 0, 0, ""), -10);
+    SAFEARRAY* vide = Chaines({});
+    SAFEARRAY* blanc = Chaines({""});
+    SAFEARRAY* trou = Chaines({Zeclar, "", Colchimax});
+    SAFEARRAY* queue = Chaines({Zeclar, Colchimax, "", ""});
+    SAFEARRAY* treize = Chaines({"3400930999999"});
+    EXPECT_EQ(Interactions2_Vdx(&vide, nullptr, nullptr, &lignes, 0, 0, 0, 0, ""), -10);
+    EXPECT_EQ(Interactions2_Vdx(&blanc, nullptr, nullptr, &lignes, 0, 0, 0, 0, ""), 0);
+    EXPECT_EQ(Interactions2_Vdx(&trou, nullptr, nullptr, &lignes, 0, 0, 0, 0, ""), -12);
+    EXPECT_EQ(Interactions2_Vdx(&queue, nullptr, nullptr, &lignes, 0, 0, 0, 0, ""), 1);
+    ActiveCIP13_Vdx(1);
+    EXPECT_EQ(Interactions2_Vdx(&treize, nullptr, nullptr, &lignes, 0, 0, 0, 0, ""), -13);
+    ActiveCIP13_Vdx(0);
+
+    VideTableau(courtes, {TypeChamp::Entier, TypeChamp::Texte, TypeChamp::Texte, TypeChamp::Texte, TypeChamp::Texte,
+                          TypeChamp::Texte, TypeChamp::Texte, TypeChamp::Texte});
+    FormeHote longue(23, TypeChamp::Texte);
+    for (size_t c : {7, 16, 17, 18, 19, 20}) longue[c] = TypeChamp::Entier;
+    VideTableau(lignes, longue);
+    for (SAFEARRAY* t : {produits, lignes, courtes, vide, blanc, trou, queue, treize}) SafeArrayDestroy(t);
+}
+
+TEST_F(InteractionsExports, FlatModesReadTheirLists) {
+    SetString_Vdx("3000001\r\n3000002\r\n\r\nCI00000001\r\n\r\n1\r\n\r\n");
+    ASSERT_EQ(Interactions2_Vdx(nullptr, nullptr, nullptr, nullptr, 0, 0, 0, 0, ""), 3);
+    EXPECT_EQ(Memoire().substr(0, 41), "3000001@3000002@ACTISKENAN 10MG GELULE@CO");
+    // Lines up to one beginning with "@", a code in the first seven bytes.
+    SetString_Vdx("3000003 ZECLAR\r\n3000004\r\n@\r\n3000001");
+    ASSERT_EQ(Interactions_Vdx(nullptr, nullptr), 1);
+    EXPECT_EQ(Memoire(), "4@Contre-indication@ZECLAR 500MG CPR@COLCHIMAX CPR@Toxicit\xE9 de COLCHICINE major\xE9"
+                         "e par CLARITHROMYCINE@RCP 2024@3000003@3000004");
+    SetString2_Vdx(nullptr);
+    EXPECT_EQ(Interactions_Vdx(nullptr, nullptr), -12);
+    EXPECT_EQ(Interactions2_Vdx(nullptr, nullptr, nullptr, nullptr, 0, 0, 0, 0, ""), -12);
+}
+
+// Without VDXWPEFI every substance has the parent 0: no row is ever formed.
+class InteractionsSansParents : public essai::SurUneBase<InteractionsSansParents> {
+public:
+    static void Remplit(BaseDeTest& b) { vdx::Remplit(b, false); }
+};
+
+TEST_F(InteractionsSansParents, EverySubstanceHasTheSameParentAndNoRowForms) {
+    EXPECT_TRUE(AnalyseInteractions({Zeclar, Colchimax}).empty());
+    EXPECT_TRUE(AnalyseInteractions({Actiskenan}).empty());
+}
+
+}  // namespace
+}  // namespace vdx
