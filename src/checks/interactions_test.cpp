@@ -84,7 +84,7 @@ void Remplit(BaseDeTest& b, bool avecParents) {
                                          {5, "Information", 0}})
         b.Ajoute("VDXZIGRA", {{"Code", code}, {"LibelleGravite", libelle}, {"Niveau", niveau}});
     for (auto [code, texte] : {std::pair{1, "Toxicité de $2 majorée par $1"}, {2, "Dépression respiratoire : $1 et $2"},
-                               {4, "$2 et $1"}})
+                               {4, "$2 et $1"}, {5, "Sans marque"}})
         b.Ajoute("VDXZITYP", {{"Code", code}, {"TexteType", texte}});
     b.Ajoute("VDXVAMM", {{"CodeTerme", "CI00000001"}, {"TypeAMM", "2"}, {"Libelle", "Grossesse"}})
         .Ajoute("VDXVAMM", {{"CodeTerme", "CI00000002"}, {"TypeAMM", "2"}, {"Libelle", "Allaitement"}});
@@ -94,7 +94,7 @@ void Remplit(BaseDeTest& b, bool avecParents) {
         {13, 12, 1, EntreProduits, 2, 1, 1, "A02", "A01"},  // the mirror, reported the other way
         {13, 12, 2, EntreProduits, 1, 4, 3, "A02", "A01", "T", "", "", "CI00000001|CI00000002"},
         {10, 10, 1, EntreProduits, 1, 2, 2, "A|-A05", "A01|A02"},
-        {10, 12, 1, EntreProduits, 1, 5, 2, "A", "A"},  // a severity one product's list leaves out
+        {10, 12, 1, EntreProduits, 1, 5, 5, "A", "A"},  // a severity one product's list leaves out
         {11, 0, 1, SubstanceExterieure, 1, 3, 4, "A", "A01", "T", "", "103"},
         {12, 0, 2, ToutProduitParVoie, 1, 4, 4, "A01", "A05", "S", "105"},
     };
@@ -205,6 +205,9 @@ TEST_F(Interactions, OutsideSubstancesRoutesAndAncestorsAcrossLines) {
     // though the substance filter of the couple rejects the macrolide.
     EXPECT_EQ(Analyse({Zeclar, Perfalgan}), "3000003>3000006 1 CLARITHROMYCINE et PERFALGAN INJ");
     EXPECT_EQ(Analyse({Zeclar, Actiskenan}), "3000001>0000000 2 MORPHINE et ALCOOL");
+    // The other way the severity of level 0 meets the macrolide: a kind
+    // without placeholder, and the rows ordered by level.
+    EXPECT_EQ(Analyse({Actiskenan, Zeclar}), "3000001>0000000 2 MORPHINE et ALCOOL | 3000001>3000003 0 Sans marque");
     EXPECT_EQ(Analyse({Muet, Perfalgan}), "");
 }
 
@@ -319,6 +322,8 @@ TEST_F(InteractionsExports, FlatModesReadTheirLists) {
     ASSERT_EQ(Interactions_Vdx(nullptr, nullptr), 1);
     EXPECT_EQ(Memoire(), "4@Contre-indication@ZECLAR 500MG CPR@COLCHIMAX CPR@Toxicit\xE9 de COLCHICINE major\xE9"
                          "e par CLARITHROMYCINE@RCP 2024@3000003@3000004");
+    SetString_Vdx("3000003\r\n3000004\r\n\r\n");  // no patient lists
+    EXPECT_EQ(Interactions2_Vdx(nullptr, nullptr, nullptr, nullptr, 0, 0, 0, 0, ""), 1);
     SetString2_Vdx(nullptr);
     EXPECT_EQ(Interactions_Vdx(nullptr, nullptr), -12);
     EXPECT_EQ(Interactions2_Vdx(nullptr, nullptr, nullptr, nullptr, 0, 0, 0, 0, ""), -12);
