@@ -44,6 +44,18 @@ sortie=$("$vdx" call --base "$work/base" ContreIndicationsProfil2_Vdx "" "" "" 3
 verifie "contra-indication of a pregnancy" test "$(echo "$sortie" | grep -c $'^9\t-1\t3412559\t.*\tGrossesse\t$')" = 1
 sortie=$("$vdx" call --base "$work/base" ContreIndicationsProfil2_Vdx K72 3 7 3595583 360 60 0 0 M)
 verifie "contra-indication of a CIM10 code" test "$(echo "$sortie" | head -2 | tail -1 | cut -f1,2,5,7)" = "$(printf '0\t7\t0000000201\tK72.9')"
+# The prescriber's commands: a pregnant woman's prescription, a product, a search.
+sortie=$("$vdx" check --base "$work/base" 3412559 2756239 --age-years 30 --sex F --pregnancy 30)
+verifie "check lists the prescription" grep -q "3412559  DOLIRHUME" <<<"$sortie"
+verifie "check tells the pregnancy" grep -q "contra-indication DOLIRHUME 500MG/30MG CPR: Grossesse  (level 9)" <<<"$sortie"
+sortie=$("$vdx" check --base "$work/base" 3412559 --sex F --pregnancy 30 --json)
+verifie "check as JSON" grep -q '^{"prescription":\[{"code":"3412559".*"termLabel":"Grossesse".*}]}$' <<<"$sortie"
+verifie "check without product" test "$(code "$vdx" check --base "$work/base")" = 2
+verifie "check with a bad pathology" test "$(code "$vdx" check --base "$work/base" 3412559 --pathology x:1)" = 2
+verifie "check on no base" test "$(code "$vdx" check --base "$work/nulle-part" 3412559)" = 1
+verifie "product" grep -q "PHOSPHATE DE CODÉINE" <<<"$("$vdx" product "$work/base" 2756239)"
+verifie "unknown product" test "$(code "$vdx" product "$work/base" 9999999)" = 1
+verifie "search" test "$("$vdx" search "$work/base" DOLIR | cut -c1-7)" = 3412559
 verifie "missing base" test "$(code "$vdx" call --base "$work/nulle-part" ListeALD_Vdx)" = 1
 
 [ "$echecs" -eq 0 ] && echo "vdx: all checks passed"

@@ -21,5 +21,9 @@ std::string DecritTable(const Table& table);
 
 int Build(std::vector<std::string> args);
 int Dump(std::vector<std::string> args);
+// The prescriber's commands.
+int Check(std::vector<std::string> args);
+int Product(std::vector<std::string> args);
+int Search(std::vector<std::string> args);
 
 }  // namespace vdx

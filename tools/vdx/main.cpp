@@ -27,6 +27,10 @@ constexpr char AideGenerale[] =
     "  tables               list the catalogue of tables\n"
     "  call --base BASE NAME [ARG...]\n"
     "                       call an export in memory mode and print its rows\n"
+    "  check --base BASE CODE... [patient options]\n"
+    "                       check a prescription: interactions, contra-indications\n"
+    "  product BASE CODE    show a product\n"
+    "  search BASE TEXT     search products by the beginning of their label\n"
     "\n"
     "vdx COMMAND --help tells more of each. Exit codes: 0 success, 1 a failure\n"
     "of the library, 2 bad usage.\n";
@@ -169,6 +173,9 @@ int main(int argc, char** argv) {
         if (commande == "call") return Call(args);
         if (commande == "build") return Build(args);
         if (commande == "dump") return Dump(args);
+        if (commande == "check") return Check(args);
+        if (commande == "product") return Product(args);
+        if (commande == "search") return Search(args);
     } catch (const std::exception& x) {
         std::cerr << "vdx: " << x.what() << '\n';
         return SortieEchec;

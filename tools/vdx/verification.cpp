@@ -1,0 +1,439 @@
+// The prescriber's commands: check a prescription for a patient, show a
+// product, search products. They call the library's exports in array mode,
+// through the host types, as any host does.
+#include <unistd.h>
+
+#include <charconv>
+#include <cstdio>
+#include <iostream>
+#include <optional>
+#include <span>
+#include <string>
+#include <vector>
+
+#include "platform/codepage.h"
+#include "tools/vdx/commandes.h"
+#include "vdx32/oleauto.h"
+#include "vdx32/vdx32.h"
+
+namespace vdx {
+namespace {
+
+constexpr char AideCheck[] =
+    "usage: vdx check --base BASE CODE... [--age MONTHS | --age-years N] [--weight KG]\n"
+    "                 [--sex M|F] [--pregnancy WEEKS] [--breastfeeding]\n"
+    "                 [--pathology TYPE:CODE]... [--level N] [--json]\n"
+    "\n"
+    "Checks a prescription of products (CodeCIP) for one patient: prints the\n"
+    "products, the interactions between them grouped by severity with their\n"
+    "kind, risk and conduct, then the contra-indications and precautions that\n"
+    "apply to the patient. A pathology is TYPE:CODE with TYPE term, cisp or\n"
+    "cim10 (or 1, 2, 3). --level leaves out the interactions below that level\n"
+    "(1 to 4). --json prints one JSON object. Exit codes: 0 done, whatever was\n"
+    "found; 1 a failure of the library; 2 bad usage.\n";
+
+constexpr char AideProduct[] =
+    "usage: vdx product BASE CODE\n"
+    "\n"
+    "Shows a product: label, laboratory, deletion, flags, status, composition\n"
+    "and routes.\n";
+
+constexpr char AideSearch[] =
+    "usage: vdx search BASE TEXT [COUNT]\n"
+    "\n"
+    "Lists the products whose label begins with TEXT (20 by default).\n";
+
+// The text of a host string the library filled in an 8-bit session, in UTF-8.
+std::string Utf8(BSTR b) {
+    if (!b) return {};
+    return codepage::VersUtf8(std::string_view(reinterpret_cast<const char*>(b), SysStringByteLen(b)));
+}
+
+// A host string of a text given in UTF-8 on the command line, 8-bit.
+BSTR ChaineHote(const std::string& utf8) {
+    const std::string texte = codepage::DepuisUtf8(utf8).value_or(utf8);
+    return SysAllocStringByteLen(texte.data(), static_cast<UINT>(texte.size()));
+}
+
+// The strings of the records the library fills, freed with the array.
+void Libere(VdxInteraction2& r) {
+    for (BSTR* b : {&r.CIP1, &r.CIP2, &r.Libelle1, &r.Libelle2, &r.LibelleGravite, &r.TexteType, &r.Reference,
+                    &r.Texte1, &r.Texte2, &r.Texte3, &r.Texte4, &r.Classe1, &r.Classe2, &r.Voie1, &r.Voie2,
+                    &r.CodeCondition, &r.LibelleCondition})
+        SysFreeString(*b);
+}
+void Libere(VdxAlerteCI& r) {
+    for (BSTR* b : {&r.CodeProduit, &r.LibelleProduit, &r.CodeTerme, &r.LibelleTerme, &r.CodePatient})
+        SysFreeString(*b);
+}
+void Libere(VdxComposant& r) {
+    for (BSTR* b : {&r.Libelle, &r.QuantiteTexte, &r.LibelleUnite}) SysFreeString(*b);
+}
+void Libere(VdxDeuxChaines& r) {
+    SysFreeString(r.Code);
+    SysFreeString(r.Libelle);
+}
+void Libere(VdxTroisChaines& r) {
+    SysFreeString(r.Code);
+    SysFreeString(r.Libelle);
+    SysFreeString(r.Texte);
+}
+
+// A host array of records of one shape, as a host makes it.
+template <class F>
+class Tableau {
+public:
+    Tableau() {
+        SafeArrayAllocDescriptor(1, &t);
+        t->cbElements = sizeof(F);
+        t->rgsabound[0].lLbound = 0;
+        t->rgsabound[0].cElements = 0;
+        SafeArrayAllocData(t);
+    }
+    ~Tableau() {
+        for (F& f : Lignes()) Libere(f);
+        SafeArrayDestroy(t);
+    }
+    Tableau(const Tableau&) = delete;
+    Tableau& operator=(const Tableau&) = delete;
+    std::span<F> Lignes() { return {static_cast<F*>(t->pvData), t->rgsabound[0].cElements}; }
+    SAFEARRAY* t = nullptr;
+};
+
+// An input array of strings or of 32-bit integers.
+SAFEARRAY* Chaines(const std::vector<std::string>& textes) {
+    SAFEARRAY* t = SafeArrayCreateVector(VT_BSTR, 0, static_cast<ULONG>(textes.size()));
+    for (LONG i = 0; i < static_cast<LONG>(textes.size()); ++i) {
+        BSTR b = ChaineHote(textes[i]);
+        SafeArrayPutElement(t, &i, b);
+        SysFreeString(b);
+    }
+    return t;
+}
+SAFEARRAY* Entiers(const std::vector<int32_t>& valeurs) {
+    SAFEARRAY* t = SafeArrayCreateVector(VT_I4, 0, static_cast<ULONG>(valeurs.size()));
+    for (LONG i = 0; i < static_cast<LONG>(valeurs.size()); ++i) {
+        int32_t v = valeurs[i];
+        SafeArrayPutElement(t, &i, &v);
+    }
+    return t;
+}
+struct Entree {
+    SAFEARRAY* t;
+    ~Entree() { SafeArrayDestroy(t); }
+};
+
+// A connection in array mode, closed on every way out.
+struct Connexion {
+    int32_t code;
+    explicit Connexion(const std::string& base) {
+        InstalleNotifications_Vdx(nullptr, nullptr, nullptr);
+        code = Connection2_Vdx(base.c_str(), 0, 0);
+    }
+    ~Connexion() { DeConnection2_Vdx(); }
+};
+
+std::optional<int32_t> Nombre(const std::string& texte) {
+    int32_t n = 0;
+    const auto [fin, erreur] = std::from_chars(texte.data(), texte.data() + texte.size(), n);
+    if (erreur != std::errc() || fin != texte.data() + texte.size()) return std::nullopt;
+    return n;
+}
+
+int Usage(const char* aide) {
+    std::fputs(aide, stderr);
+    return SortieUsage;
+}
+
+std::string Json(std::string_view texte) {
+    std::string j = "\"";
+    for (const char c : texte) {
+        if (c == '"' || c == '\\') {
+            j += '\\';
+            j += c;
+        } else if (static_cast<unsigned char>(c) < 0x20) {
+            char echappe[8];
+            std::snprintf(echappe, sizeof echappe, "\\u%04x", c);
+            j += echappe;
+        } else {
+            j += c;
+        }
+    }
+    return j + "\"";
+}
+
+// Colours of a terminal, by interaction level.
+struct Couleurs {
+    bool actives = isatty(STDOUT_FILENO) != 0;
+    const char* Niveau(int32_t niveau) const {
+        if (!actives) return "";
+        return niveau >= 4 ? "\033[1;31m" : niveau == 3 ? "\033[31m" : niveau == 2 ? "\033[33m" : "\033[36m";
+    }
+    const char* Gras() const { return actives ? "\033[1m" : ""; }
+    const char* Fin() const { return actives ? "\033[0m" : ""; }
+};
+
+struct Demande {
+    std::string base;
+    std::vector<std::string> produits;
+    std::vector<std::string> codesPatient;
+    std::vector<int32_t> typesPatient;
+    int32_t age = 0, poids = 0, grossesse = 0, allaitement = 0;
+    std::string sexe;
+    std::optional<int32_t> niveau;
+    bool json = false;
+};
+
+std::optional<int32_t> TypePathologie(std::string_view type) {
+    if (type == "term" || type == "1") return 1;
+    if (type == "cisp" || type == "2") return 2;
+    if (type == "cim10" || type == "3") return 3;
+    return std::nullopt;
+}
+
+// The arguments of check, or nullopt on bad usage (told on stderr).
+std::optional<Demande> LitDemande(const std::vector<std::string>& args) {
+    Demande d;
+    for (size_t i = 0; i < args.size(); ++i) {
+        const std::string& a = args[i];
+        const bool avecValeur = a == "--base" || a == "--age" || a == "--age-years" || a == "--weight" ||
+                                a == "--sex" || a == "--pregnancy" || a == "--pathology" || a == "--level";
+        if (avecValeur && i + 1 >= args.size()) {
+            std::cerr << "vdx: " << a << " needs a value\n";
+            return std::nullopt;
+        }
+        const std::string valeur = avecValeur ? args[++i] : std::string();
+        const auto entier = [&](int32_t& cible, int32_t facteur = 1) {
+            const auto n = Nombre(valeur);
+            if (!n || *n < 0) {
+                std::cerr << "vdx: " << a << " takes a number, not " << valeur << '\n';
+                return false;
+            }
+            cible = *n * facteur;
+            return true;
+        };
+        if (a == "--base") {
+            d.base = valeur;
+        } else if (a == "--age") {
+            if (!entier(d.age)) return std::nullopt;
+        } else if (a == "--age-years") {
+            if (!entier(d.age, 12)) return std::nullopt;
+        } else if (a == "--weight") {
+            if (!entier(d.poids)) return std::nullopt;
+        } else if (a == "--pregnancy") {
+            if (!entier(d.grossesse)) return std::nullopt;
+        } else if (a == "--level") {
+            int32_t n = 0;
+            if (!entier(n)) return std::nullopt;
+            d.niveau = n;
+        } else if (a == "--sex") {
+            if (valeur != "M" && valeur != "F") {
+                std::cerr << "vdx: --sex takes M or F\n";
+                return std::nullopt;
+            }
+            d.sexe = valeur;
+        } else if (a == "--pathology") {
+            const size_t deux = valeur.find(':');
+            const auto type = deux == std::string::npos ? std::nullopt : TypePathologie(valeur.substr(0, deux));
+            if (!type || deux + 1 >= valeur.size()) {
+                std::cerr << "vdx: --pathology takes TYPE:CODE, TYPE term, cisp or cim10\n";
+                return std::nullopt;
+            }
+            d.typesPatient.push_back(*type);
+            d.codesPatient.push_back(valeur.substr(deux + 1));
+        } else if (a == "--breastfeeding") {
+            d.allaitement = 1;
+        } else if (a == "--json") {
+            d.json = true;
+        } else if (a.starts_with("--")) {
+            std::cerr << "vdx: unknown option " << a << '\n';
+            return std::nullopt;
+        } else {
+            d.produits.push_back(a);
+        }
+    }
+    if (d.base.empty() || d.produits.empty()) return std::nullopt;
+    return d;
+}
+
+struct Produit {
+    std::string code, libelle;
+};
+
+// What check found, gathered before it is printed.
+struct Constat {
+    std::vector<Produit> produits;
+    Tableau<VdxInteraction2> interactions;
+    Tableau<VdxAlerteCI> alertes;
+};
+
+int Imprime(Constat& c) {
+    const Couleurs couleurs;
+    std::cout << couleurs.Gras() << "Prescription" << couleurs.Fin() << '\n';
+    for (const Produit& p : c.produits) std::cout << "  " << p.code << "  " << p.libelle << '\n';
+
+    const auto interactions = c.interactions.Lignes();
+    std::cout << '\n' << couleurs.Gras() << "Interactions (" << interactions.size() << ")" << couleurs.Fin() << '\n';
+    if (interactions.empty()) std::cout << "  none\n";
+    std::string gravite;
+    for (VdxInteraction2& r : interactions) {
+        const int32_t niveau = static_cast<int32_t>(r.Niveau);
+        if (Utf8(r.LibelleGravite) != gravite) {
+            gravite = Utf8(r.LibelleGravite);
+            std::cout << "  " << couleurs.Niveau(niveau) << gravite << " (" << niveau << ")" << couleurs.Fin()
+                      << '\n';
+        }
+        std::cout << "    " << Utf8(r.Libelle1) << "  +  " << Utf8(r.Libelle2) << '\n';
+        std::cout << "      " << Utf8(r.TexteType) << '\n';
+        if (SysStringByteLen(r.CodeCondition)) std::cout << "      Condition: " << Utf8(r.LibelleCondition) << '\n';
+        if (SysStringByteLen(r.Texte2)) std::cout << "      Risk: " << Utf8(r.Texte2) << '\n';
+        if (SysStringByteLen(r.Texte4)) std::cout << "      Conduite \xC3\xA0 tenir : " << Utf8(r.Texte4) << '\n';
+    }
+
+    const auto alertes = c.alertes.Lignes();
+    std::cout << '\n'
+              << couleurs.Gras() << "Contra-indications and precautions (" << alertes.size() << ")"
+              << couleurs.Fin() << '\n';
+    if (alertes.empty()) std::cout << "  none\n";
+    for (VdxAlerteCI& a : alertes) {
+        const bool precaution = a.NiveauAlerte == 3 || a.NiveauAlerte >= 30;
+        std::cout << "  " << (precaution ? "precaution        " : "contra-indication ") << Utf8(a.LibelleProduit)
+                  << ": " << Utf8(a.LibelleTerme);
+        if (SysStringByteLen(a.CodePatient)) std::cout << "  [" << Utf8(a.CodePatient) << "]";
+        std::cout << "  (level " << a.NiveauAlerte << ")\n";
+    }
+    return SortieSucces;
+}
+
+int ImprimeJson(Constat& c) {
+    std::cout << "{\"prescription\":[";
+    for (size_t i = 0; i < c.produits.size(); ++i)
+        std::cout << (i ? "," : "") << "{\"code\":" << Json(c.produits[i].code)
+                  << ",\"label\":" << Json(c.produits[i].libelle) << "}";
+    std::cout << "],\"interactions\":[";
+    bool premier = true;
+    for (VdxInteraction2& r : c.interactions.Lignes()) {
+        std::cout << (premier ? "" : ",") << "{\"level\":" << r.Niveau << ",\"severity\":" << Json(Utf8(r.LibelleGravite))
+                  << ",\"code1\":" << Json(Utf8(r.CIP1)) << ",\"label1\":" << Json(Utf8(r.Libelle1))
+                  << ",\"code2\":" << Json(Utf8(r.CIP2)) << ",\"label2\":" << Json(Utf8(r.Libelle2))
+                  << ",\"kind\":" << Json(Utf8(r.TexteType)) << ",\"risk\":" << Json(Utf8(r.Texte2))
+                  << ",\"conduct\":" << Json(Utf8(r.Texte4)) << ",\"condition\":" << Json(Utf8(r.LibelleCondition))
+                  << ",\"reference\":" << Json(Utf8(r.Reference)) << "}";
+        premier = false;
+    }
+    std::cout << "],\"contraindications\":[";
+    premier = true;
+    for (VdxAlerteCI& a : c.alertes.Lignes()) {
+        std::cout << (premier ? "" : ",") << "{\"level\":" << a.NiveauAlerte << ",\"code\":" << Json(Utf8(a.CodeProduit))
+                  << ",\"label\":" << Json(Utf8(a.LibelleProduit)) << ",\"term\":" << Json(Utf8(a.CodeTerme))
+                  << ",\"termLabel\":" << Json(Utf8(a.LibelleTerme))
+                  << ",\"patientCode\":" << Json(Utf8(a.CodePatient)) << "}";
+        premier = false;
+    }
+    std::cout << "]}\n";
+    return SortieSucces;
+}
+
+}  // namespace
+
+int Check(std::vector<std::string> args) {
+    for (const std::string& a : args)
+        if (a == "--help" || a == "-h") return std::fputs(AideCheck, stdout), SortieSucces;
+    const std::optional<Demande> d = LitDemande(args);
+    if (!d) return Usage(AideCheck);
+    const Connexion connexion(d->base);
+    if (connexion.code != 1) return EchecLibrairie("Connection2_Vdx", connexion.code);
+    if (d->niveau) NiveauInteraction_Vdx(*d->niveau);
+
+    Constat constat;
+    for (const std::string& code : d->produits) {
+        BSTR libelle = nullptr;
+        const int32_t n = LibelleProduit_Vdx(code.c_str(), &libelle);
+        constat.produits.push_back({code, n == 1 ? Utf8(libelle) : "(unknown product)"});
+        SysFreeString(libelle);
+    }
+    const Entree produits{Chaines(d->produits)}, codes{Chaines(d->codesPatient)}, types{Entiers(d->typesPatient)};
+    std::vector<int32_t> valeurs(d->codesPatient.size());
+    for (size_t i = 0; i < valeurs.size(); ++i) valeurs[i] = static_cast<int32_t>(i) + 1;
+    const Entree valeursPatient{Entiers(valeurs)};
+    SAFEARRAY* p = produits.t;
+    SAFEARRAY* c = codes.t;
+    SAFEARRAY* t = types.t;
+    SAFEARRAY* v = valeursPatient.t;
+    const int32_t n = Interactions2_Vdx(&p, &c, &t, &constat.interactions.t, d->age, d->poids, d->grossesse,
+                                        d->allaitement, d->sexe.c_str());
+    if (n < 0) return EchecLibrairie("Interactions2_Vdx", n);
+    const int32_t m = ContreIndicationsProfil2_Vdx(&c, &t, &v, &p, &constat.alertes.t, d->age, d->poids, d->grossesse,
+                                                   d->allaitement, d->sexe.c_str());
+    if (m < 0) return EchecLibrairie("ContreIndicationsProfil2_Vdx", m);
+    return d->json ? ImprimeJson(constat) : Imprime(constat);
+}
+
+int Product(std::vector<std::string> args) {
+    if (args.size() == 1 && (args[0] == "--help" || args[0] == "-h")) return std::fputs(AideProduct, stdout), SortieSucces;
+    if (args.size() != 2) return Usage(AideProduct);
+    const Connexion connexion(args[0]);
+    if (connexion.code != 1) return EchecLibrairie("Connection2_Vdx", connexion.code);
+    const char* code = args[1].c_str();
+
+    BSTR libelle = nullptr, labo = nullptr, nomLabo = nullptr, date = nullptr;
+    const int32_t n = LibelleProduit_Vdx(code, &libelle);
+    if (n != 1) {
+        SysFreeString(libelle);
+        return EchecLibrairie("LibelleProduit_Vdx", n);
+    }
+    std::cout << args[1] << "  " << Utf8(libelle) << '\n';
+    if (Laboratoire_Vdx(code, &labo, &nomLabo) == 1) std::cout << "  laboratory: " << Utf8(nomLabo) << '\n';
+    if (ProduitSupprime_Vdx(code, &date) == 1) std::cout << "  deleted on " << Utf8(date) << '\n';
+    for (BSTR* b : {&libelle, &labo, &nomLabo, &date}) SysFreeString(*b);
+
+    std::string drapeaux;
+    const std::pair<const char*, int32_t (*)(const char*)> tests[] = {
+        {"generic", ProduitGenerique_Vdx}, {"reference", ProduitReferent_Vdx},
+        {"hospital", ProduitHospitalier_Vdx}, {"doping", ProduitDopant_Vdx}, {"narcotic", IsStupefiant_Vdx}};
+    for (const auto& [nom, test] : tests)
+        if (test(code) == 1) drapeaux += std::string(drapeaux.empty() ? "" : ", ") + nom;
+    std::cout << "  flags: " << (drapeaux.empty() ? "none" : drapeaux) << '\n';
+
+    VdxStatut statut{};
+    if (Statut_Vdx(code, &statut) == 1) std::cout << "  status: " << Utf8(statut.LibelleStatut) << '\n';
+    for (BSTR* b : {&statut.LibelleStatut, &statut.LibellePrescription1, &statut.LibellePrescription2,
+                    &statut.LibellePrescription3, &statut.DetailPrescription1, &statut.DetailPrescription2,
+                    &statut.DetailPrescription3, &statut.TexteStatut1, &statut.TexteStatut2})
+        SysFreeString(*b);
+
+    Tableau<VdxComposant> composants;
+    BSTR exprime = nullptr, composition = nullptr;
+    if (ProduitPA_Vdx(code, &composants.t, &exprime, &composition) > 0) {
+        std::cout << "  composition" << (SysStringByteLen(exprime) ? " for " + Utf8(exprime) : std::string()) << ":\n";
+        for (VdxComposant& c : composants.Lignes())
+            std::cout << "    " << Utf8(c.Libelle) << "  " << Utf8(c.QuantiteTexte) << '\n';
+    }
+    SysFreeString(exprime);
+    SysFreeString(composition);
+
+    Tableau<VdxDeuxChaines> voies;
+    if (ListeVoie_Vdx(code, &voies.t) > 0) {
+        std::cout << "  routes:";
+        for (VdxDeuxChaines& v : voies.Lignes()) std::cout << ' ' << Utf8(v.Libelle) << " (" << Utf8(v.Code) << ")";
+        std::cout << '\n';
+    }
+    return SortieSucces;
+}
+
+int Search(std::vector<std::string> args) {
+    if (args.size() == 1 && (args[0] == "--help" || args[0] == "-h")) return std::fputs(AideSearch, stdout), SortieSucces;
+    if (args.size() < 2 || args.size() > 3) return Usage(AideSearch);
+    const std::optional<int32_t> nombre = args.size() == 3 ? Nombre(args[2]) : 20;
+    if (!nombre || *nombre <= 0) return Usage(AideSearch);
+    const Connexion connexion(args[0]);
+    if (connexion.code != 1) return EchecLibrairie("Connection2_Vdx", connexion.code);
+    const std::string texte = codepage::DepuisUtf8(args[1]).value_or(args[1]);
+    Tableau<VdxTroisChaines> lignes;
+    const int32_t n = RechercheProduitParPas_Vdx(texte.c_str(), &lignes.t, 0, "", *nombre);
+    if (n < 0) return EchecLibrairie("RechercheProduitParPas_Vdx", n);
+    for (VdxTroisChaines& l : lignes.Lignes()) std::cout << Utf8(l.Code) << "  " << Utf8(l.Libelle) << '\n';
+    return SortieSucces;
+}
+
+}  // namespace vdx
