@@ -17,6 +17,7 @@
 #include "session/resultat.h"
 #include "store/fixture.h"
 #include "tests/identite.h"
+#include "tests/tableau_hote.h"
 #include "vdx32/vdx32.h"
 
 namespace {
@@ -103,23 +104,6 @@ const std::vector<std::pair<std::string, int32_t>> Pathologies = {{CodeCIM10(Ter
                                                                   {Terme(7), 1}};
 constexpr int32_t Age = 120, Poids = 30, Grossesse = 0;
 
-SAFEARRAY* Chaines(const std::vector<std::string>& textes) {
-    SAFEARRAY* t = SafeArrayCreateVector(VT_BSTR, 0, static_cast<ULONG>(textes.size()));
-    for (LONG i = 0; i < static_cast<LONG>(textes.size()); ++i) {
-        BSTR b = SysAllocStringByteLen(textes[i].data(), static_cast<UINT>(textes[i].size()));
-        SafeArrayPutElement(t, &i, b);
-        SysFreeString(b);
-    }
-    return t;
-}
-SAFEARRAY* Entiers(const std::vector<int32_t>& valeurs) {
-    SAFEARRAY* t = SafeArrayCreateVector(VT_I4, 0, static_cast<ULONG>(valeurs.size()));
-    for (LONG i = 0; i < static_cast<LONG>(valeurs.size()); ++i) {
-        int32_t v = valeurs[i];
-        SafeArrayPutElement(t, &i, &v);
-    }
-    return t;
-}
 
 const FormeHote FormeAlerte{TypeChamp::Entier, TypeChamp::Entier, TypeChamp::Texte, TypeChamp::Texte,
                             TypeChamp::Texte,  TypeChamp::Texte,  TypeChamp::Texte};
@@ -134,10 +118,10 @@ void ContreIndicationsProfil2(benchmark::State& state) {
         types.push_back(type);
         valeurs.push_back(static_cast<int32_t>(valeurs.size()));
     }
-    SAFEARRAY* c = Chaines(codes);
-    SAFEARRAY* t = Entiers(types);
-    SAFEARRAY* v = Entiers(valeurs);
-    SAFEARRAY* p = Chaines(Produits);
+    SAFEARRAY* c = essai::TableauDeChaines(codes);
+    SAFEARRAY* t = essai::TableauDEntiers(types);
+    SAFEARRAY* v = essai::TableauDEntiers(valeurs);
+    SAFEARRAY* p = essai::TableauDeChaines(Produits);
     SAFEARRAY* alertes = hote::CreeTableau(hote::TailleFiche(7));
     int32_t n = 0;
     for (auto _ : state) n = ContreIndicationsProfil2_Vdx(&c, &t, &v, &p, &alertes, Age, Poids, Grossesse, 0, "F");

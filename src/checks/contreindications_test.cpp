@@ -363,35 +363,15 @@ protected:
         const FormeHote Forme = {TypeChamp::Entier, TypeChamp::Entier, TypeChamp::Texte, TypeChamp::Texte,
                                  TypeChamp::Texte,  TypeChamp::Texte,  TypeChamp::Texte};
     };
-    static SAFEARRAY* Chaines(std::initializer_list<const char*> textes) {
-        SAFEARRAY* t = SafeArrayCreateVector(VT_BSTR, 0, static_cast<ULONG>(textes.size()));
-        LONG i = 0;
-        for (const char* texte : textes) {
-            BSTR b = SysAllocStringByteLen(texte, static_cast<UINT>(std::strlen(texte)));
-            SafeArrayPutElement(t, &i, b);
-            SysFreeString(b);
-            ++i;
-        }
-        return t;
-    }
-    static SAFEARRAY* Entiers(std::initializer_list<int32_t> valeurs) {
-        SAFEARRAY* t = SafeArrayCreateVector(VT_I4, 0, static_cast<ULONG>(valeurs.size()));
-        LONG i = 0;
-        for (int32_t v : valeurs) {
-            SafeArrayPutElement(t, &i, &v);
-            ++i;
-        }
-        return t;
-    }
 };
 
 TEST_F(ContreIndicationsExports, ArraysInAndOutAndTheCodeOfEachMissingArray) {
     ReconnecteEnTableau();
     Tableaux t;
-    t.codes = Chaines({"K72", Ulcere});
-    t.types = Entiers({PathologieCIM10, PathologieTerme});
-    t.valeurs = Entiers({11, 22});
-    t.produits = Chaines({"3000002", "3000001"});
+    t.codes = essai::TableauDeChaines({"K72", Ulcere});
+    t.types = essai::TableauDEntiers({PathologieCIM10, PathologieTerme});
+    t.valeurs = essai::TableauDEntiers({11, 22});
+    t.produits = essai::TableauDeChaines({"3000002", "3000001"});
     t.analyses = essai::TableauDeFiches(2);
     ASSERT_EQ(
         ContreIndicationsProfil2_Vdx(&t.codes, &t.types, &t.valeurs, &t.produits, &t.alertes, 400, 0, 0, 0, "F"), 2);
@@ -419,10 +399,10 @@ TEST_F(ContreIndicationsExports, ArraysInAndOutAndTheCodeOfEachMissingArray) {
               -21);
 
     // Lengths that differ; a 13-digit code without mapping.
-    SAFEARRAY* court = Entiers({1});
+    SAFEARRAY* court = essai::TableauDEntiers({1});
     EXPECT_EQ(ContreIndicationsProfil2_Vdx(&t.codes, &t.types, &court, &t.produits, &t.alertes, 0, 0, 0, 0, ""), -10);
     SafeArrayDestroy(court);
-    SAFEARRAY* treize = Chaines({"3400930999999"});
+    SAFEARRAY* treize = essai::TableauDeChaines({"3400930999999"});
     EXPECT_EQ(ContreIndicationsProfil2_Vdx(&t.codes, &t.types, &t.valeurs, &treize, &t.alertes, 0, 0, 0, 0, ""), -13);
     SafeArrayDestroy(treize);
 
@@ -461,8 +441,8 @@ TEST_F(ContreIndicationsExports, TheShortFormChecksTheTermStandingForTheLastCode
 
     ReconnecteEnTableau();
     SAFEARRAY* nul = nullptr;
-    SAFEARRAY* produits = Chaines({"3000002"});
-    SAFEARRAY* termes = Chaines({Ulcere});
+    SAFEARRAY* produits = essai::TableauDeChaines({"3000002"});
+    SAFEARRAY* termes = essai::TableauDeChaines({Ulcere});
     SAFEARRAY* fiches = essai::TableauDeFiches(3);
     EXPECT_EQ(ContreIndicationsProfil_Vdx(&produits, &termes, &fiches, 400), 1);
     EXPECT_EQ(essai::Texte(*hote::Chaine(fiches->pvData, 2)), "Ulc\xE8re \xE9volutif");

@@ -257,22 +257,11 @@ TEST_F(Interactions, TheTextsOfACoupleNeverReadPastItsRecord) {
 
 class InteractionsExports : public Interactions {
 protected:
-    static SAFEARRAY* Chaines(std::initializer_list<const char*> textes) {
-        SAFEARRAY* t = SafeArrayCreateVector(VT_BSTR, 0, static_cast<ULONG>(textes.size()));
-        LONG i = 0;
-        for (const char* texte : textes) {
-            BSTR b = SysAllocStringByteLen(texte, static_cast<UINT>(std::strlen(texte)));
-            SafeArrayPutElement(t, &i, b);
-            SysFreeString(b);
-            ++i;
-        }
-        return t;
-    }
 };
 
 TEST_F(InteractionsExports, ArraysInAndOutAndTheCodesOfTheList) {
     ReconnecteEnTableau();
-    SAFEARRAY* produits = Chaines({Zeclar, Colchimax});
+    SAFEARRAY* produits = essai::TableauDeChaines({Zeclar, Colchimax});
     SAFEARRAY* lignes = essai::TableauDeFiches(23);
     SAFEARRAY* courtes = essai::TableauDeFiches(8);
     SAFEARRAY* nul = nullptr;
@@ -292,11 +281,11 @@ TEST_F(InteractionsExports, ArraysInAndOutAndTheCodesOfTheList) {
     EXPECT_EQ(Interactions2_Vdx(&produits, nullptr, nullptr, &nul, 0, 0, 0, 0, ""), -40);
     EXPECT_EQ(Interactions_Vdx(&produits, &nul), -20);
     EXPECT_EQ(Interactions2_Vdx(nullptr, nullptr, nullptr, &lignes, 0, 0, 0, 0, ""), -10);
-    SAFEARRAY* vide = Chaines({});
-    SAFEARRAY* blanc = Chaines({""});
-    SAFEARRAY* trou = Chaines({Zeclar, "", Colchimax});
-    SAFEARRAY* queue = Chaines({Zeclar, Colchimax, "", ""});
-    SAFEARRAY* treize = Chaines({"3400930999999"});
+    SAFEARRAY* vide = essai::TableauDeChaines({});
+    SAFEARRAY* blanc = essai::TableauDeChaines({""});
+    SAFEARRAY* trou = essai::TableauDeChaines({Zeclar, "", Colchimax});
+    SAFEARRAY* queue = essai::TableauDeChaines({Zeclar, Colchimax, "", ""});
+    SAFEARRAY* treize = essai::TableauDeChaines({"3400930999999"});
     EXPECT_EQ(Interactions2_Vdx(&vide, nullptr, nullptr, &lignes, 0, 0, 0, 0, ""), -10);
     EXPECT_EQ(Interactions2_Vdx(&blanc, nullptr, nullptr, &lignes, 0, 0, 0, 0, ""), 0);
     EXPECT_EQ(Interactions2_Vdx(&trou, nullptr, nullptr, &lignes, 0, 0, 0, 0, ""), -12);
