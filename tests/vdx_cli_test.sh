@@ -50,6 +50,9 @@ verifie "check lists the prescription" grep -q "3412559  DOLIRHUME" <<<"$sortie"
 verifie "check tells the pregnancy" grep -q "contra-indication DOLIRHUME 500MG/30MG CPR: Grossesse  (level 9)" <<<"$sortie"
 sortie=$("$vdx" check --base "$work/base" 3412559 --sex F --pregnancy 30 --json)
 verifie "check as JSON" grep -q '^{"prescription":\[{"code":"3412559".*"termLabel":"Grossesse".*}]}$' <<<"$sortie"
+sortie=$("$vdx" call --base "$work/base" Interactions2_Vdx "3499000@2756239" "" "" 0 0 0 0 "")
+verifie "interactions of several levels" test "$(echo "$sortie" | tail -n +2 | cut -f8 | sort -u | tr '\n' ' ')" = "1 2 3 "
+verifie "interactions by severity" grep -q "Association déconseillée (3)" <<<"$("$vdx" check --base "$work/base" 3499000 2756239)"
 verifie "check without product" test "$(code "$vdx" check --base "$work/base")" = 2
 verifie "check with a bad pathology" test "$(code "$vdx" check --base "$work/base" 3412559 --pathology x:1)" = 2
 verifie "check on no base" test "$(code "$vdx" check --base "$work/nulle-part" 3412559)" = 1
