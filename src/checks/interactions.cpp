@@ -3,7 +3,9 @@
 #include <algorithm>
 #include <charconv>
 #include <unordered_map>
+#include <memory>
 #include <optional>
+#include <span>
 
 #include "checks/contreindications.h"
 #include "checks/tri.h"
@@ -42,6 +44,15 @@ constexpr char SansSecondProduit[] = "0000000";
 constexpr size_t LibelleLigneMax = 127;
 // The severities ProduitInteractions_Vdx leaves out.
 constexpr int32_t GravitesExclues[] = {5, 6};
+
+// The tables a line is built from.
+std::span<const Table* const> TablesLigne() {
+    static const Table* const tables[] = {&TableProduits(),   &TableComposants(),       &TableComposantsBis(),
+                                          &TableSubstances(), &TableSynonymes(),        &TableClassesSubstance(),
+                                          &TableClasses(),    &TablePeres(),            &TableVoiesProduit(),
+                                          &TableVoies()};
+    return tables;
+}
 
 // The entries of a "|"-separated list, up to its first empty one.
 std::vector<std::string_view> Entrees(std::string_view liste) {
@@ -147,8 +158,8 @@ void AjouteClasses(LignePrescription& ligne) {
         for (auto p = cles.PremiereAvec(debut); p; p = cles.SuivanteAvec(debut)) {
             const int32_t associee = LitMot(cles.Cle(), 4);
             const int32_t code = LitMot(cles.Cle(), 8);
-            auto [libelle, active] = classe(code);
             if (tientRacine(code)) continue;
+            auto [libelle, active] = classe(code);
             int32_t indexAssociee = -1;
             if (associee != 0) {
                 for (size_t a = 0; a < ligne.Substances.size() && indexAssociee < 0; ++a)
@@ -210,6 +221,7 @@ struct Cote {
 };
 
 // The couples that begin with a class, in key order.
+// The records of the couples that begin with a class, in key order.
 template <class Fait>
 void ParcourtCouples(int32_t classe, Fait&& fait) {
     Curseur couples(TableCouples());
@@ -221,10 +233,7 @@ void ParcourtCouples(int32_t classe, Fait&& fait) {
         session().FichierErreur = FichierCouples;
         throw;
     }
-    for (; p; p = couples.SuivanteAvec(debut)) {
-        const Couple couple(FicheA(TableCouples(), *p));
-        fait(couple);
-    }
+    for (; p; p = couples.SuivanteAvec(debut)) fait(FicheA(TableCouples(), *p));
 }
 
 // The route of a line against a couple's list: the label of the first of
@@ -261,12 +270,18 @@ std::string LibelleOuInconnu(const Table& table, const ChampTexte& champ, int32_
     return std::string(Fiche(fiche).Texte(champ));
 }
 
-int32_t NiveauGravite(int32_t code) {
+// A severity: its label (or "N : Type Inconnu") and its level (0 then).
+struct Gravite {
+    std::string libelle;
+    int32_t niveau = 0;
+};
+Gravite LitGravite(int32_t code) {
     Curseur c(TableGravites());
     const auto p = c.Egale(CleEntiers({code}));
-    if (!p) return 0;
+    if (!p) return {std::to_string(code) + messages::TypeInconnu, 0};
     const std::string fiche = FicheA(TableGravites(), *p);
-    return Fiche(fiche).Entier(VDXZIGRA::Niveau);
+    const Fiche f(fiche);
+    return {std::string(f.Texte(VDXZIGRA::LibelleGravite)), f.Entier(VDXZIGRA::Niveau)};
 }
 
 std::string Reference(const Fiche& couple) {
@@ -277,26 +292,45 @@ class Appariement {
 public:
     explicit Appariement(std::vector<LignePrescription> lignes) : lignes_(std::move(lignes)) {}
 
+    // The rows; the caller holds the tables of the analysis open.
     std::vector<FicheInteraction2> Lignes() {
-        TablesOuvertes tables{&TableCouples(), &TableTypes(), &TableGravites(), &TableClasses(),
-                              &TableSubstances(), &TableVoies(), &TableParents(), &TableTermes()};
         for (size_t i = 0; i < lignes_.size(); ++i)
             for (const ClasseLigne& ci : lignes_[i].Classes) {
                 if (!ci.ClasseActive) continue;
-                ParcourtCouples(ci.CodeClasse, [&](const Couple& couple) {
-                    if (couple.genre != EntreProduits) Teste(couple, i, ci, nullptr);
-                    const int32_t classeB = couple.f.Entier(VDXZICOU::ClasseB);
+                for (const std::unique_ptr<Couple>& couple : CouplesDe(ci.CodeClasse)) {
+                    if (couple->genre != EntreProduits) Teste(*couple, i, ci, nullptr);
+                    const int32_t classeB = couple->f.Entier(VDXZICOU::ClasseB);
                     for (size_t j = i + 1; j < lignes_.size(); ++j)
                         for (const ClasseLigne& cj : lignes_[j].Classes)
-                            if (cj.ClasseActive && cj.CodeClasse == classeB) Teste(couple, i, ci, &cj, j);
-                });
+                            if (cj.ClasseActive && cj.CodeClasse == classeB) Teste(*couple, i, ci, &cj, j);
+                }
             }
-        tables.Ferme();
         TriParNiveau(lignes);
         return std::move(lignes);
     }
 
 private:
+    // The couples of a class, read once per call: the classes of the lines
+    // share their ancestors.
+    const std::vector<std::unique_ptr<Couple>>& CouplesDe(int32_t classe) {
+        auto [it, nouveau] = couples_.try_emplace(classe);
+        if (nouveau)
+            ParcourtCouples(classe, [&](std::string octets) { it->second.push_back(std::make_unique<Couple>(std::move(octets))); });
+        return it->second;
+    }
+
+    // The kind and the severity of a couple, read once per call.
+    const std::string& Type(int32_t code) {
+        auto [it, nouveau] = types_.try_emplace(code);
+        if (nouveau) it->second = LibelleOuInconnu(TableTypes(), VDXZITYP::TexteType, code);
+        return it->second;
+    }
+    const Gravite& GraviteDe(int32_t code) {
+        auto [it, nouveau] = gravites_.try_emplace(code);
+        if (nouveau) it->second = LitGravite(code);
+        return it->second;
+    }
+
     // One couple for line i and class ci, against line j and class cj, or
     // alone (cj null).
     void Teste(const Couple& c, size_t i, const ClasseLigne& ci, const ClasseLigne* cj, size_t j = 0) {
@@ -350,10 +384,10 @@ private:
         const Fiche& f = c.f;
         FicheInteraction2 r;
         r.CodeType = f.Entier(VDXZICOU::CodeType);
-        r.TexteType = LibelleOuInconnu(TableTypes(), VDXZITYP::TexteType, r.CodeType);
-        const int32_t gravite = f.Entier(VDXZICOU::CodeGravite);
-        r.LibelleGravite = LibelleOuInconnu(TableGravites(), VDXZIGRA::LibelleGravite, gravite);
-        r.Niveau = NiveauGravite(gravite);
+        r.TexteType = Type(r.CodeType);
+        const Gravite& gravite = GraviteDe(f.Entier(VDXZICOU::CodeGravite));
+        r.LibelleGravite = gravite.libelle;
+        r.Niveau = gravite.niveau;
         if (c.genre == EntreProduits && f.Entier(VDXZICOU::Sens) != 1) std::swap(premier, second);
         r.Voie1 = voie1;
         r.Voie2 = voie2;
@@ -430,6 +464,9 @@ private:
 
     std::vector<LignePrescription> lignes_;
     std::unordered_map<int32_t, int32_t> peres_;
+    std::unordered_map<int32_t, std::vector<std::unique_ptr<Couple>>> couples_;
+    std::unordered_map<int32_t, std::string> types_;
+    std::unordered_map<int32_t, Gravite> gravites_;
 
 public:
     std::vector<FicheInteraction2> lignes;
@@ -463,10 +500,8 @@ bool VoieAdmise(std::string_view code, std::string_view liste) {
     return false;
 }
 
-LignePrescription ConstruitLigne(const std::string& codeCIP, std::string_view libelleAbsent) {
-    TablesOuvertes tables{&TableProduits(),  &TableComposants(),       &TableComposantsBis(), &TableSubstances(),
-                          &TableSynonymes(), &TableClassesSubstance(), &TableClasses(),       &TablePeres(),
-                          &TableVoiesProduit(), &TableVoies()};
+LignePrescription ConstruitLigne(const std::string& codeCIP, std::string_view libelleAbsent, bool tablesTenues) {
+    TablesOuvertes tables(TablesLigne(), tablesTenues);
     LignePrescription ligne;
     ligne.CodeCIP = codeCIP;
     ligne.Libelle = LibelleProduitInterne(codeCIP, true).value_or(std::string(libelleAbsent));
@@ -479,18 +514,25 @@ LignePrescription ConstruitLigne(const std::string& codeCIP, std::string_view li
 }
 
 std::vector<FicheInteraction2> AnalyseInteractions(const std::vector<std::string>& codesCIP) {
+    TablesOuvertes tables(TablesLigne(), false);
+    for (const Table* t : {&TableCouples(), &TableTypes(), &TableGravites(), &TableParents(), &TableTermes()})
+        tables.Ouvre(*t);
     std::vector<LignePrescription> lignes;
-    for (const std::string& code : codesCIP) lignes.push_back(ConstruitLigne(code, messages::LibelleSansAccentInconnu));
-    return Appariement(std::move(lignes)).Lignes();
+    for (const std::string& code : codesCIP)
+        lignes.push_back(ConstruitLigne(code, messages::LibelleSansAccentInconnu, true));
+    std::vector<FicheInteraction2> resultat = Appariement(std::move(lignes)).Lignes();
+    tables.Ferme();
+    return resultat;
 }
 
 std::vector<FicheInteraction2> InteractionsDuProduit(const std::string& codeCIP) {
-    const LignePrescription ligne = ConstruitLigne(codeCIP, messages::CIPIntrouvable(codeCIP));
+    const LignePrescription ligne = ConstruitLigne(codeCIP, messages::CIPIntrouvable(codeCIP), false);
     std::vector<FicheInteraction2> lignes;
     TablesOuvertes tables{&TableCouples(), &TableTypes(), &TableGravites(), &TableClasses(), &TableVoies()};
     for (const ClasseLigne& ci : ligne.Classes) {
         if (!ci.ClasseActive) continue;
-        ParcourtCouples(ci.CodeClasse, [&](const Couple& c) {
+        ParcourtCouples(ci.CodeClasse, [&](std::string octets) {
+            const Couple c(std::move(octets));
             const Fiche& f = c.f;
             const int32_t gravite = f.Entier(VDXZICOU::CodeGravite);
             if (!VoieDe(ligne, f.Texte(VDXZICOU::VoiesA)) ||
@@ -504,8 +546,9 @@ std::vector<FicheInteraction2> InteractionsDuProduit(const std::string& codeCIP)
             Remplace(r.TexteType, "$2", LibelleDeCode(TableClasses(), VDXZICLA::Libelle, f.Entier(VDXZICOU::ClasseB)));
             const std::vector<std::string_view> voies = Entrees(f.Texte(VDXZICOU::VoiesB));
             if (!voies.empty()) r.TexteType += " (" + LibelleVoie(voies.front()) + ")";
-            r.LibelleGravite = LibelleOuInconnu(TableGravites(), VDXZIGRA::LibelleGravite, gravite);
-            r.Niveau = NiveauGravite(gravite);
+            Gravite g = LitGravite(gravite);
+            r.LibelleGravite = std::move(g.libelle);
+            r.Niveau = g.niveau;
             r.Reference = Reference(f);
             r.Niveau2 = ligne.Substances[ci.IndexSubstance].CodeSubstance;
             lignes.push_back(std::move(r));

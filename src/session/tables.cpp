@@ -97,7 +97,10 @@ void FermeBaseMedecin() {
 
 TablesOuvertes::TablesOuvertes(std::initializer_list<const Table*> tables) : TablesOuvertes(tables, false) {}
 
-TablesOuvertes::TablesOuvertes(std::initializer_list<const Table*> tables, bool tenuesParAppelant) {
+TablesOuvertes::TablesOuvertes(std::initializer_list<const Table*> tables, bool tenuesParAppelant)
+    : TablesOuvertes(std::span<const Table* const>(tables.begin(), tables.size()), tenuesParAppelant) {}
+
+TablesOuvertes::TablesOuvertes(std::span<const Table* const> tables, bool tenuesParAppelant) {
     if (tenuesParAppelant) return;
     for (const Table* t : tables) Ouvre(*t);
 }

@@ -5,6 +5,7 @@
 
 #include <cstdint>
 #include <optional>
+#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -40,6 +41,7 @@ public:
     // For functions also called from inside the library: nothing is opened
     // nor closed when the caller already holds the tables.
     TablesOuvertes(std::initializer_list<const Table*> tables, bool tenuesParAppelant);
+    TablesOuvertes(std::span<const Table* const> tables, bool tenuesParAppelant);
     ~TablesOuvertes();
     TablesOuvertes(const TablesOuvertes&) = delete;
     TablesOuvertes& operator=(const TablesOuvertes&) = delete;

@@ -2,6 +2,8 @@
 
 #include <array>
 #include <string>
+#include <string_view>
+#include <unordered_map>
 
 namespace vdx {
 namespace {
@@ -138,9 +140,11 @@ constexpr int DernierNumeroMaj = 214;
 struct Index {
     std::array<const Table*, NombreNumeros> parNumero{};
     std::array<std::string, DernierNumeroMaj + 1> nomsMaj{};
+    std::unordered_map<std::string_view, const Table*> parNom;
 
     Index() {
         for (const Table& t : kTables) {
+            parNom.emplace(t.nom, &t);
             for (int n = t.donnees; n <= t.index() + t.clesSupplementaires; ++n) parNumero[n] = &t;
             if (t.emplacement != Emplacement::Base) continue;
             const std::string nom = t.nom;
@@ -169,9 +173,9 @@ const Index& index() {
 std::span<const Table> Catalogue() { return kTables; }
 
 const Table* TableNommee(std::string_view nom) {
-    for (const Table& t : kTables)
-        if (nom == t.nom) return &t;
-    return nullptr;
+    const auto& parNom = index().parNom;
+    const auto it = parNom.find(nom);
+    return it == parNom.end() ? nullptr : it->second;
 }
 
 const Table* TableDuNumero(int numero) {
