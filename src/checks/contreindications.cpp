@@ -24,14 +24,14 @@
 
 namespace vdx {
 
-const Table& TableTermes() { return *TableNommee("VDXVAMM"); }
+VDX_TABLE(TableTermes, "VDXVAMM")
 
 namespace {
 
-const Table& TableTermesProduit() { return *TableNommee("VDXVAMPC"); }
-const Table& TableLiensTerme() { return *TableNommee("VDXVAMMC"); }
-const Table& TableCISPVersCIM10() { return *TableNommee("VDXVCICI"); }
-const Table& TableEquivalents() { return *TableNommee("VDXVAMME"); }
+VDX_TABLE(TableTermesProduit, "VDXVAMPC")
+VDX_TABLE(TableLiensTerme, "VDXVAMMC")
+VDX_TABLE(TableCISPVersCIM10, "VDXVCICI")
+VDX_TABLE(TableEquivalents, "VDXVAMME")
 
 // The kinds of terms of a product this check reads.
 constexpr char TypeContreIndication[] = "2";

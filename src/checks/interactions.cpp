@@ -22,19 +22,19 @@
 namespace vdx {
 namespace {
 
-const Table& TableComposants() { return *TableNommee("VDXVCOMP"); }
-const Table& TableComposantsBis() { return *TableNommee("VDXVCOME"); }
-const Table& TableSubstances() { return *TableNommee("VDXVPA"); }
-const Table& TableSynonymes() { return *TableNommee("VDXWSYNC"); }
-const Table& TableClassesSubstance() { return *TableNommee("VDXZICLC"); }
-const Table& TableClasses() { return *TableNommee("VDXZICLA"); }
-const Table& TablePeres() { return *TableNommee("VDXZICLP"); }
-const Table& TableCouples() { return *TableNommee("VDXZICOU"); }
-const Table& TableTypes() { return *TableNommee("VDXZITYP"); }
-const Table& TableGravites() { return *TableNommee("VDXZIGRA"); }
-const Table& TableVoiesProduit() { return *TableNommee("VDXIDPVO"); }
-const Table& TableVoies() { return *TableNommee("VDXIDVOI"); }
-const Table& TableParents() { return *TableNommee("VDXWPEFI"); }
+VDX_TABLE(TableComposants, "VDXVCOMP")
+VDX_TABLE(TableComposantsBis, "VDXVCOME")
+VDX_TABLE(TableSubstances, "VDXVPA")
+VDX_TABLE(TableSynonymes, "VDXWSYNC")
+VDX_TABLE(TableClassesSubstance, "VDXZICLC")
+VDX_TABLE(TableClasses, "VDXZICLA")
+VDX_TABLE(TablePeres, "VDXZICLP")
+VDX_TABLE(TableCouples, "VDXZICOU")
+VDX_TABLE(TableTypes, "VDXZITYP")
+VDX_TABLE(TableGravites, "VDXZIGRA")
+VDX_TABLE(TableVoiesProduit, "VDXIDPVO")
+VDX_TABLE(TableVoies, "VDXIDVOI")
+VDX_TABLE(TableParents, "VDXWPEFI")
 
 // The file a failed first lookup of the couples is recorded under.
 constexpr char FichierCouples[] = "VDXZICLC.NDX";

@@ -12,9 +12,9 @@
 namespace vdx {
 namespace {
 
-const Table& TableVoiesProduit() { return *TableNommee("VDXIDPVO"); }
-const Table& TableVoies() { return *TableNommee("VDXIDVOI"); }
-const Table& TableParents() { return *TableNommee("VDXWPEFI"); }
+VDX_TABLE(TableVoiesProduit, "VDXIDPVO")
+VDX_TABLE(TableVoies, "VDXIDVOI")
+VDX_TABLE(TableParents, "VDXWPEFI")
 
 // Substance numbers in the keys of the parents: five digits.
 constexpr size_t ChiffresSubstance = 5;

@@ -32,6 +32,14 @@ inline constexpr int NombreNumeros = 289;
 
 std::span<const Table> Catalogue();
 const Table* TableNommee(std::string_view nom);
+
+// Declares an accessor `fonction()` of a table of the catalogue, looked up
+// once.
+#define VDX_TABLE(fonction, nom)                                \
+    const ::vdx::Table& fonction() {                            \
+        static const ::vdx::Table& table = *::vdx::TableNommee(nom); \
+        return table;                                           \
+    }
 // The table a file or key number belongs to, or null.
 const Table* TableDuNumero(int numero);
 
