@@ -313,10 +313,11 @@ private:
     // The couples of a class, read once per call: the classes of the lines
     // share their ancestors.
     const std::vector<std::unique_ptr<Couple>>& CouplesDe(int32_t classe) {
-        auto [it, nouveau] = couples_.try_emplace(classe);
+        const auto [it, nouveau] = couples_.try_emplace(classe);
+        std::vector<std::unique_ptr<Couple>>& couples = it->second;
         if (nouveau)
-            ParcourtCouples(classe, [&](std::string octets) { it->second.push_back(std::make_unique<Couple>(std::move(octets))); });
-        return it->second;
+            ParcourtCouples(classe, [&](std::string octets) { couples.push_back(std::make_unique<Couple>(std::move(octets))); });
+        return couples;
     }
 
     // The kind and the severity of a couple, read once per call.
