@@ -21,6 +21,8 @@ std::string DecritTable(const Table& table);
 
 int Build(std::vector<std::string> args);
 int Dump(std::vector<std::string> args);
+// Sources of a base from the public medicine database and interaction thesaurus.
+int Import(std::vector<std::string> args);
 // The prescriber's commands.
 int Check(std::vector<std::string> args);
 int Product(std::vector<std::string> args);

@@ -24,6 +24,8 @@ constexpr char AideGenerale[] =
     "commands:\n"
     "  build SOURCES BASE   build a base from a directory of sources\n"
     "  dump BASE [TABLE...] write a base back as sources\n"
+    "  import BDPM_DIR THESAURUS_DIR SOURCES\n"
+    "                       write sources from the public medicine data\n"
     "  tables               list the catalogue of tables\n"
     "  call --base BASE NAME [ARG...]\n"
     "                       call an export in memory mode and print its rows\n"
@@ -173,6 +175,7 @@ int main(int argc, char** argv) {
         if (commande == "call") return Call(args);
         if (commande == "build") return Build(args);
         if (commande == "dump") return Dump(args);
+        if (commande == "import") return Import(args);
         if (commande == "check") return Check(args);
         if (commande == "product") return Product(args);
         if (commande == "search") return Search(args);

@@ -1,0 +1,500 @@
+// The import of the public medicine data into base sources, on small
+// extracts written here as published: what each table receives, the awkward
+// rows, bad input, determinism, the filter, and a build of the result.
+#include <stdlib.h>
+
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <fstream>
+#include <map>
+#include <sstream>
+#include <string>
+#include <vector>
+
+#include "platform/codepage.h"
+#include "store/fiche.h"
+#include "store/layouts.h"
+#include "store/layouts/produits.h"
+#include "store/magasin.h"
+#include "store/sources.h"
+#include "tools/vdx/import.h"
+#include "tools/vdx/import_libelle.h"
+#include "tools/vdx/import_lecture.h"
+#include "tools/vdx/import_noms.h"
+
+namespace vdx::import {
+namespace {
+
+namespace fs = std::filesystem;
+
+// --- Extracts ------------------------------------------------------------------
+
+const char* const Specialites =
+    "60000001\tDOLIPRANE 1000 mg, comprimé\tcomprimé\torale\tAutorisation active\tProcédure nationale\tCommercialisée\t"
+    "01/01/2000\t\t\t SANOFI AVENTIS FRANCE\tNon\n"
+    "60000002\tRANITIDINE ÉLÉ 150 mg, comprimé effervescent\tcomprimé effervescent(e)\torale\tAutorisation active\t"
+    "Procédure nationale\tCommercialisée\t01/01/2001\t\t\t TEVA SANTE; ARROW GENERIQUES\tNon\n"
+    "60000003\tMORPHINE LAB 10 mg/ml, solution injectable\tsolution injectable\tintraveineuse;sous-cutanée\t"
+    "Autorisation active\tProcédure centralisée\tCommercialisée\t01/01/2002\t\t\t LABO MORPHE\tNon\n"
+    "60000004\tWARFARINE VIEUX 5 mg, comprimé sécable\tcomprimé sécable\torale\tAutorisation active\t"
+    "Procédure nationale\tCommercialisée\t01/01/2003\t\t\t SANOFI AVENTIS FRANCE\tNon\n";
+
+const char* const Presentations =
+    "60000001\t1111111\tplaquette(s) PVC aluminium de 8 comprimé(s)\tPrésentation active\tDéclaration de "
+    "commercialisation\t16/03/2011\t3400911111111\toui\t65%\t1,96\t2,98\t1,02\t\n"
+    "60000001\t1111112\tplaquette(s) PVC aluminium de 8 comprimé(s)\tPrésentation active\tDéclaration de "
+    "commercialisation\t16/03/2017\t3400911111112\toui\t65 %\t1,96\t2,98\t1,02\t\n"
+    "60000002\t2222222\ttube(s) polypropylène de 20 comprimé(s)\tPrésentation active\tDéclaration d'arrêt de "
+    "commercialisation\t29/10/2015\t3400922222222\tnon\t30%;65%\t\t\t\t\n"
+    "60000003\t3333333\t10 ampoule(s) en verre de 1 ml\tPrésentation active\tDéclaration de commercialisation\t"
+    "01/02/2012\t3400933333333\toui\t100%\t2,849,83\t2,850,85\t1,02\t<p>indications</p>\n"
+    "60000004\t4444444\tplaquette(s) de 30 comprimé(s)\tPrésentation active\tDéclaration de commercialisation\t"
+    "01/02/2012\t3400944444444\toui\t65%\t3,00\t4,02\t1,02\t\n";
+
+const char* const Composition =
+    "60000001\tcomprimé\t2202\tPARACÉTAMOL\t1000 mg\tun comprimé\tSA\t1\t\n"
+    "60000002\tcomprimé\t25783\tRANITIDINE (CHLORHYDRATE DE)\t168 mg\tun comprimé\tSA\t1\t\n"
+    "60000002\tcomprimé\t49632\tRANITIDINE BASE\t150 mg\tun comprimé\tFT\t1\t\n"
+    "60000003\tsolution\t1099\tSULFATE DE MORPHINE\t10 mg\t1 ml de solution\tSA\t1\t\n"
+    "60000004\tcomprimé\t678\tWARFARINE SODIQUE\t5 mg\tun comprimé\tSA\t1\t\n";
+
+const char* const Groupes =
+    "7\tRANITIDINE 150 mg - AZANTAC 150 mg, comprimé effervescent\t60000002\t1\t2\t\n"
+    "9\tPARACETAMOL 1000 mg - DOLIPRANE 1000 mg, comprimé\t60000001\t0\t1\t\n";
+
+const char* const Conditions =
+    "60000002\tliste II\n"
+    "60000003\tstupéfiants\n"
+    "60000003\tliste I\n"
+    "60000003\tréservé à l'usage HOSPITALIER\n"
+    "60000004\tliste I\n";
+
+const char* const SubstancesThesaurus = "PARACETAMOL\nRANITIDINE\nMORPHINE\nWARFARINE\nFLUINDIONE\n";
+const char* const ClassesThesaurus =
+    "molecule\tfamille\n"
+    "WARFARINE\tANTIVITAMINES K\n"
+    "FLUINDIONE\tANTIVITAMINES K\n"
+    "MORPHINE\tMORPHINIQUES\n";
+const char* const CouplesThesaurus =
+    "protagoniste1\tprotagoniste2\tdescription_interaction\tdescription_medoc\tmecanisme\tCI\tAD\tPE\tPC\n"
+    "ANTIVITAMINES K\tPARACETAMOL\tPrecaution d'emploi Controle plus frequent de l'INR. \t\tRisque d'augmentation "
+    "de l'effet de l'antivitamine K.\t\t\t Controle plus frequent de l'INR. \t\n"
+    "MORPHINIQUES\tRANITIDINE\tCI - ASDEC Contre-indication avec X. Association deconseillee avec Y.\tVoir aussi : "
+    "morphiniques\tMajoration de la depression centrale.\t\t\t\t\n"
+    "SELS DE FER PAR VOIE INJECTABLE\tMORPHINE\tA prendre en compte Surveillance.\t\tRisque de choc.\t\t\t\t\n";
+
+class Dossier {
+public:
+    Dossier() {
+        std::string modele = (fs::temp_directory_path() / "vdx32-import-XXXXXX").string();
+        if (mkdtemp(modele.data()) == nullptr) throw std::runtime_error("mkdtemp");
+        chemin_ = modele;
+    }
+    ~Dossier() { fs::remove_all(chemin_); }
+    const fs::path& chemin() const { return chemin_; }
+
+private:
+    fs::path chemin_;
+};
+
+std::string Cp1252(const std::string& utf8) { return *codepage::DepuisUtf8(utf8); }
+
+void Ecrit(const fs::path& fichier, const std::string& octets) {
+    fs::create_directories(fichier.parent_path());
+    std::ofstream(fichier, std::ios::binary) << octets;
+}
+
+std::string Lit(const fs::path& fichier) {
+    std::ifstream f(fichier, std::ios::binary);
+    std::ostringstream s;
+    s << f.rdbuf();
+    return s.str();
+}
+
+// The rows of a written source, values by column name, in UTF-8.
+using Ligne = std::map<std::string, std::string>;
+std::vector<Ligne> Source(const fs::path& fichier) {
+    std::istringstream texte(Lit(fichier));
+    std::vector<std::string> colonnes;
+    std::vector<Ligne> lignes;
+    for (std::string l; std::getline(texte, l);) {
+        std::vector<std::string> champs;
+        std::istringstream morceaux(l);
+        for (std::string c; std::getline(morceaux, c, '\t');) champs.push_back(c);
+        if (l.ends_with('\t')) champs.emplace_back();
+        if (colonnes.empty()) {
+            colonnes = champs;
+            continue;
+        }
+        Ligne ligne;
+        for (size_t i = 0; i < colonnes.size(); ++i) ligne[colonnes[i]] = i < champs.size() ? champs[i] : "";
+        lignes.push_back(std::move(ligne));
+    }
+    return lignes;
+}
+
+// A published extract, in code page 1252 with CR LF like the files of the
+// medicine database, or in UTF-8 with LF.
+class Extrait {
+public:
+    explicit Extrait(bool utf8 = false) : utf8_(utf8) {
+        Pose("bdpm/CIS_bdpm.txt", Specialites);
+        Pose("bdpm/CIS_CIP_bdpm.txt", Presentations);
+        Pose("bdpm/CIS_COMPO_bdpm.txt", Composition);
+        Pose("bdpm/CIS_GENER_bdpm.txt", Groupes);
+        Pose("bdpm/CIS_CPD_bdpm.txt", Conditions);
+        Pose("interactions-2016-08/substances.txt", SubstancesThesaurus);
+        Pose("interactions-2016-08/substance-classes.tsv", ClassesThesaurus);
+        Pose("interactions-2016-08/couples.tsv", CouplesThesaurus);
+    }
+    void Pose(const std::string& fichier, std::string texte) {
+        if (!utf8_) {
+            for (size_t p = 0; (p = texte.find('\n', p)) != std::string::npos; p += 2) texte.replace(p, 1, "\r\n");
+            texte = Cp1252(texte);
+        }
+        Ecrit(dossier_.chemin() / fichier, texte);
+    }
+    void Ajoute(const std::string& fichier, const std::string& texte) {
+        Ecrit(dossier_.chemin() / fichier, Lit(dossier_.chemin() / fichier) + (utf8_ ? texte : Cp1252(texte)));
+    }
+    RapportImport Importe(std::vector<std::string> substances = {}, const std::string& sortie = "sources") {
+        OptionsImport o{dossier_.chemin() / "bdpm", dossier_.chemin() / "interactions-2016-08", dossier_.chemin() / sortie,
+                        std::move(substances)};
+        return import::Importe(o);
+    }
+    std::vector<Ligne> Table(const std::string& table, const std::string& sortie = "sources") const {
+        return Source(dossier_.chemin() / sortie / (table + ".tsv"));
+    }
+    // The row of `table` whose `colonne` is `valeur`.
+    Ligne Fiche(const std::string& table, const std::string& colonne, const std::string& valeur) const {
+        for (Ligne& l : Table(table))
+            if (l[colonne] == valeur) return l;
+        ADD_FAILURE() << "no " << colonne << " " << valeur << " in " << table;
+        return {};
+    }
+    const fs::path& chemin() const { return dossier_.chemin(); }
+
+private:
+    Dossier dossier_;
+    bool utf8_;
+};
+
+std::vector<Ligne> Selon(const std::vector<Ligne>& lignes, const std::string& colonne, const std::string& valeur) {
+    std::vector<Ligne> s;
+    for (const Ligne& l : lignes)
+        if (l.at(colonne) == valeur) s.push_back(l);
+    return s;
+}
+
+// --- Reading ---------------------------------------------------------------------
+
+TEST(ImportLecture, RaggedLinesAreToldAndLeftOutExtraColumnsIgnored) {
+    Dossier d;
+    Ecrit(d.chemin() / "t.txt", "a\tb\tc\r\nd\te\r\n\r\nf\tg\th\ti\tj\nk\tl");
+    Journal journal;
+    const auto lignes = LitTableau(d.chemin() / "t.txt", 3, false, journal);
+    ASSERT_EQ(lignes.size(), 2u);
+    EXPECT_EQ(lignes[0].champs, (std::vector<std::string>{"a", "b", "c"}));
+    EXPECT_EQ(lignes[1].champs, (std::vector<std::string>{"f", "g", "h"}));
+    EXPECT_EQ(lignes[1].numero, 4u);
+    EXPECT_EQ(journal.Rejets(), 2u);
+    ASSERT_EQ(journal.Resume().size(), 2u);
+    EXPECT_EQ(journal.Resume()[0], "t.txt: 1 line, 2 columns where 3 are expected (first line 2)");
+    EXPECT_EQ(journal.Resume()[1], "t.txt: 1 line, last line cut short (first line 5)");
+}
+
+TEST(ImportLecture, OptionalColumnsAreEmptyWhenLeftOut) {
+    Dossier d;
+    Ecrit(d.chemin() / "t.txt", "tete\nx\ty\n");
+    Journal journal;
+    const auto lignes = LitTableau(d.chemin() / "t.txt", 2, true, journal, 2);
+    ASSERT_EQ(lignes.size(), 1u);
+    EXPECT_EQ(lignes[0].champs, (std::vector<std::string>{"x", "y", "", ""}));
+}
+
+TEST(ImportLecture, Utf8AndCodePage1252GiveTheSameText) {
+    EXPECT_EQ(VersCp1252("PARAC\xC3\x89TAMOL"), "PARAC\xC9TAMOL");
+    EXPECT_EQ(VersCp1252("PARAC\xC9TAMOL"), "PARAC\xC9TAMOL");
+    EXPECT_EQ(VersCp1252("\xE2\x80\x99"), "\x92");  // a right quote
+    EXPECT_EQ(VersCp1252("\xE4\xB8\xAD"), "?");      // no place in code page 1252
+}
+
+TEST(ImportLecture, AMissingFileIsNamed) {
+    Extrait e;
+    fs::remove(e.chemin() / "bdpm/CIS_CPD_bdpm.txt");
+    try {
+        e.Importe();
+        FAIL() << "no error";
+    } catch (const ErreurImport& x) {
+        EXPECT_NE(std::string(x.what()).find("CIS_CPD_bdpm.txt"), std::string::npos) << x.what();
+    }
+    EXPECT_FALSE(fs::exists(e.chemin() / "sources"));
+}
+
+TEST(ImportLecture, BadLinesOfTheExtractAreCountedWithTheirReason) {
+    Extrait e;
+    e.Ajoute("bdpm/CIS_CIP_bdpm.txt", "60000001\t1111113\n");                       // ragged
+    e.Ajoute("bdpm/CIS_CIP_bdpm.txt", "69999999\t7777777\tx\ty\tz\t01/01/2010\t\t\t\t\t\t\t\n");  // unknown CIS
+    e.Ajoute("bdpm/CIS_COMPO_bdpm.txt", "60000001\tcomprimé\t2202\tPARAC");        // cut short
+    const RapportImport r = e.Importe();
+    EXPECT_EQ(r.lignesRejetees, 3u);
+    const std::string tout = [&] {
+        std::string t;
+        for (const auto& s : r.rejets) t += s + "\n";
+        return t;
+    }();
+    EXPECT_NE(tout.find("CIS_CIP_bdpm.txt: 1 line, 2 columns where 12 are expected (first line 6)"), std::string::npos) << tout;
+    EXPECT_NE(tout.find("CIS_CIP_bdpm.txt: 1 line, presentation of a CIS that CIS_bdpm.txt lacks (first line 7)"),
+              std::string::npos) << tout;
+    EXPECT_NE(tout.find("CIS_COMPO_bdpm.txt: 1 line, last line cut short (first line 6)"), std::string::npos) << tout;
+    EXPECT_EQ(e.Table("VDXPRO").size(), 5u);
+}
+
+// --- Labels and names --------------------------------------------------------------
+
+TEST(ImportLibelle, ALabelIsNameDosageFormAndBoxWithinItsRoom) {
+    EXPECT_EQ(LibelleProduit("DOLIPRANE 1000 mg, comprimé", Cp1252("comprimé"), Cp1252("plaquette(s) PVC de 8 comprimé(s)")),
+              "DOLIPRANE 1000MG CPR B/8");
+    EXPECT_EQ(LibelleProduit(Cp1252("RANITIDINE ÉLÉ 150 mg, comprimé effervescent"), Cp1252("comprimé effervescent(e)"),
+                             "tube(s) de 20 comprimé(s)"),
+              "RANITIDINE ELE 150MG CPR EFF B/20");
+    EXPECT_EQ(Boite("20 ampoule(s) en verre de 10 ml"), "20X10ML");
+    EXPECT_EQ(Boite("1 flacon(s) de 100 ml"), "100ML");
+    EXPECT_EQ(Boite("28 plaquette(s) de 1 comprimé(s)"), "B/28");
+    EXPECT_EQ(Boite("1 dispositif"), "B/1");
+    EXPECT_EQ(Boite("flacon(s) en verre"), "");
+    // Too long: the form loses its later words, the name is cut before its dosage.
+    const std::string l = LibelleProduit("AMOXICILLINE ACIDE CLAVULANIQUE LABORATOIRE 500 mg/62,5 mg, poudre",
+                                         "poudre pour suspension buvable", "1 flacon(s) de 60 ml");
+    EXPECT_LE(l.size(), LongueurLibelle);
+    EXPECT_NE(l.find("500MG/62,5MG PDR 60ML"), std::string::npos) << l;
+    EXPECT_EQ(l.substr(0, 12), "AMOXICILLINE");
+}
+
+TEST(ImportLibelle, FormsThatReplaceOneAnotherShareTheirFamily) {
+    EXPECT_EQ(FamilleForme(Cp1252("comprimé pelliculé")), FamilleForme(Cp1252("comprimé sécable")));
+    EXPECT_NE(FamilleForme(Cp1252("comprimé")), FamilleForme(Cp1252("comprimé à libération prolongée")));
+    EXPECT_NE(FamilleForme(Cp1252("gélule")), FamilleForme(Cp1252("gélule gastro-résistant(e)")));
+    for (const char* f : {"comprimé", "gélule", "solution injectable", "sirop", "crème", "collyre", "autre chose"})
+        EXPECT_EQ(std::string("ABJD").find(FamilleForme(Cp1252(f))[0]), std::string::npos) << f;
+}
+
+TEST(ImportNoms, SaltsAndBasesMeetAndOtherNamesDont) {
+    EXPECT_EQ(NomSansSel("CHLORHYDRATE DE RANITIDINE"), "RANITIDINE");
+    EXPECT_EQ(NomSansSel("RANITIDINE (CHLORHYDRATE DE)"), "RANITIDINE");
+    EXPECT_EQ(NomSansSel("WARFARINE SODIQUE"), "WARFARINE");
+    EXPECT_EQ(NomSansSel("CHLORHYDRATE D'AMIODARONE"), "AMIODARONE");
+    EXPECT_EQ(NomSansSel("CHLORURE DE SODIUM"), "SODIUM");
+    IndexNoms index;
+    index.Ajoute(1, Cp1252("RANITIDINE (CHLORHYDRATE DE)"));
+    index.Ajoute(2, "RANITIDINE BASE");
+    index.Ajoute(3, Cp1252("HOMATROPINE (BROMHYDRATE D')"));
+    index.Ajoute(4, "SODIUM (OXYBATE DE)");
+    index.Ajoute(5, "CHLORHYDRATE DE BUPROPIONE");
+    index.Ajoute(6, "INSULINE GLULISINE");
+    index.Ajoute(7, "ETODOLIQUE ACIDE");
+    EXPECT_EQ(index.Cherche("RANITIDINE"), (std::set<int>{1, 2}));
+    EXPECT_EQ(index.Cherche("OXYBATE DE SODIUM"), (std::set<int>{4}));
+    EXPECT_EQ(index.Cherche("BUPROPION"), (std::set<int>{5}));
+    EXPECT_EQ(index.Cherche("INSULINE"), (std::set<int>{6}));
+    EXPECT_EQ(index.Cherche("ACIDE ETODOLIQUE"), (std::set<int>{7}));
+    EXPECT_EQ(index.Cherche("THEOPHYLLINE (ET, PAR EXTRAPOLATION, AMINOPHYLLINE)"), std::set<int>{});
+    EXPECT_TRUE(index.Cherche("ATROPINE").empty());
+    EXPECT_TRUE(index.Cherche("SODIUM").empty());
+}
+
+// --- Products ---------------------------------------------------------------------
+
+TEST(ImportProduits, EachPresentationIsAProductWithItsCodesAndFlags) {
+    Extrait e;
+    e.Importe();
+    const Ligne doliprane = e.Fiche("VDXPRO", "CodeCIP", "1111111");
+    EXPECT_EQ(doliprane.at("Libelle"), "DOLIPRANE 1000MG CPR B/8");
+    EXPECT_EQ(doliprane.at("DonneeEco2"), "0000298");
+    EXPECT_EQ(doliprane.at("CodeRubrique"), "10");
+    EXPECT_EQ(doliprane.at("Drapeaux"), "4");  // reference of its group
+    EXPECT_EQ(doliprane.at("CodeTableau"), "");
+    EXPECT_EQ(doliprane.at("Suppression"), "");
+    EXPECT_EQ(doliprane.at("CodeLaboratoire"), doliprane.at("Laboratoire"));
+    EXPECT_EQ(e.Fiche("VDXLAB", "CodeLaboratoire", doliprane.at("CodeLaboratoire")).at("Libelle"), "SANOFI AVENTIS FRANCE");
+    const Ligne tss = e.Fiche("VDXTSS", "Code", doliprane.at("CodeTSS"));
+    EXPECT_EQ(tss.at("Taux"), "65");
+
+    // Stopped, two rates, no price, two holders, generic, list II.
+    const Ligne ranitidine = e.Fiche("VDXPRO", "CodeCIP", "2222222");
+    EXPECT_EQ(ranitidine.at("Suppression"), "A29102015");
+    EXPECT_EQ(ranitidine.at("DonneeEco2"), "0000000");
+    EXPECT_EQ(ranitidine.at("CodeTSS"), doliprane.at("CodeTSS"));  // the highest of 30% and 65%
+    EXPECT_EQ(ranitidine.at("Drapeaux"), "2");
+    EXPECT_EQ(ranitidine.at("CodeTableau"), "C");
+    EXPECT_EQ(e.Fiche("VDXLAB", "CodeLaboratoire", ranitidine.at("CodeLaboratoire")).at("Libelle"), "TEVA SANTE");
+    EXPECT_NE(ranitidine.at("CodeTVA"), "");
+
+    // A narcotic of list I reserved to hospitals, priced beyond a thousand.
+    const Ligne morphine = e.Fiche("VDXPRO", "CodeCIP", "3333333");
+    EXPECT_EQ(morphine.at("CodeTableau"), "B");
+    EXPECT_EQ(morphine.at("Drapeaux"), "8");
+    EXPECT_EQ(morphine.at("DonneeEco2"), "0285085");
+    EXPECT_EQ(e.Fiche("VDXPRO", "CodeCIP", "4444444").at("CodeTableau"), "A");
+
+    const Ligne proa = e.Fiche("VDXPROA", "CodeCIP", "3333333");
+    EXPECT_EQ(proa.at("GenCode"), "3400933333333");
+    EXPECT_EQ(proa.at("CodeStatut"), "3");  // a European authorisation
+    EXPECT_EQ(proa.at("Prescription1"), "1");
+    EXPECT_EQ(proa.at("Prescription2"), "18");
+    EXPECT_EQ(e.Fiche("VDXCIP13", "CodeCIP", "2222222").at("CIP13"), "3400922222222");
+    EXPECT_EQ(e.Fiche("VDXYCSCP", "CodeCIP", "2222222").at("CodeCIS"), "60000002");
+    EXPECT_EQ(e.Fiche("VDXDAT", "Numero", "0").at("Texte"), "Source : Base de données publique des médicaments, mars 2017");
+    EXPECT_EQ(e.Fiche("VDXDAT", "Numero", "1").at("Texte"), "16/03/2017");
+}
+
+TEST(ImportProduits, RoutesGroupsAndIdentification) {
+    Extrait e;
+    e.Importe();
+    const auto voies = Selon(e.Table("VDXIDPVO"), "CodeCIP", "3333333");
+    ASSERT_EQ(voies.size(), 2u);
+    for (const Ligne& v : voies) EXPECT_EQ(v.at("CodeVoie")[0], 'A') << v.at("CodeVoie");
+    const std::string orale = e.Fiche("VDXIDPVO", "CodeCIP", "1111111").at("CodeVoie");
+    EXPECT_EQ(e.Fiche("VDXIDVOI", "CodeVoie", orale).at("Libelle"), "orale");
+    EXPECT_EQ(e.Fiche("VDXIDVOI", "CodeVoie", "A").at("Libelle"), "voie générale");
+
+    EXPECT_EQ(e.Fiche("VDXCLA", "CodeClasse", "G7").at("LibelleCle"),
+              "RANITIDINE 150 MG - AZANTAC 150 MG, COMPRIME EFFERVESCENT");
+    EXPECT_EQ(Selon(e.Table("VDXCLAP"), "CodeClasse", "G9").size(), 2u);  // both presentations of the speciality
+
+    const Ligne id = e.Fiche("VDXIDPRO", "CodeCIP", "4444444");
+    EXPECT_EQ(id.at("Denomination"), "WARFARINE VIEUX");
+    EXPECT_EQ(id.at("Dosage"), "5 mg");
+    EXPECT_EQ(id.at("QuantitePresentation"), "30");
+    EXPECT_EQ(e.Fiche("VDXIDFOR", "CodeForme", id.at("CodeForme")).at("Libelle"), "comprimé sécable");
+    EXPECT_EQ(e.Fiche("VDXIDFOP", "CodeCIP", "4444444").at("CodeForme"), id.at("CodeForme"));
+}
+
+// --- Composition ----------------------------------------------------------------------
+
+TEST(ImportComposition, AFractionIsShownForItsSaltAndTheSaltPointsToIt) {
+    Extrait e;
+    e.Importe();
+    const auto composants = Selon(e.Table("VDXVCOMP"), "CodeCIP", "2222222");
+    ASSERT_EQ(composants.size(), 1u);
+    const std::string base = composants[0].at("CodeSubstance");
+    EXPECT_EQ(composants[0].at("QuantiteTexte"), "150 mg");
+    EXPECT_EQ(composants[0].at("Quantite"), "150");
+    EXPECT_EQ(e.Fiche("VDXVPAU", "Code", composants[0].at("CodeUnite")).at("LibelleUnite"), "mg");
+    // The published 49632 is a concept's number here: renumbered below 30001.
+    EXPECT_LE(std::stoi(base), 30000);
+    EXPECT_EQ(e.Fiche("VDXVPA", "CodeSubstance", base).at("Libelle"), "RANITIDINE BASE");
+    EXPECT_EQ(e.Fiche("VDXVCOMG", "CodeCIP", "2222222").at("TexteComposition"), "Ranitidine base 150 mg pour un comprimé.");
+    EXPECT_EQ(e.Fiche("VDXVPAE", "Code", e.Fiche("VDXVCOMG", "CodeCIP", "2222222").at("CodeExprime")).at("LibelleExprime"),
+              "un comprimé");
+    // The reverse index finds the product from the salt as from its base.
+    EXPECT_EQ(Selon(e.Table("VDXVPAP"), "CodeCIP", "2222222").size(), 2u);
+    EXPECT_EQ(e.Fiche("VDXWSYNC", "CodeSubstance", "25783").at("CodeSynonyme"), base);
+    EXPECT_EQ(e.Fiche("VDXWPEFI", "CodeEnfant", "25783").at("CodeParent"), base);
+    EXPECT_EQ(e.Fiche("VDXWPEFI", "CodeEnfant", "2202").at("CodeParent"), "2202");
+    EXPECT_EQ(e.Fiche("VDXWPEFI", "CodeEnfant", "99999").at("CodeParent"), "99999");
+    // A salt without its fraction and without a base of its name is its own parent.
+    EXPECT_EQ(e.Fiche("VDXWPEFI", "CodeEnfant", "678").at("CodeParent"), "678");
+}
+
+// --- Interactions -----------------------------------------------------------------------
+
+TEST(ImportInteractions, CouplesInBothOrdersWithTheirSeverityKindAndTexts) {
+    Extrait e;
+    const RapportImport r = e.Importe();
+    std::map<std::string, std::string> classes;
+    for (const Ligne& c : e.Table("VDXZICLA")) classes[c.at("Libelle")] = c.at("CodeClasse");
+    const std::string avk = classes.at("ANTIVITAMINES K"), paracetamol = classes.at("PARACETAMOL");
+    EXPECT_EQ(e.Fiche("VDXZICLC", "CodeSubstance", "678").at("CodeClasse"), avk);
+    EXPECT_EQ(e.Fiche("VDXZICLC", "CodeSubstance", "2202").at("CodeClasse"), paracetamol);
+
+    const auto couples = e.Table("VDXZICOU");
+    const auto direct = Selon(Selon(couples, "ClasseA", avk), "ClasseB", paracetamol);
+    const auto miroir = Selon(Selon(couples, "ClasseA", paracetamol), "ClasseB", avk);
+    ASSERT_EQ(direct.size(), 1u);
+    ASSERT_EQ(miroir.size(), 1u);
+    EXPECT_EQ(direct[0].at("Sens"), "1");
+    EXPECT_EQ(miroir[0].at("Sens"), "2");
+    for (const Ligne& c : {direct[0], miroir[0]}) {
+        EXPECT_EQ(c.at("Genre"), "0");
+        EXPECT_EQ(c.at("FiltreA"), "T");
+        EXPECT_EQ(c.at("VoiesA"), "A");
+        EXPECT_EQ(e.Fiche("VDXZIGRA", "Code", c.at("CodeGravite")).at("Niveau"), "2");
+        EXPECT_EQ(c.at("Texte2"), "Risque d'augmentation de l'effet de l'antivitamine K.");
+        EXPECT_EQ(c.at("Texte4"), "Controle plus frequent de l'INR.");
+        EXPECT_EQ(c.at("Reference2"), "août 2016");
+        const std::string type = e.Fiche("VDXZITYP", "Code", c.at("CodeType")).at("TexteType");
+        EXPECT_NE(type.find("$1"), std::string::npos);
+        EXPECT_NE(type.find("$2"), std::string::npos);
+    }
+
+    // Combined levels: the highest, and the whole text.
+    const auto combine = Selon(Selon(couples, "ClasseA", classes.at("MORPHINIQUES")), "ClasseB", classes.at("RANITIDINE"));
+    ASSERT_EQ(combine.size(), 1u);
+    EXPECT_EQ(e.Fiche("VDXZIGRA", "Code", combine[0].at("CodeGravite")).at("Niveau"), "4");
+    EXPECT_EQ(combine[0].at("Texte4"), "Contre-indication avec X. Association deconseillee avec Y.");
+    EXPECT_EQ(combine[0].at("Texte1"), "Voir aussi : morphiniques");
+    EXPECT_EQ(e.Fiche("VDXZITYP", "Code", combine[0].at("CodeType")).at("TexteType"),
+              "Majoration de la dépression centrale avec $1 et $2");
+
+    // A protagonist named with its route keeps it as a filter.
+    const auto fer = Selon(couples, "ClasseA", classes.at("SELS DE FER PAR VOIE INJECTABLE"));
+    ASSERT_EQ(fer.size(), 1u);
+    EXPECT_EQ(fer[0].at("VoiesA"), "A2");
+    EXPECT_EQ(fer[0].at("VoiesB"), "A");
+    EXPECT_EQ(e.Table("VDXZIGRA").size(), 4u);
+
+    // FLUINDIONE is in no product of the extract: counted, never invented.
+    EXPECT_EQ(r.substancesThesaurus, 5u);
+    EXPECT_EQ(r.substancesTrouvees, 4u);
+    EXPECT_EQ(r.nomsSansSubstance, std::vector<std::string>{"FLUINDIONE"});
+}
+
+// --- The whole import -------------------------------------------------------------------
+
+TEST(Import, TheSameFilesGiveTheSameBytesWhateverTheirEncoding) {
+    Extrait cp1252, utf8(true);
+    cp1252.Importe({}, "un");
+    cp1252.Importe({}, "deux");
+    utf8.Importe({}, "un");
+    size_t fichiers = 0;
+    for (const auto& f : fs::directory_iterator(cp1252.chemin() / "un")) {
+        const std::string nom = f.path().filename().string();
+        EXPECT_EQ(Lit(f.path()), Lit(cp1252.chemin() / "deux" / nom)) << nom;
+        EXPECT_EQ(Lit(f.path()), Lit(utf8.chemin() / "un" / nom)) << nom;
+        ++fichiers;
+    }
+    EXPECT_GT(fichiers, 25u);
+}
+
+TEST(Import, TheFilterKeepsThePresentationsOfASubstanceAndTheirInteractions) {
+    Extrait e;
+    const RapportImport r = e.Importe({"warfarine", "inconnue"});
+    const auto produits = e.Table("VDXPRO");
+    ASSERT_EQ(produits.size(), 1u);
+    EXPECT_EQ(produits[0].at("CodeCIP"), "4444444");
+    EXPECT_EQ(r.filtreSansSubstance, std::vector<std::string>{"inconnue"});
+    EXPECT_EQ(e.Table("VDXZICOU").size(), 2u);  // the antivitamin K couple, both ways
+    EXPECT_EQ(e.Table("VDXZICLC").size(), 1u);
+    EXPECT_EQ(e.Table("VDXVPA").size(), 1u);
+}
+
+TEST(Import, TheSourcesBuildABaseWhoseLabelsAreUnique) {
+    Extrait e;
+    e.Importe();
+    magasin::InitialiseMagasin(867, NombreNumeros, 16);
+    ConstruitBase(e.chemin() / "sources", e.chemin() / "base");
+    std::set<std::string> libelles;
+    for (const Enregistrement& p : LitTable(e.chemin() / "base", *DispositionNommee("VDXPRO")))
+        libelles.insert(std::string(vdx::Fiche(p.fiche).Texte(VDXPRO::Libelle)));
+    EXPECT_EQ(libelles, (std::set<std::string>{"DOLIPRANE 1000MG CPR B/8", "DOLIPRANE 1000MG CPR B/8.",
+                                               "MORPHINE LAB 10MG/ML SOL 10X1ML",
+                                               "RANITIDINE ELE 150MG CPR EFF B/20", "WARFARINE VIEUX 5MG CPR SEC B/30"}));
+    // Each product filed under its category and under all products.
+    EXPECT_EQ(LitTable(e.chemin() / "base", *DispositionNommee("VDXVPRO")).size(), 10u);
+    EXPECT_EQ(LitTable(e.chemin() / "base", *DispositionNommee("VDXLABP")).size(), 5u);
+}
+
+}  // namespace
+}  // namespace vdx::import

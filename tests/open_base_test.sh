@@ -1,0 +1,35 @@
+#!/usr/bin/env bash
+# The open base from the public data, end to end: import, build, then a
+# few answers every integrator expects (all presentations counted, known
+# couples of the thesaurus found from either side with their level).
+set -u
+vdx=$1
+donnees=$2
+work=$(mktemp -d)
+trap 'rm -rf "$work"' EXIT
+echecs=0
+verifie() {  # description, command...
+  local quoi=$1; shift
+  if ! "$@"; then echo "FAILED: $quoi" >&2; echecs=$((echecs + 1)); fi
+}
+premier() { "$vdx" search "$work/base" "$1" 1 | cut -c1-7; }
+niveaux() {  # the distinct levels of the interactions of a prescription
+  "$vdx" call --base "$work/base" Interactions2_Vdx "$1" "" "" 0 0 0 0 "" | tail -n +2 | cut -f8 | sort -u | tr '\n' ' '
+}
+
+verifie "import" "$vdx" import "$donnees/bdpm-2017-03" "$donnees/interactions-2016-08" "$work/sources"
+verifie "build" "$vdx" build "$work/sources" "$work/base"
+verifie "more than 20,000 products" test "$("$vdx" call --base "$work/base" TotalProduit_Vdx | head -1)" -gt 20000
+
+warfarine=$(premier COUMADINE)
+ibuprofene=$(premier "ADVIL 200")
+paroxetine=$(premier DEROXAT)
+tramadol=$(premier "CONTRAMAL 50")
+verifie "warfarin with ibuprofen, advised against" test "$(niveaux "$warfarine@$ibuprofene")" = "3 "
+verifie "ibuprofen with warfarin, the same" test "$(niveaux "$ibuprofene@$warfarine")" = "3 "
+verifie "paroxetine with tramadol" test -n "$(niveaux "$paroxetine@$tramadol")"
+verifie "tramadol with paroxetine" test "$(niveaux "$tramadol@$paroxetine")" = "$(niveaux "$paroxetine@$tramadol")"
+verifie "the check prints the couple" grep -q "WARFARINE" <<<"$("$vdx" check --base "$work/base" "$warfarine" "$ibuprofene")"
+
+[ "$echecs" -eq 0 ] && echo "open base: all checks passed"
+exit "$echecs"

@@ -1,0 +1,113 @@
+// vdx import: the command line of the import of the public data.
+#include <fstream>
+#include <iostream>
+
+#include "platform/codepage.h"
+#include "store/sources.h"
+#include "tools/vdx/commandes.h"
+#include "tools/vdx/import.h"
+#include "tools/vdx/import_lecture.h"
+#include "tools/vdx/import_texte.h"
+
+namespace vdx {
+namespace {
+
+namespace fs = std::filesystem;
+
+constexpr char AideImport[] =
+    "usage: vdx import [--only NAME,NAME... | --filter FILE] [--unmatched]\n"
+    "                  BDPM_DIR THESAURUS_DIR SOURCES\n"
+    "\n"
+    "Writes into SOURCES the sources of a base (for vdx build) from the public\n"
+    "medicine database in BDPM_DIR (CIS_bdpm.txt, CIS_CIP_bdpm.txt,\n"
+    "CIS_COMPO_bdpm.txt, CIS_GENER_bdpm.txt, CIS_CPD_bdpm.txt, as published)\n"
+    "and the interaction thesaurus in THESAURUS_DIR (substances.txt,\n"
+    "substance-classes.tsv, couples.tsv). Lines that can't be used are counted\n"
+    "and told with their reason. --only keeps the presentations whose\n"
+    "composition holds one of the substances named, and the interaction data\n"
+    "that touch them; --filter reads those names from FILE, one a line.\n"
+    "Prints the records written by table, the lines left out and the share of\n"
+    "the thesaurus substances found in the medicine database; --unmatched\n"
+    "lists the thesaurus substances that match none.\n";
+
+bool DemandeAide(const std::vector<std::string>& args) {
+    for (const auto& a : args)
+        if (a == "--help" || a == "-h") return true;
+    return false;
+}
+
+int Usage() {
+    std::cerr << AideImport;
+    return SortieUsage;
+}
+
+std::vector<std::string> NomsDuFichier(const std::string& chemin) {
+    std::ifstream fichier(chemin, std::ios::binary);
+    if (!fichier) throw import::ErreurImport(chemin + ": missing file (or not readable)");
+    std::vector<std::string> noms;
+    for (std::string ligne; std::getline(fichier, ligne);) {
+        const std::string nom = import::Nettoie(import::VersCp1252(ligne.substr(0, ligne.find('\r'))));
+        if (!nom.empty() && nom[0] != '#') noms.push_back(nom);
+    }
+    return noms;
+}
+
+void Resume(const import::RapportImport& r, bool sansSubstance) {
+    std::cout << "records by table:\n";
+    for (const auto& [table, nombre] : r.comptes) std::cout << "  " << table << '\t' << nombre << '\n';
+    std::cout << "lines left out: " << r.lignesRejetees << '\n';
+    for (const auto& rejet : r.rejets) std::cout << "  " << codepage::VersUtf8(rejet) << '\n';
+    const double part = r.substancesThesaurus ? 100.0 * r.substancesTrouvees / r.substancesThesaurus : 0;
+    std::cout << "thesaurus substances found in the medicine database: " << r.substancesTrouvees << " of "
+              << r.substancesThesaurus << " (" << import::TexteNombre(static_cast<int>(part * 10) / 10.0) << "%), "
+              << r.nomsSansSubstance.size() << " matching nothing\n";
+    if (sansSubstance)
+        for (const auto& nom : r.nomsSansSubstance) std::cout << "  " << codepage::VersUtf8(nom) << '\n';
+    for (const auto& nom : r.filtreSansSubstance)
+        std::cout << "filter: no substance named " << codepage::VersUtf8(nom) << '\n';
+}
+
+}  // namespace
+
+int Import(std::vector<std::string> args) {
+    if (DemandeAide(args)) return std::cout << AideImport, SortieSucces;
+    import::OptionsImport options;
+    std::vector<std::string> chemins;
+    bool sansSubstance = false;
+    try {
+        for (size_t i = 0; i < args.size(); ++i) {
+            if (args[i] == "--only" || args[i] == "--filter") {
+                if (i + 1 == args.size()) return Usage();
+                const std::vector<std::string> noms =
+                    args[i] == "--only" ? import::Decoupe(import::VersCp1252(args[i + 1]), ',') : NomsDuFichier(args[i + 1]);
+                options.substances.insert(options.substances.end(), noms.begin(), noms.end());
+                ++i;
+            } else if (args[i] == "--unmatched") {
+                sansSubstance = true;
+            } else if (!args[i].empty() && args[i][0] == '-') {
+                return Usage();
+            } else {
+                chemins.push_back(args[i]);
+            }
+        }
+        if (chemins.size() != 3) return Usage();
+        for (size_t i = 0; i < 2; ++i)
+            if (!fs::is_directory(chemins[i])) {
+                std::cerr << "vdx: " << chemins[i] << ": no such directory\n";
+                return SortieEchec;
+            }
+        options.bdpm = chemins[0];
+        options.thesaurus = chemins[1];
+        options.sources = chemins[2];
+        Resume(import::Importe(options), sansSubstance);
+    } catch (const import::ErreurImport& e) {
+        std::cerr << "vdx: " << e.what() << '\n';
+        return SortieEchec;
+    } catch (const ErreurSource& e) {
+        std::cerr << "vdx: " << e.what() << '\n';
+        return SortieEchec;
+    }
+    return SortieSucces;
+}
+
+}  // namespace vdx

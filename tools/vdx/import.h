@@ -1,0 +1,38 @@
+// The import of the public data into base sources: the medicine database
+// (products, composition, routes, generic groups, identification) and the
+// interaction thesaurus, written as one TABLE.tsv a table for `vdx build`.
+#pragma once
+
+#include <cstddef>
+#include <filesystem>
+#include <map>
+#include <string>
+#include <vector>
+
+namespace vdx::import {
+
+struct OptionsImport {
+    std::filesystem::path bdpm;
+    std::filesystem::path thesaurus;
+    std::filesystem::path sources;
+    // When not empty, only the presentations whose composition holds one of
+    // these substances (by name, salts and accents aside), and the
+    // interaction data that touch them.
+    std::vector<std::string> substances;
+};
+
+struct RapportImport {
+    std::map<std::string, size_t> comptes;  // records by table
+    std::vector<std::string> rejets;        // lines left out, by file and reason
+    size_t lignesRejetees = 0;
+    size_t substancesThesaurus = 0;  // named by substances.txt
+    size_t substancesTrouvees = 0;   // of those, the ones matched to a base substance
+    std::vector<std::string> nomsSansSubstance;  // thesaurus names matching nothing
+    std::vector<std::string> filtreSansSubstance;  // names of the filter matching nothing
+};
+
+// Reads, converts and writes; throws ErreurImport for a file that is
+// missing or unusable.
+RapportImport Importe(const OptionsImport& options);
+
+}  // namespace vdx::import

@@ -1,0 +1,46 @@
+// The steps of an import and what they hand on to one another.
+#pragma once
+
+#include <map>
+#include <set>
+#include <string>
+#include <vector>
+
+#include "tools/vdx/import.h"
+#include "tools/vdx/import_bdpm.h"
+#include "tools/vdx/import_noms.h"
+#include "tools/vdx/import_sortie.h"
+#include "tools/vdx/import_thesaurus.h"
+
+namespace vdx::import {
+
+// The substances of the medicine database under the numbers of the base:
+// those above the last substance number (a higher number is a concept of
+// the allergy thesaurus) take the free numbers below it, in order.
+inline constexpr int DerniereSubstance = 30000;
+// The key of VDXWPEFI above every substance: without it the last one has no
+// parent at all.
+inline constexpr int CleFinale = 99999;
+
+struct Substances {
+    std::map<int, int> numeros;         // published code to base number
+    std::map<int, std::string> noms;    // by base number
+    std::map<int, int> parents;         // a salt to its base, by base numbers
+    IndexNoms index;                    // base numbers by name
+};
+Substances NumeroteSubstances(const std::vector<Composant>& composants);
+
+// What the filter keeps: specialities (CIS) and base substances.
+struct Selection {
+    std::set<std::string> specialites;
+    std::set<int> substances;
+};
+Selection Selectionne(const Bdpm& bdpm, const Substances& substances, const std::vector<std::string>& noms,
+                      std::vector<std::string>& sansSubstance);
+
+void EcritProduits(const Bdpm& bdpm, const Selection& selection, Sortie& sortie, Journal& journal);
+void EcritComposition(const Bdpm& bdpm, const Substances& substances, const Selection& selection, Sortie& sortie);
+void EcritInteractions(const Thesaurus& thesaurus, const Substances& substances, const Selection& selection,
+                       const std::string& edition, Sortie& sortie, Journal& journal, RapportImport& rapport);
+
+}  // namespace vdx::import

@@ -1,0 +1,105 @@
+#include "tools/vdx/import_bdpm.h"
+
+#include <charconv>
+#include <optional>
+
+#include "tools/vdx/import_texte.h"
+
+namespace vdx::import {
+namespace {
+
+namespace fs = std::filesystem;
+
+std::optional<int> Entier(std::string_view texte) {
+    const std::string t = Nettoie(texte);
+    int valeur = 0;
+    const auto [p, erreur] = std::from_chars(t.data(), t.data() + t.size(), valeur);
+    if (t.empty() || erreur != std::errc() || p != t.data() + t.size()) return std::nullopt;
+    return valeur;
+}
+
+bool CodeChiffres(std::string_view code, size_t longueur) {
+    if (code.size() != longueur) return false;
+    for (char c : code)
+        if (c < '0' || c > '9') return false;
+    return true;
+}
+
+std::vector<Specialite> LitSpecialites(const fs::path& dossier, Journal& journal) {
+    std::vector<Specialite> s;
+    for (auto& l : LitTableau(dossier / "CIS_bdpm.txt", 12, false, journal)) {
+        auto& c = l.champs;
+        if (!CodeChiffres(Nettoie(c[0]), 8)) {
+            journal.Rejette("CIS_bdpm.txt", l.numero, "CIS not of 8 digits");
+            continue;
+        }
+        s.push_back({Nettoie(c[0]), Nettoie(c[1]), Nettoie(c[2]), Decoupe(c[3], ';'), Nettoie(c[5]), Nettoie(c[6]),
+                     Decoupe(c[10], ';')});
+    }
+    return s;
+}
+
+std::vector<Presentation> LitPresentations(const fs::path& dossier, Journal& journal) {
+    std::vector<Presentation> p;
+    // The last column, the reimbursement indications, is often left out.
+    for (auto& l : LitTableau(dossier / "CIS_CIP_bdpm.txt", 12, false, journal)) {
+        auto& c = l.champs;
+        if (!CodeChiffres(Nettoie(c[1]), 7)) {
+            journal.Rejette("CIS_CIP_bdpm.txt", l.numero, "CIP7 not of 7 digits");
+            continue;
+        }
+        p.push_back({l.numero, Nettoie(c[0]), Nettoie(c[1]), Nettoie(c[2]), Nettoie(c[3]), Nettoie(c[4]), Nettoie(c[5]),
+                     Nettoie(c[6]), Decoupe(c[8], ';'), Nettoie(c[10])});
+    }
+    return p;
+}
+
+std::vector<Composant> LitComposants(const fs::path& dossier, Journal& journal) {
+    std::vector<Composant> s;
+    for (auto& l : LitTableau(dossier / "CIS_COMPO_bdpm.txt", 8, false, journal)) {
+        auto& c = l.champs;
+        const auto code = Entier(c[2]);
+        if (!code || *code <= 0) {
+            journal.Rejette("CIS_COMPO_bdpm.txt", l.numero, "substance code not a number");
+            continue;
+        }
+        s.push_back({Nettoie(c[0]), Nettoie(c[1]), *code, Nettoie(c[3]), Nettoie(c[4]), Nettoie(c[5]), Plie(c[6]),
+                     Nettoie(c[7])});
+    }
+    return s;
+}
+
+std::vector<MembreGroupe> LitGroupes(const fs::path& dossier, Journal& journal) {
+    std::vector<MembreGroupe> g;
+    for (auto& l : LitTableau(dossier / "CIS_GENER_bdpm.txt", 4, false, journal)) {
+        auto& c = l.champs;
+        const auto groupe = Entier(c[0]), type = Entier(c[3]);
+        if (!groupe || !type) {
+            journal.Rejette("CIS_GENER_bdpm.txt", l.numero, "group or type not a number");
+            continue;
+        }
+        g.push_back({*groupe, Nettoie(c[1]), Nettoie(c[2]), *type});
+    }
+    return g;
+}
+
+std::vector<Condition> LitConditions(const fs::path& dossier, Journal& journal) {
+    std::vector<Condition> s;
+    for (auto& l : LitTableau(dossier / "CIS_CPD_bdpm.txt", 2, false, journal))
+        s.push_back({Nettoie(l.champs[0]), Nettoie(l.champs[1])});
+    return s;
+}
+
+}  // namespace
+
+Bdpm LitBdpm(const fs::path& dossier, Journal& journal) {
+    Bdpm b;
+    b.specialites = LitSpecialites(dossier, journal);
+    b.presentations = LitPresentations(dossier, journal);
+    b.composants = LitComposants(dossier, journal);
+    b.groupes = LitGroupes(dossier, journal);
+    b.conditions = LitConditions(dossier, journal);
+    return b;
+}
+
+}  // namespace vdx::import

@@ -1,0 +1,67 @@
+// The codes an import gives to the words of the published files: routes,
+// rates, regulatory lists and conditions, laboratories. Each table of
+// correspondence is here and nowhere else.
+#pragma once
+
+#include <map>
+#include <optional>
+#include <set>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace vdx::import {
+
+// A text of this program, written in UTF-8 here, in code page 1252.
+std::string Texte(std::string_view utf8);
+
+// --- Routes ---------------------------------------------------------------
+// A route code beginning with "A" reaches the whole body ("A1" digestive,
+// "A2" injectable, "A3" through skin or lungs); "B" is local; "C" a route
+// the table doesn't know, numbered in the order of its name.
+std::optional<std::string> CodeVoie(std::string_view routePliee);
+// The groups of routes that a filter of a couple names, with their labels.
+std::map<std::string, std::string> GroupesVoies();
+// The route filter of a thesaurus protagonist ("SELS DE FER PAR VOIE
+// INJECTABLE" gives "A2"); "A", every systemic route, for the others.
+std::string FiltreVoies(std::string_view protagoniste);
+
+// --- Money ----------------------------------------------------------------
+// The code of VDXTSS of a reimbursement rate ("65%" gives "2"), with the
+// rate; of several rates the highest.
+struct Taux {
+    std::string code;
+    double taux = 0;
+};
+std::optional<Taux> TauxRemboursement(const std::vector<std::string>& taux);
+std::vector<Taux> TousLesTaux();
+// VAT: the reduced rate of reimbursed medicines, the intermediate one of
+// the others.
+Taux TvaDe(bool rembourse);
+std::vector<Taux> ToutesLesTva();
+
+// --- Regulatory conditions -------------------------------------------------
+// What the prescription and dispensing conditions of a speciality make of
+// it: its list (CodeTableau "A" list I, "C" list II, "B" narcotics), the
+// hospital flag, and the codes of VDXPRESR it names.
+struct Reglementation {
+    std::string codeTableau;
+    bool hospitalier = false;
+    std::set<int> prescriptions;
+};
+Reglementation Reglemente(const std::vector<std::string>& conditions);
+struct PrescriptionRestreinte {
+    int code;
+    std::string libelle;  // code page 1252
+    std::string detail;
+};
+std::vector<PrescriptionRestreinte> PrescriptionsRestreintes();
+// The labels of the lists of CodeTableau (VDXTAB).
+std::map<std::string, std::string> Listes();
+
+// --- Laboratories -----------------------------------------------------------
+// Four characters a holder, from its name, made unique in the order of the
+// names.
+std::map<std::string, std::string> CodesLaboratoires(const std::set<std::string>& noms);
+
+}  // namespace vdx::import

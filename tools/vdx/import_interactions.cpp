@@ -1,0 +1,234 @@
+// The interaction thesaurus as interaction tables: a class for each family
+// of substances and for each substance that interacts in its own name
+// (VDXZICLA), the base substances of each class (VDXZICLC), the couples in
+// both orders (VDXZICOU), their severities (VDXZIGRA) and kinds (VDXZITYP).
+#include <algorithm>
+#include <optional>
+
+#include "tools/vdx/import_base.h"
+#include "tools/vdx/import_codes.h"
+#include "tools/vdx/import_texte.h"
+
+namespace vdx::import {
+namespace {
+
+constexpr char ReferenceThesaurus[] = "Thésaurus ANSM";
+
+// --- Severities ---------------------------------------------------------------
+
+struct Gravite {
+    int code;
+    int niveau;
+    const char* libelle;
+    const char* debut;        // the words that lead a description, folded
+    const char* abreviation;  // in a description of combined levels
+};
+const Gravite Gravites[] = {
+    {1, 4, "Contre-indication", "CONTRE-INDICATION", "CI"},
+    {2, 3, "Association déconseillée", "ASSOCIATION DECONSEILLEE", "ASDEC"},
+    {3, 2, "Précaution d'emploi", "PRECAUTION D'EMPLOI", "PE"},
+    {4, 1, "A prendre en compte", "A PRENDRE EN COMPTE", "APEC"},
+};
+
+struct Severite {
+    const Gravite* gravite = nullptr;  // the highest named
+    bool combinee = false;
+    std::string reste;  // the description behind the severity words
+};
+
+// "CONTRE-INDICATION Risque..." or "CI - ASDEC - APEC Contre-indication
+// avec...": the highest level named, and the text behind the words.
+std::optional<Severite> LitSeverite(const std::string& description) {
+    const std::string plie = Plie(description);
+    for (const Gravite& g : Gravites)
+        if (Commence(plie, g.debut)) return Severite{&g, false, Nettoie(description.substr(std::string_view(g.debut).size()))};
+    Severite s{nullptr, true, ""};
+    size_t position = 0;
+    for (;;) {
+        const size_t fin = std::min(plie.find(' ', position), plie.size());
+        const std::string mot = plie.substr(position, fin - position);
+        const auto g = std::find_if(std::begin(Gravites), std::end(Gravites),
+                                    [&](const Gravite& x) { return mot == x.abreviation; });
+        if (g == std::end(Gravites)) break;
+        if (!s.gravite || g->niveau > s.gravite->niveau) s.gravite = &*g;
+        position = fin + 1;
+        if (position >= plie.size()) break;
+        if (plie.compare(position, 2, "- ") == 0) position += 2;
+    }
+    if (!s.gravite) return std::nullopt;
+    s.reste = Nettoie(description.substr(std::min(position, description.size())));
+    return s;
+}
+
+// The conduct to hold: the thesaurus's column of the level, else the
+// description behind its severity words when it says more than the risk.
+// Combined levels keep their whole text.
+std::string Conduite(const CoupleThesaurus& c, const Severite& s) {
+    if (s.combinee) return s.reste;
+    const std::string& colonne = c.conduites[s.gravite->code - 1];
+    if (!colonne.empty()) return colonne;
+    return s.reste == c.mecanisme ? "" : s.reste;
+}
+
+// --- Kinds of interaction ------------------------------------------------------------------
+
+struct Nature {
+    int code;
+    const char* mots;  // in the folded risk
+    const char* texte;
+};
+// The first whose words the risk holds; the last is every other.
+const Nature Natures[] = {
+    {1, "HEMORRAG", "Risque hémorragique avec $1 et $2"},
+    {2, "TORSADES DE POINTES", "Risque de troubles du rythme ventriculaire avec $1 et $2"},
+    {3, "HYPERKALIEMIE", "Risque d'hyperkaliémie avec $1 et $2"},
+    {4, "HYPOKALIEMIE", "Risque d'hypokaliémie avec $1 et $2"},
+    {5, "DEPRESSION CENTRALE", "Majoration de la dépression centrale avec $1 et $2"},
+    {6, "SEROTONINERGIQUE", "Risque de syndrome sérotoninergique avec $1 et $2"},
+    {7, "EFFET ANTIHYPERTENSEUR", "Diminution de l'effet antihypertenseur avec $1 et $2"},
+    {8, "HYPOTENSION", "Risque d'hypotension avec $1 et $2"},
+    {9, "HYPERTENS", "Risque de poussée hypertensive avec $1 et $2"},
+    {10, "BRADYCARDIE", "Risque de bradycardie avec $1 et $2"},
+    {11, "RHABDOMYOLYSE", "Risque de rhabdomyolyse avec $1 et $2"},
+    {12, "CONVULSI", "Risque de convulsions avec $1 et $2"},
+    {13, "NEPHROTOX", "Risque néphrotoxique avec $1 et $2"},
+    {14, "IMMUNODEPRESSION", "Majoration de l'immunodépression avec $1 et $2"},
+    {15, "ATROPINIQUE", "Addition des effets atropiniques avec $1 et $2"},
+    {16, "AUGMENTATION DES CONCENTRATIONS", "Augmentation des concentrations avec $1 et $2"},
+    {17, "DIMINUTION DES CONCENTRATIONS", "Diminution des concentrations avec $1 et $2"},
+    {18, "", "Interaction entre $1 et $2"},
+};
+
+const Nature& NatureDe(const std::string& mecanisme) {
+    const std::string plie = Plie(mecanisme);
+    for (const Nature& g : Natures)
+        if (Contient(plie, g.mots)) return g;
+    return Natures[std::size(Natures) - 1];
+}
+
+// --- Classes ------------------------------------------------------------------
+
+struct Classes {
+    std::map<std::string, int> codes;               // by name
+    std::map<int, std::set<int>> membres;           // base substances by class
+};
+
+Classes Classe(const Thesaurus& t, const Substances& substances) {
+    std::set<std::string> familles, propres;
+    std::map<std::string, std::set<std::string>> parFamille;
+    for (const Appartenance& a : t.appartenances) {
+        familles.insert(a.classe);
+        parFamille[a.classe].insert(a.substance);
+    }
+    for (const CoupleThesaurus& c : t.couples)
+        for (const std::string& p : {c.protagoniste1, c.protagoniste2})
+            if (!familles.count(p)) propres.insert(p);
+    Classes k;
+    // Families first, then the substances that interact in their own name.
+    for (const auto* noms : {&familles, &propres})
+        for (const std::string& nom : *noms) k.codes.emplace(nom, static_cast<int>(k.codes.size()) + 1);
+    for (const auto& [nom, code] : k.codes) {
+        std::set<int>& membres = k.membres[code];
+        const auto famille = parFamille.find(nom);
+        if (famille == parFamille.end()) {
+            membres = substances.index.Cherche(nom);
+            continue;
+        }
+        for (const std::string& s : famille->second) {
+            const std::set<int> m = substances.index.Cherche(s);
+            membres.insert(m.begin(), m.end());
+        }
+    }
+    return k;
+}
+
+// The month and year of the edition, "2016-08" giving "août 2016".
+std::string Edition(const std::string& anneeMois) {
+    static const char* const Mois[] = {"janvier", "février", "mars",      "avril",   "mai",      "juin",
+                                       "juillet", "août",    "septembre", "octobre", "novembre", "décembre"};
+    if (anneeMois.size() != 7 || anneeMois[4] != '-') return "";
+    const int mois = std::atoi(anneeMois.c_str() + 5);
+    return mois >= 1 && mois <= 12 ? Texte(std::string(Mois[mois - 1]) + " " + anneeMois.substr(0, 4)) : "";
+}
+
+void Compte(const Thesaurus& t, const Substances& substances, RapportImport& rapport) {
+    rapport.substancesThesaurus = t.substances.size();
+    rapport.substancesTrouvees = 0;
+    for (const std::string& nom : t.substances) {
+        if (substances.index.Cherche(nom).empty())
+            rapport.nomsSansSubstance.push_back(nom);
+        else
+            ++rapport.substancesTrouvees;
+    }
+}
+
+}  // namespace
+
+void EcritInteractions(const Thesaurus& t, const Substances& substances, const Selection& selection,
+                       const std::string& edition, Sortie& sortie, Journal& journal, RapportImport& rapport) {
+    Compte(t, substances, rapport);
+    const Classes classes = Classe(t, substances);
+    auto touche = [&](int classe) {
+        for (int s : classes.membres.at(classe))
+            if (selection.substances.count(s)) return true;
+        return false;
+    };
+
+    std::set<int> classesEcrites;
+    std::map<std::pair<int, int>, int> numeros;
+    auto ecritCouple = [&](int a, int b, const std::string& voiesA, const std::string& voiesB, int sens,
+                           const Gravite& g, const Nature& genre, const CoupleThesaurus& c, const std::string& conduite) {
+        sortie.Ajoute("VDXZICOU", {{"ClasseA", std::to_string(a)},
+                                   {"ClasseB", std::to_string(b)},
+                                   {"Numero", std::to_string(++numeros[{a, b}])},
+                                   {"VoiesA", voiesA},
+                                   {"VoiesB", voiesB},
+                                   {"FiltreA", "T"},
+                                   {"FiltreB", "T"},
+                                   {"CodeType", std::to_string(genre.code)},
+                                   {"Sens", std::to_string(sens)},
+                                   {"CodeGravite", std::to_string(g.code)},
+                                   {"Reference1", Texte(ReferenceThesaurus)},
+                                   {"Reference2", Edition(edition)},
+                                   {"Genre", "0"},
+                                   {"Texte1", c.texteProduits},
+                                   {"Texte2", c.mecanisme},
+                                   {"Texte4", conduite}});
+    };
+    size_t ligne = 1;
+    for (const CoupleThesaurus& c : t.couples) {
+        ++ligne;
+        const auto s = LitSeverite(c.description);
+        if (!s) {
+            journal.Rejette("couples.tsv", ligne, "no severity at the head of the description");
+            continue;
+        }
+        const int a = classes.codes.at(c.protagoniste1), b = classes.codes.at(c.protagoniste2);
+        if (!touche(a) && !touche(b)) continue;
+        const Nature& genre = NatureDe(c.mecanisme);
+        const std::string conduite = Conduite(c, *s);
+        const std::string voiesA = FiltreVoies(c.protagoniste1), voiesB = FiltreVoies(c.protagoniste2);
+        ecritCouple(a, b, voiesA, voiesB, 1, *s->gravite, genre, c, conduite);
+        if (a != b) ecritCouple(b, a, voiesB, voiesA, 2, *s->gravite, genre, c, conduite);
+        classesEcrites.insert({a, b});
+    }
+    for (const auto& [nom, code] : classes.codes) {
+        if (!classesEcrites.count(code) && !touche(code)) continue;
+        sortie.Ajoute("VDXZICLA", {{"CodeClasse", std::to_string(code)}, {"Libelle", nom}, {"ClasseActive", "1"}});
+        for (int s : classes.membres.at(code))
+            if (selection.substances.count(s))
+                sortie.Ajoute("VDXZICLC", {{"CodeSubstance", std::to_string(s)},
+                                           {"CodeSubstanceAssociee", "0"},
+                                           {"CodeClasse", std::to_string(code)}});
+    }
+    // Every severity and kind, used or not: a couple never shows a code
+    // without its label.
+    for (const Gravite& g : Gravites)
+        sortie.Ajoute("VDXZIGRA", {{"Code", std::to_string(g.code)},
+                                   {"LibelleGravite", Texte(g.libelle)},
+                                   {"Niveau", std::to_string(g.niveau)}});
+    for (const Nature& g : Natures)
+        sortie.Ajoute("VDXZITYP", {{"Code", std::to_string(g.code)}, {"TexteType", Texte(g.texte)}});
+}
+
+}  // namespace vdx::import

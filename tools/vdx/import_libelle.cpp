@@ -1,0 +1,199 @@
+#include "tools/vdx/import_libelle.h"
+
+#include <cctype>
+#include <map>
+#include <optional>
+#include <utility>
+#include <vector>
+
+#include "tools/vdx/import_texte.h"
+
+namespace vdx::import {
+namespace {
+
+// Units as a label writes them.
+const std::map<std::string, std::string, std::less<>> Unites = {
+    {"MILLIGRAMMES", "MG"}, {"MILLIGRAMME", "MG"},  {"MICROGRAMMES", "MCG"}, {"MICROGRAMME", "MCG"},
+    {"GRAMMES", "G"},       {"GRAMME", "G"},        {"UNITES", "U"},         {"UNITE", "U"},
+    {"MILLILITRES", "ML"},  {"MILLILITRE", "ML"},   {"LITRE", "L"},          {"LITRES", "L"},
+    {"MG", "MG"},           {"G", "G"},             {"ML", "ML"},            {"UI", "UI"},
+    {"U.I.", "UI"},         {"MUI", "MUI"},         {"M.U.I.", "MUI"},       {"%", "%"},
+    {"MCG", "MCG"},         {"\xB5G", "MCG"},       {"U", "U"},              {"L", "L"},
+    {"MMOL", "MMOL"},       {"KBQ", "KBQ"},         {"MBQ", "MBQ"},          {"GBQ", "GBQ"},
+    {"HEURES", "H"},        {"HEURE", "H"},         {"H", "H"},
+    {"DOSE", "DOSE"},       {"DOSES", "DOSES"},     {"CH", "CH"},            {"DH", "DH"}};
+
+// Words of a form and their abbreviations; phrases first, then words. A
+// word absent from both is kept as it is; an empty abbreviation drops it.
+const std::vector<std::pair<std::string, std::string>> Locutions = {
+    {"A LIBERATION PROLONGEE", "LP"}, {"A LIBERATION MODIFIEE", "LM"}, {"GASTRO-RESISTANT(E)", "GASTRORES"},
+    {"EFFERVESCENT(E)", "EFF"},       {"A DILUER", "A DIL"},           {"A CROQUER", "A CROQ"},
+    {"A SUCER", "A SUC"},             {"EN GOUTTES", "GTT"},           {"POUR USAGE DENTAIRE", "DENT"}};
+const std::map<std::string, std::string, std::less<>> Abreviations = {
+    {"COMPRIME", "CPR"},        {"PELLICULE", "PELL"},        {"SECABLE", "SEC"},       {"QUADRISECABLE", "QUADRISEC"},
+    {"ENROBE", "ENR"},          {"ORODISPERSIBLE", "ORODISP"}, {"DISPERSIBLE", "DISP"},  {"EFFERVESCENT", "EFF"},
+    {"GASTRO-RESISTANT", "GASTRORES"}, {"SOLUTION", "SOL"},   {"SUSPENSION", "SUSP"},   {"INJECTABLE", "INJ"},
+    {"BUVABLE", "BUV"},         {"POUDRE", "PDR"},            {"PERFUSION", "PERF"},    {"SOLVANT", "SOLV"},
+    {"CAPSULE", "CAPS"},        {"SUPPOSITOIRE", "SUPPO"},    {"POMMADE", "POMM"},      {"PULVERISATION", "PULV"},
+    {"INHALATION", "INHAL"},    {"DISPOSITIF", "DISPO"},      {"TRANSDERMIQUE", "TRANSDERM"},
+    {"APPLICATION", "APPLIC"},  {"CUTANEE", "CUT"},           {"NASALE", "NAS"},        {"EMULSION", "EMUL"},
+    {"LYOPHILISAT", "LYOPH"},   {"GRANULES", "GRANULES"},     {"SOLUTION(S)", "SOL"},   {"NEBULISEUR", "NEBUL"},
+    {"OPHTALMIQUE", "OPH"},     {"AURICULAIRE", "AURIC"},     {"BUCCALE", "BUC"},       {"VAGINAL", "VAG"},
+    {"VAGINALE", "VAG"},        {"RECTALE", "RECT"},          {"SACHET", "SACH"},       {"SACHET-DOSE", "SACH"},
+    {"POUR", ""},               {"EN", ""},                   {"ET", ""},               {"DE", ""},
+    {"DU", ""},                 {"LA", ""},                   {"LE", ""},               {"A", ""},
+    {"OU", ""},                 {"L'", ""},                   {"D'", ""}};
+
+bool Numerique(std::string_view mot) {
+    bool chiffre = false;
+    for (char c : mot) {
+        if (c >= '0' && c <= '9')
+            chiffre = true;
+        else if (c != ',' && c != '.')
+            return false;
+    }
+    return chiffre;
+}
+
+// A unit, and each side of a unit per unit ("UNITES/ML"), abbreviated.
+std::optional<std::string> Unite(std::string_view mot) {
+    std::string sortie;
+    for (const std::string& morceau : Decoupe(mot, '/')) {
+        const auto u = Unites.find(morceau);
+        if (u == Unites.end() && !Numerique(morceau)) return std::nullopt;
+        sortie += (sortie.empty() ? "" : "/") + (u == Unites.end() ? morceau : u->second);
+    }
+    if (sortie.empty()) return std::nullopt;
+    return sortie;
+}
+
+std::vector<std::string> Mots(std::string_view texte) { return Decoupe(Plie(texte), ' '); }
+
+std::string Joint(const std::vector<std::string>& mots) {
+    std::string texte;
+    for (const std::string& m : mots)
+        if (!m.empty()) texte += (texte.empty() ? "" : " ") + m;
+    return texte;
+}
+
+// The count before a word of a presentation, "30" of "de 30 comprimé(s)".
+struct Quantite {
+    std::string nombre;
+    std::string mot;
+};
+
+std::vector<Quantite> Quantites(std::string_view presentation) {
+    const std::vector<std::string> mots = Mots(presentation);
+    std::vector<Quantite> q;
+    for (size_t i = 0; i + 1 < mots.size(); ++i)
+        if (Numerique(mots[i])) q.push_back({mots[i], mots[i + 1]});
+    return q;
+}
+
+}  // namespace
+
+std::string NomDosage(std::string_view denomination) {
+    // The form follows the first comma and blank; a comma of a dosage has none.
+    const std::string_view nom = denomination.substr(0, denomination.find(", "));
+    // A unit joins the number it follows: "1000 mg" gives "1000MG", and
+    // "500 mg/62,5 mg" "500MG/62,5MG".
+    std::vector<std::string> sortie;
+    for (const std::string& mot : Mots(nom)) {
+        const auto unite = Unite(mot);
+        if (unite && !Numerique(mot) && !sortie.empty() && std::isdigit(static_cast<unsigned char>(sortie.back().back())))
+            sortie.back() += *unite;
+        else
+            sortie.push_back(mot);
+    }
+    return Joint(sortie);
+}
+
+std::string AbregeForme(std::string_view forme) {
+    std::string texte = Plie(forme);
+    for (const auto& [locution, abreviation] : Locutions)
+        for (size_t p; (p = texte.find(locution)) != std::string::npos;) texte.replace(p, locution.size(), abreviation);
+    std::vector<std::string> mots;
+    for (std::string& mot : Decoupe(texte, ' ')) {
+        std::string sansPluriel = mot;
+        for (const char* marque : {"(S)", "(E)", "(X)", "(SE)"})
+            if (sansPluriel.size() > 4 && sansPluriel.ends_with(marque))
+                sansPluriel.resize(sansPluriel.size() - std::string_view(marque).size());
+        const auto a = Abreviations.find(sansPluriel);
+        mots.push_back(a == Abreviations.end() ? sansPluriel : a->second);
+    }
+    return Joint(mots);
+}
+
+std::string Boite(std::string_view presentation) {
+    const std::vector<Quantite> quantites = Quantites(presentation);
+    if (quantites.empty()) return "";
+    // A leading count of containers ("20 ampoule(s)"), then "de N unit".
+    const std::vector<std::string> mots = Mots(presentation);
+    const bool compteEnTete = Numerique(mots.front());
+    const Quantite& contenu = quantites.back();
+    std::string nombre = contenu.nombre;
+    if (const auto u = Unite(contenu.mot); u && *u != "DOSE" && *u != "DOSES") {
+        const std::string volume = nombre + *u;
+        return compteEnTete && quantites.size() > 1 && quantites.front().nombre != "1"
+                   ? quantites.front().nombre + "X" + volume
+                   : volume;
+    }
+    if (compteEnTete && quantites.size() > 1) {
+        const auto conteneurs = Nombre(quantites.front().nombre), unites = Nombre(nombre);
+        if (conteneurs && unites && *conteneurs * *unites < 1e6) nombre = TexteNombre(*conteneurs * *unites);
+    }
+    return "B/" + nombre;
+}
+
+std::string LibelleProduit(std::string_view denomination, std::string_view forme, std::string_view presentation) {
+    const std::string nomDosage = NomDosage(denomination);
+    const std::string boite = Boite(presentation);
+    std::vector<std::string> abrege = Decoupe(AbregeForme(forme), ' ');
+    // The form loses its later words before the name is cut, down to one.
+    while (abrege.size() > 1 && nomDosage.size() + Joint(abrege).size() + boite.size() + 2 > LongueurLibelle)
+        abrege.pop_back();
+    const std::string suffixe = Joint({Joint(abrege), boite});
+    if (suffixe.size() + 1 >= LongueurLibelle / 2 && Joint({nomDosage, suffixe}).size() > LongueurLibelle)
+        return Coupe(Joint({Coupe(nomDosage, LongueurLibelle / 2), suffixe}), LongueurLibelle);
+    const size_t placeNom = LongueurLibelle - (suffixe.empty() ? 0 : suffixe.size() + 1);
+    if (nomDosage.size() <= placeNom) return Joint({nomDosage, suffixe});
+    // The name is cut before its dosage: the dosage stays whole when it can.
+    const size_t chiffre = nomDosage.find_first_of("0123456789");
+    const size_t debutDosage = chiffre == std::string::npos ? std::string::npos : nomDosage.rfind(' ', chiffre);
+    if (debutDosage != std::string::npos && nomDosage.size() - debutDosage + 8 <= placeNom) {
+        const std::string dosage = nomDosage.substr(debutDosage + 1);
+        return Joint({Coupe(nomDosage.substr(0, debutDosage), placeNom - dosage.size() - 1), dosage, suffixe});
+    }
+    return Joint({Coupe(nomDosage, placeNom), suffixe});
+}
+
+std::string FamilleForme(std::string_view forme) {
+    const std::string f = Plie(forme);
+    const bool prolonge = Contient(f, "LIBERATION PROLONGEE") || Contient(f, "LIBERATION MODIFIEE");
+    const bool gastro = Contient(f, "GASTRO-RESISTANT");
+    if (Commence(f, "COMPRIME")) {
+        if (prolonge) return "CL";
+        if (gastro) return "CG";
+        if (Contient(f, "EFFERVESCENT")) return "CE";
+        if (Contient(f, "ORODISPERSIBLE")) return "CO";
+        if (Contient(f, "A CROQUER") || Contient(f, "A SUCER")) return "CS";
+        if (Contient(f, "DISPERSIBLE")) return "CD";
+        return "CP";
+    }
+    if (Commence(f, "GELULE")) return prolonge ? "GL" : gastro ? "GG" : "GE";
+    if (Commence(f, "CAPSULE")) return "KA";
+    if (prolonge) return "LP";
+    if (Contient(f, "INJECTABLE") || Contient(f, "PERFUSION")) return "IN";
+    if (Contient(f, "BUVABLE") || Commence(f, "SIROP")) return "SB";
+    if (Contient(f, "COLLYRE") || Contient(f, "OPHTALMIQUE")) return "OP";
+    if (Commence(f, "SUPPOSITOIRE")) return "SU";
+    if (Contient(f, "INHALATION")) return "IH";
+    if (Contient(f, "TRANSDERMIQUE")) return "PT";
+    if (Commence(f, "CREME") || Commence(f, "POMMADE") || Commence(f, "GEL") || Contient(f, "APPLICATION"))
+        return "PC";
+    if (Commence(f, "GRANUL")) return "GR";
+    if (Commence(f, "POUDRE")) return "PO";
+    return "XX";
+}
+
+}  // namespace vdx::import

@@ -1,0 +1,254 @@
+// Products and what describes them beside their composition: VDXPRO and
+// VDXPROA, laboratories, codes, rates, lists, routes, generic groups, the
+// identification of the form and the box. VDXVPRO and VDXLABP are filed by
+// the build from VDXPRO.
+#include <algorithm>
+
+#include "tools/vdx/import_base.h"
+#include "tools/vdx/import_codes.h"
+#include "tools/vdx/import_libelle.h"
+#include "tools/vdx/import_texte.h"
+
+namespace vdx::import {
+namespace {
+
+// Category of every product of the medicine database: a human medicine.
+constexpr char RubriqueMedicament[] = "10";
+// The character before the date of a stopped product.
+constexpr char MarqueSuppression[] = "A";
+// CodeStatut: a national authorisation, a European one.
+constexpr int StatutAMM = 1, StatutAMMEuropeenne = 3;
+
+// A generic group makes the generics and the reference product.
+int DrapeauxDuGroupe(int type) {
+    constexpr int Generique = 2, Referent = 4;
+    switch (type) {
+        case 0: return Referent;
+        case 1: case 2: case 4: return Generique;
+        default: return 0;
+    }
+}
+constexpr int DrapeauHospitalier = 8;
+
+bool Arretee(const Presentation& p) {
+    const std::string etat = Plie(p.etat), statut = Plie(p.statut);
+    return Contient(etat, "ARRET") || Contient(statut, "ABROGEE");
+}
+
+struct Contexte {
+    std::map<std::string, const Specialite*> specialites;
+    std::map<std::string, std::vector<std::string>> conditions;
+    std::map<std::string, int> drapeaux;
+    std::map<std::string, std::string> laboratoires;  // holder to code
+};
+
+Contexte Prepare(const Bdpm& bdpm) {
+    Contexte c;
+    std::set<std::string> titulaires;
+    for (const Specialite& s : bdpm.specialites) {
+        c.specialites.emplace(s.cis, &s);
+        if (!s.titulaires.empty()) titulaires.insert(s.titulaires.front());
+    }
+    c.laboratoires = CodesLaboratoires(titulaires);
+    for (const Condition& cond : bdpm.conditions) c.conditions[cond.cis].push_back(cond.texte);
+    for (const MembreGroupe& m : bdpm.groupes) c.drapeaux[m.cis] |= DrapeauxDuGroupe(m.type);
+    return c;
+}
+
+void EcritProduit(const Presentation& p, const Specialite& s, const Contexte& c, Sortie& sortie) {
+    const auto conditions = c.conditions.find(p.cis);
+    const Reglementation r = Reglemente(conditions == c.conditions.end() ? std::vector<std::string>{} : conditions->second);
+    const auto drapeaux = c.drapeaux.find(p.cis);
+    const int bits = (drapeaux == c.drapeaux.end() ? 0 : drapeaux->second) | (r.hospitalier ? DrapeauHospitalier : 0);
+    const std::string labo = s.titulaires.empty() ? "" : c.laboratoires.at(s.titulaires.front());
+    const auto taux = TauxRemboursement(p.taux);
+    const auto prix = Centimes(p.prix);
+    const auto date = DateChiffres(p.date);
+    sortie.Ajoute("VDXPRO", {{"CodeCIP", p.cip7},
+                             {"Libelle", LibelleProduit(s.denomination, s.forme, p.libelle)},
+                             {"CodeLaboratoire", labo},
+                             {"CodeTVA", TvaDe(taux.has_value()).code},
+                             {"DonneeEco2", Chiffres(prix.value_or(0), 7)},
+                             {"CodeTableau", r.codeTableau},
+                             {"CodeRubrique", RubriqueMedicament},
+                             {"CodeTSS", taux ? taux->code : ""},
+                             {"Laboratoire", labo},
+                             {"Drapeaux", std::to_string(bits)},
+                             {"Suppression", Arretee(p) ? MarqueSuppression + date.value_or("") : ""}});
+    std::vector<int> prescriptions(r.prescriptions.begin(), r.prescriptions.end());
+    prescriptions.resize(3, 0);
+    sortie.Ajoute("VDXPROA", {{"CodeCIP", p.cip7},
+                              {"GenCode", p.cip13},
+                              {"CodeStatut", std::to_string(Contient(Plie(s.procedure), "CENTRALISEE") ? StatutAMMEuropeenne
+                                                                                                      : StatutAMM)},
+                              {"Prescription1", std::to_string(prescriptions[0])},
+                              {"Prescription2", std::to_string(prescriptions[1])},
+                              {"Prescription3", std::to_string(prescriptions[2])}});
+    if (p.cip13.size() == 13) sortie.Ajoute("VDXCIP13", {{"CodeCIP", p.cip7}, {"CIP13", p.cip13}});
+    sortie.Ajoute("VDXYCSCP", {{"CodeCIS", p.cis}, {"CodeCIP", p.cip7}});
+    if (!labo.empty()) sortie.Ajoute("VDXLAB", {{"CodeLaboratoire", labo}, {"Libelle", s.titulaires.front()}});
+}
+
+void EcritCodes(Sortie& sortie) {
+    for (const Taux& t : TousLesTaux()) sortie.Ajoute("VDXTSS", {{"Code", t.code}, {"Taux", TexteNombre(t.taux)}});
+    for (const Taux& t : ToutesLesTva()) sortie.Ajoute("VDXTVA", {{"Code", t.code}, {"Taux", TexteNombre(t.taux)}});
+    for (const auto& [code, libelle] : Listes()) sortie.Ajoute("VDXTAB", {{"Code", code}, {"Libelle", libelle}});
+    for (const PrescriptionRestreinte& p : PrescriptionsRestreintes())
+        sortie.Ajoute("VDXPRESR", {{"Code", std::to_string(p.code)}, {"Libelle", p.libelle}, {"Detail", p.detail}});
+}
+
+// --- The base's identity ---------------------------------------------------
+
+const char* const Mois[] = {"janvier", "février", "mars",      "avril",   "mai",      "juin",
+                            "juillet", "août",    "septembre", "octobre", "novembre", "décembre"};
+
+// The latest date of the presentations, AAAAMMJJ, as the date of the extract.
+std::string DateExtrait(const Bdpm& bdpm) {
+    std::string plusTard;
+    for (const Presentation& p : bdpm.presentations)
+        if (const auto d = DateChiffres(p.date)) plusTard = std::max(plusTard, d->substr(4, 4) + d->substr(2, 2) + d->substr(0, 2));
+    return plusTard;
+}
+
+void EcritIdentite(const Bdpm& bdpm, Sortie& sortie) {
+    const std::string date = DateExtrait(bdpm);
+    std::string libelle = "Source : Base de données publique des médicaments";
+    std::string jour;
+    if (date.size() == 8) {
+        const int mois = std::stoi(date.substr(4, 2));
+        if (mois >= 1 && mois <= 12) libelle += std::string(", ") + Mois[mois - 1] + " " + date.substr(0, 4);
+        jour = date.substr(6, 2) + "/" + date.substr(4, 2) + "/" + date.substr(0, 4);
+    }
+    sortie.Ajoute("VDXDAT", {{"Numero", "0"}, {"Texte", Texte(libelle)}});
+    sortie.Ajoute("VDXDAT", {{"Numero", "1"}, {"Texte", jour}});
+    sortie.Ajoute("VDXDAT", {{"Numero", "2"}, {"Texte", "EUR"}});
+}
+
+// --- Routes ----------------------------------------------------------------
+
+// Route codes by folded name, those the table lacks numbered after it.
+std::map<std::string, std::string> CodesVoies(const Bdpm& bdpm) {
+    std::set<std::string> inconnues;
+    std::map<std::string, std::string> codes;
+    for (const Specialite& s : bdpm.specialites)
+        for (const std::string& v : s.voies) {
+            const std::string plie = Plie(v);
+            if (auto code = CodeVoie(plie))
+                codes[plie] = *code;
+            else
+                inconnues.insert(plie);
+        }
+    int rang = 0;
+    for (const std::string& v : inconnues) codes[v] = "C" + Chiffres(++rang, 2);
+    return codes;
+}
+
+void EcritVoies(const Bdpm& bdpm, const Selection& selection, Sortie& sortie) {
+    const std::map<std::string, std::string> codes = CodesVoies(bdpm);
+    std::map<std::string, std::string> libelles;  // by code, the first spelling in name order
+    std::map<std::string, std::vector<std::string>> parSpecialite;
+    for (const Specialite& s : bdpm.specialites) {
+        if (!selection.specialites.count(s.cis)) continue;
+        for (const std::string& v : s.voies) {
+            const std::string& code = codes.at(Plie(v));
+            parSpecialite[s.cis].push_back(code);
+            auto& l = libelles[code];
+            if (l.empty() || v < l) l = v;
+        }
+    }
+    for (const auto& [code, libelle] : GroupesVoies()) libelles[code] = libelle;
+    for (const auto& [code, libelle] : libelles) sortie.Ajoute("VDXIDVOI", {{"CodeVoie", code}, {"Libelle", libelle}});
+    for (const Presentation& p : bdpm.presentations) {
+        const auto voies = parSpecialite.find(p.cis);
+        if (voies == parSpecialite.end()) continue;
+        for (const std::string& code : voies->second) sortie.Ajoute("VDXIDPVO", {{"CodeCIP", p.cip7}, {"CodeVoie", code}});
+    }
+}
+
+// --- Generic groups ---------------------------------------------------------
+
+std::string CodeGroupe(int groupe) { return "G" + std::to_string(groupe); }
+
+void EcritGroupes(const Bdpm& bdpm, const Selection& selection, Sortie& sortie) {
+    std::map<std::string, std::vector<std::string>> presentations;
+    for (const Presentation& p : bdpm.presentations) presentations[p.cis].push_back(p.cip7);
+    for (const MembreGroupe& m : bdpm.groupes) {
+        if (!selection.specialites.count(m.cis)) continue;
+        sortie.Ajoute("VDXCLA", {{"CodeClasse", CodeGroupe(m.groupe)}, {"Libelle", m.libelle}, {"LibelleCle", Plie(m.libelle)}});
+        for (const std::string& cip : presentations[m.cis])
+            sortie.Ajoute("VDXCLAP", {{"CodeClasse", CodeGroupe(m.groupe)}, {"CodeCIP", cip}});
+    }
+}
+
+// --- Identification ----------------------------------------------------------
+
+// Form codes: the family, then the rank of the form within it in the order
+// of the folded forms.
+std::map<std::string, std::string> CodesFormes(const Bdpm& bdpm) {
+    static constexpr char Rangs[] = "0123456789ABCDEFGHIJKLMNOPQRSTUVWXYZ";
+    std::set<std::string> formes;
+    for (const Specialite& s : bdpm.specialites) formes.insert(Plie(s.forme));
+    std::map<std::string, int> parFamille;
+    std::map<std::string, std::string> codes;
+    for (const std::string& f : formes) {
+        const int rang = parFamille[FamilleForme(f)]++;
+        codes[f] = FamilleForme(f) + Rangs[rang / 36 % 36] + Rangs[rang % 36];
+    }
+    return codes;
+}
+
+// The name and the dosage of a denomination: the dosage begins at the first
+// word that begins with a digit.
+std::pair<std::string, std::string> NomEtDosage(std::string_view denomination) {
+    const std::string nom = Nettoie(denomination.substr(0, denomination.find(", ")));
+    size_t debut = 0;
+    for (size_t i = 0; i < nom.size(); ++i)
+        if (std::isdigit(static_cast<unsigned char>(nom[i])) && (i == 0 || nom[i - 1] == ' ')) {
+            debut = i;
+            break;
+        }
+    if (debut == 0) return {nom, ""};
+    return {Nettoie(nom.substr(0, debut)), nom.substr(debut)};
+}
+
+void EcritIdentification(const Bdpm& bdpm, const Selection& selection, const Contexte& c, Sortie& sortie) {
+    const std::map<std::string, std::string> formes = CodesFormes(bdpm);
+    std::set<std::string> formesEcrites;
+    for (const Presentation& p : bdpm.presentations) {
+        const auto s = c.specialites.find(p.cis);
+        if (!selection.specialites.count(p.cis) || s == c.specialites.end()) continue;
+        const auto [nom, dosage] = NomEtDosage(s->second->denomination);
+        const std::string& forme = formes.at(Plie(s->second->forme));
+        const std::string boite = Boite(p.libelle);
+        const auto nombre = Commence(boite, "B/") ? Nombre(boite.substr(2)) : std::nullopt;
+        sortie.Ajoute("VDXIDPRO", {{"CodeCIP", p.cip7},
+                                   {"Denomination", nom},
+                                   {"Dosage", dosage},
+                                   {"CodeForme", forme},
+                                   {"QuantitePresentation", TexteNombre(nombre.value_or(0))}});
+        sortie.Ajoute("VDXIDFOP", {{"CodeForme", forme}, {"CodeCIP", p.cip7}});
+        if (formesEcrites.insert(forme).second)
+            sortie.Ajoute("VDXIDFOR", {{"CodeForme", forme}, {"Libelle", s->second->forme}, {"LibelleCle", Plie(s->second->forme)}});
+    }
+}
+
+}  // namespace
+
+void EcritProduits(const Bdpm& bdpm, const Selection& selection, Sortie& sortie, Journal& journal) {
+    const Contexte c = Prepare(bdpm);
+    for (const Presentation& p : bdpm.presentations) {
+        const auto s = c.specialites.find(p.cis);
+        if (s == c.specialites.end()) {
+            journal.Rejette("CIS_CIP_bdpm.txt", p.ligne, "presentation of a CIS that CIS_bdpm.txt lacks");
+            continue;
+        }
+        if (selection.specialites.count(p.cis)) EcritProduit(p, *s->second, c, sortie);
+    }
+    EcritCodes(sortie);
+    EcritIdentite(bdpm, sortie);
+    EcritVoies(bdpm, selection, sortie);
+    EcritGroupes(bdpm, selection, sortie);
+    EcritIdentification(bdpm, selection, c, sortie);
+}
+
+}  // namespace vdx::import
