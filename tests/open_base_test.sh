@@ -5,13 +5,7 @@
 set -u
 vdx=$1
 donnees=$2
-work=$(mktemp -d)
-trap 'rm -rf "$work"' EXIT
-echecs=0
-verifie() {  # description, command...
-  local quoi=$1; shift
-  if ! "$@"; then echo "FAILED: $quoi" >&2; echecs=$((echecs + 1)); fi
-}
+source "$(dirname "$0")/verifie.sh"
 premier() { "$vdx" search "$work/base" "$1" 1 | cut -c1-7; }
 niveaux() {  # the distinct levels of the interactions of a prescription
   "$vdx" call --base "$work/base" Interactions2_Vdx "$1" "" "" 0 0 0 0 "" | tail -n +2 | cut -f8 | sort -u | tr '\n' ' '

@@ -5,13 +5,7 @@
 set -u
 vdx=$1
 sources=$2
-work=$(mktemp -d)
-trap 'rm -rf "$work"' EXIT
-echecs=0
-verifie() {  # description, command...
-  local quoi=$1; shift
-  if ! "$@"; then echo "FAILED: $quoi" >&2; echecs=$((echecs + 1)); fi
-}
+source "$(dirname "$0")/verifie.sh"
 code() { "$@" >/dev/null 2>&1; echo $?; }
 
 verifie "build" "$vdx" build "$sources" "$work/base"

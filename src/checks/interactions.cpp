@@ -9,6 +9,7 @@
 
 #include "checks/contreindications.h"
 #include "checks/tri.h"
+#include "products/composition.h"
 #include "products/fiches.h"
 #include "products/produits.h"
 #include "session/cadre.h"
@@ -72,15 +73,6 @@ int32_t Entier(std::string_view texte) {
     int32_t n = 0;
     std::from_chars(texte.data(), texte.data() + texte.size(), n);
     return n;
-}
-
-// A label by integer code in a table keyed by it, or "Code N introuvable".
-std::string LibelleDeCode(const Table& table, const ChampTexte& libelle, int32_t code) {
-    Curseur c(table);
-    const auto p = c.Egale(CleEntiers({code}));
-    if (!p) return messages::CodeIntrouvable(std::to_string(code));
-    const std::string fiche = FicheA(table, *p);
-    return std::string(Fiche(fiche).Texte(libelle));
 }
 
 void Remplace(std::string& texte, std::string_view marque, std::string_view par) {
@@ -262,12 +254,9 @@ std::string TexteDuCote(const Cote& cote) {
     return texte;
 }
 
+// A label by integer code, or the code followed by " : Type Inconnu".
 std::string LibelleOuInconnu(const Table& table, const ChampTexte& champ, int32_t code) {
-    Curseur c(table);
-    const auto p = c.Egale(CleEntiers({code}));
-    if (!p) return std::to_string(code) + messages::TypeInconnu;
-    const std::string fiche = FicheA(table, *p);
-    return std::string(Fiche(fiche).Texte(champ));
+    return LibelleParCode(table, champ, code).value_or(std::to_string(code) + messages::TypeInconnu);
 }
 
 // A severity: its label (or "N : Type Inconnu") and its level (0 then).
@@ -404,9 +393,9 @@ private:
         } else {
             r.CIP2 = SansSecondProduit;
             r.Voie2 = LibelleVoie(f.Texte(VDXZICOU::VoiesB));
-            r.Classe2 = LibelleDeCode(TableClasses(), VDXZICLA::Libelle, f.Entier(VDXZICOU::ClasseB));
+            r.Classe2 = LibelleOuIntrouvable(TableClasses(), VDXZICLA::Libelle, f.Entier(VDXZICOU::ClasseB));
             if (c.genre == SubstanceExterieure) {
-                r.Libelle2 = LibelleDeCode(TableSubstances(), VDXVPA::Libelle, Entier(f.Texte(VDXZICOU::SubstancesB)));
+                r.Libelle2 = LibelleOuIntrouvable(TableSubstances(), VDXVPA::Libelle, Entier(f.Texte(VDXZICOU::SubstancesB)));
             } else {
                 r.CIP2 = second.ligne->CodeCIP;
                 r.Libelle2 = second.ligne->Libelle;
@@ -544,7 +533,7 @@ std::vector<FicheInteraction2> InteractionsDuProduit(const std::string& codeCIP)
             r.CodeType = f.Entier(VDXZICOU::CodeType);
             r.TexteType = LibelleOuInconnu(TableTypes(), VDXZITYP::TexteType, r.CodeType);
             Remplace(r.TexteType, "$1", TexteDuCote({&ligne, &ci}));
-            Remplace(r.TexteType, "$2", LibelleDeCode(TableClasses(), VDXZICLA::Libelle, f.Entier(VDXZICOU::ClasseB)));
+            Remplace(r.TexteType, "$2", LibelleOuIntrouvable(TableClasses(), VDXZICLA::Libelle, f.Entier(VDXZICOU::ClasseB)));
             const std::vector<std::string_view> voies = Entrees(f.Texte(VDXZICOU::VoiesB));
             if (!voies.empty()) r.TexteType += " (" + LibelleVoie(voies.front()) + ")";
             Gravite g = LitGravite(gravite);
