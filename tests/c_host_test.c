@@ -78,28 +78,33 @@ static void en_memoire(const char* base) {
 }
 
 /* A contra-indication check from arrays a C host makes: a woman 30 weeks
- * pregnant given a pseudoephedrine product, without pathology. */
+ * pregnant given an ibuprofen and pseudoephedrine product, without
+ * pathology. */
 static void contre_indications(const char* base) {
     SAFEARRAY* codes = SafeArrayCreateVector(VT_BSTR, 0, 0);
     SAFEARRAY* types = SafeArrayCreateVector(VT_I4, 0, 0);
     SAFEARRAY* valeurs = SafeArrayCreateVector(VT_I4, 0, 0);
     SAFEARRAY* produits = SafeArrayCreateVector(VT_BSTR, 0, 1);
     SAFEARRAY* alertes = tableau_de_fiches(sizeof(VdxAlerteCI));
-    BSTR code = SysAllocStringByteLen("3412559", 7);
+    BSTR code = SysAllocStringByteLen("3436258", 7);
     LONG indice = 0;
     VdxAlerteCI* fiches = NULL;
+    int32_t n, i;
     VERIFIE(SafeArrayPutElement(produits, &indice, code) == S_OK);
     VERIFIE(Connection_Vdx(base, 0, 0) == 1);
-    VERIFIE(ContreIndicationsProfil2_Vdx(&codes, &types, &valeurs, &produits, &alertes, 360, 60, 30, 0, "F") == 1);
+    n = ContreIndicationsProfil2_Vdx(&codes, &types, &valeurs, &produits, &alertes, 360, 60, 30, 0, "F");
+    VERIFIE(n == 2);
     VERIFIE(SafeArrayAccessData(alertes, (void**)&fiches) == S_OK);
     VERIFIE(fiches[0].NiveauAlerte == 9 && fiches[0].ValeurPatient == -1);
     VERIFIE(memcmp((const char*)fiches[0].CodeTerme, "0000000202", 10) == 0);
     VERIFIE(SysStringByteLen(fiches[0].CodePatient) == 0);
-    SysFreeString(fiches[0].CodeProduit);
-    SysFreeString(fiches[0].LibelleProduit);
-    SysFreeString(fiches[0].CodeTerme);
-    SysFreeString(fiches[0].LibelleTerme);
-    SysFreeString(fiches[0].CodePatient);
+    for (i = 0; i < n; ++i) {
+        SysFreeString(fiches[i].CodeProduit);
+        SysFreeString(fiches[i].LibelleProduit);
+        SysFreeString(fiches[i].CodeTerme);
+        SysFreeString(fiches[i].LibelleTerme);
+        SysFreeString(fiches[i].CodePatient);
+    }
     SafeArrayUnaccessData(alertes);
     VERIFIE(ContreIndicationsProfil2_Vdx(&codes, &types, &valeurs, &produits, NULL, 360, 60, 30, 0, "F") == -60);
     SafeArrayDestroy(alertes);

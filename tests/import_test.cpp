@@ -160,7 +160,7 @@ public:
     }
     RapportImport Importe(std::vector<std::string> substances = {}, const std::string& sortie = "sources") {
         OptionsImport o{dossier_.chemin() / "bdpm", dossier_.chemin() / "interactions-2016-08", dossier_.chemin() / sortie,
-                        std::move(substances)};
+                        Filtre{std::move(substances)}};
         return import::Importe(o);
     }
     std::vector<Ligne> Table(const std::string& table, const std::string& sortie = "sources") const {

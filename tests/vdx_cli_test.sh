@@ -32,27 +32,37 @@ sortie=$("$vdx" call --base "$work/base" ListeALD_Vdx)
 verifie "list call" test "$(echo "$sortie" | head -2)" = "$(printf '30\n1\tAccident vasculaire cérébral invalidant')"
 sortie=$("$vdx" call --base "$work/base" Monnaie_Vdx)
 verifie "text call" test "$sortie" = "$(printf '1\nEUR')"
-# A pregnant woman at 30 weeks: the pregnancy contra-indication of a
-# pseudoephedrine product, by the condition of her profile (level 9).
-sortie=$("$vdx" call --base "$work/base" ContreIndicationsProfil2_Vdx "" "" "" 3412559 360 60 30 0 F)
-verifie "contra-indication of a pregnancy" test "$(echo "$sortie" | grep -c $'^9\t-1\t3412559\t.*\tGrossesse\t$')" = 1
+# A pregnant woman at 30 weeks: the pregnancy contra-indications of an
+# ibuprofen and pseudoephedrine product, by the conditions of her profile
+# (level 9): pregnancy, and the sixth month for a NSAID.
+sortie=$("$vdx" call --base "$work/base" ContreIndicationsProfil2_Vdx "" "" "" 3436258 360 60 30 0 F)
+verifie "contra-indication of a pregnancy" test "$(echo "$sortie" | grep -c $'^9\t-1\t3436258\t.*\tGrossesse')" = 2
+sortie=$("$vdx" call --base "$work/base" ContreIndicationsProfil2_Vdx "" "" "" 3436258 360 60 20 0 F)
+verifie "a NSAID before the sixth month" test "$(echo "$sortie" | grep -c $'^9\t-1\t3436258\t')" = 1
 sortie=$("$vdx" call --base "$work/base" ContreIndicationsProfil2_Vdx K72 3 7 3595583 360 60 0 0 M)
 verifie "contra-indication of a CIM10 code" test "$(echo "$sortie" | head -2 | tail -1 | cut -f1,2,5,7)" = "$(printf '0\t7\t0000000201\tK72.9')"
-# The prescriber's commands: a pregnant woman's prescription, a product, a search.
-sortie=$("$vdx" check --base "$work/base" 3412559 2756239 --age-years 30 --sex F --pregnancy 30)
-verifie "check lists the prescription" grep -q "3412559  DOLIRHUME" <<<"$sortie"
-verifie "check tells the pregnancy" grep -q "contra-indication DOLIRHUME 500MG/30MG CPR: Grossesse  (level 9)" <<<"$sortie"
-sortie=$("$vdx" check --base "$work/base" 3412559 --sex F --pregnancy 30 --json)
-verifie "check as JSON" grep -q '^{"prescription":\[{"code":"3412559".*"termLabel":"Grossesse".*}]}$' <<<"$sortie"
-sortie=$("$vdx" call --base "$work/base" Interactions2_Vdx "3499000@2756239" "" "" 0 0 0 0 "")
+# The prescriber's commands on real products: warfarin and ibuprofen for a
+# woman 30 weeks pregnant, a product, a search.
+sortie=$("$vdx" check --base "$work/base" 3026454 3368195 --age-years 30 --sex F --pregnancy 30)
+verifie "check lists the prescription" grep -q "3026454  COUMADINE 2MG CPR SEC B/20" <<<"$sortie"
+verifie "check finds warfarin with ibuprofen" grep -A1 -q "Association déconseillée (3)" <<<"$sortie"
+verifie "check tells the couple" grep -q "COUMADINE 2MG CPR SEC B/20  +  IBUPROFENE EG 400MG CPR PELL B/30" <<<"$sortie"
+verifie "check tells the pregnancy" grep -q "contra-indication IBUPROFENE EG 400MG CPR PELL B/30: Grossesse à partir du début du 6e mois (24 SA)  (level 9)" <<<"$sortie"
+sortie=$("$vdx" check --base "$work/base" 3436258 --sex F --pregnancy 30 --json)
+verifie "check as JSON" grep -q '^{"prescription":\[{"code":"3436258".*"termLabel":"Grossesse".*}]}$' <<<"$sortie"
+for ordre in "3026454@3368195" "3368195@3026454"; do
+    sortie=$("$vdx" call --base "$work/base" Interactions2_Vdx "$ordre" "" "" 0 0 0 0 "")
+    verifie "warfarin with ibuprofen ($ordre)" test "$(echo "$sortie" | tail -n +2 | cut -f1,2,8)" = "$(printf '3026454\t3368195\t3')"
+done
+sortie=$("$vdx" call --base "$work/base" Interactions2_Vdx "3405370@2756239@3026454" "" "" 0 0 0 0 "")
 verifie "interactions of several levels" test "$(echo "$sortie" | tail -n +2 | cut -f8 | sort -u | tr '\n' ' ')" = "1 2 3 "
-verifie "interactions by severity" grep -q "Association déconseillée (3)" <<<"$("$vdx" check --base "$work/base" 3499000 2756239)"
 verifie "check without product" test "$(code "$vdx" check --base "$work/base")" = 2
-verifie "check with a bad pathology" test "$(code "$vdx" check --base "$work/base" 3412559 --pathology x:1)" = 2
-verifie "check on no base" test "$(code "$vdx" check --base "$work/nulle-part" 3412559)" = 1
-verifie "product" grep -q "PHOSPHATE DE CODÉINE" <<<"$("$vdx" product "$work/base" 2756239)"
+verifie "check with a bad pathology" test "$(code "$vdx" check --base "$work/base" 3436258 --pathology x:1)" = 2
+verifie "check on no base" test "$(code "$vdx" check --base "$work/nulle-part" 3436258)" = 1
+verifie "product" grep -q "CODÉINE (PHOSPHATE DE) HÉMIHYDRATÉ  30 mg" <<<"$("$vdx" product "$work/base" 2756239)"
+verifie "deleted product marked" grep -q "deleted on 02/03/2015" <<<"$("$vdx" product "$work/base" 2192297)"
 verifie "unknown product" test "$(code "$vdx" product "$work/base" 9999999)" = 1
-verifie "search" test "$("$vdx" search "$work/base" DOLIR | cut -c1-7)" = 3412559
+verifie "search" test "$("$vdx" search "$work/base" "COUMADINE 5" | cut -c1-7)" = 3569309
 verifie "missing base" test "$(code "$vdx" call --base "$work/nulle-part" ListeALD_Vdx)" = 1
 
 [ "$echecs" -eq 0 ] && echo "vdx: all checks passed"

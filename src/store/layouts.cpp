@@ -86,7 +86,6 @@ Disposition CodeLibelle(const char* table) {
 
 Disposition Classe(const char* table) {
     using namespace FormeClasse;
-    constexpr uint16_t LongueurCleLibelle = 26;  // what the step search of classes pads to
     return Fixe(table, Longueur, {CodeClasse, Libelle, LibelleCle},
                 CodeEtLibelle(table, Sur({P(CodeClasse)}),
                               Sur({P(LibelleCle, LongueurCleLibelle, Forme::Majuscules)})));

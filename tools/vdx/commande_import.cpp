@@ -1,4 +1,5 @@
 // vdx import: the command line of the import of the public data.
+#include <charconv>
 #include <fstream>
 #include <iostream>
 
@@ -15,8 +16,8 @@ namespace {
 namespace fs = std::filesystem;
 
 constexpr char AideImport[] =
-    "usage: vdx import [--only NAME,NAME... | --filter FILE] [--unmatched]\n"
-    "                  BDPM_DIR THESAURUS_DIR SOURCES\n"
+    "usage: vdx import [--only NAME,NAME... | --filter FILE] [--per-substance N]\n"
+    "                  [--unmatched] BDPM_DIR THESAURUS_DIR SOURCES\n"
     "\n"
     "Writes into SOURCES the sources of a base (for vdx build) from the public\n"
     "medicine database in BDPM_DIR (CIS_bdpm.txt, CIS_CIP_bdpm.txt,\n"
@@ -26,6 +27,8 @@ constexpr char AideImport[] =
     "and told with their reason. --only keeps the presentations whose\n"
     "composition holds one of the substances named, and the interaction data\n"
     "that touch them; --filter reads those names from FILE, one a line.\n"
+    "--per-substance keeps at most N specialities of each substance named:\n"
+    "the reimbursed first, then those of fewer substances, then by CIS code.\n"
     "Prints the records written by table, the lines left out and the share of\n"
     "the thesaurus substances found in the medicine database; --unmatched\n"
     "lists the thesaurus substances that match none.\n";
@@ -80,8 +83,13 @@ int Import(std::vector<std::string> args) {
                 if (i + 1 == args.size()) return Usage();
                 const std::vector<std::string> noms =
                     args[i] == "--only" ? import::Decoupe(import::VersCp1252(args[i + 1]), ',') : NomsDuFichier(args[i + 1]);
-                options.substances.insert(options.substances.end(), noms.begin(), noms.end());
+                options.filtre.substances.insert(options.filtre.substances.end(), noms.begin(), noms.end());
                 ++i;
+            } else if (args[i] == "--per-substance") {
+                if (i + 1 == args.size()) return Usage();
+                const std::string& n = args[++i];
+                const auto [fin, erreur] = std::from_chars(n.data(), n.data() + n.size(), options.filtre.parSubstance);
+                if (erreur != std::errc() || fin != n.data() + n.size() || options.filtre.parSubstance == 0) return Usage();
             } else if (args[i] == "--unmatched") {
                 sansSubstance = true;
             } else if (!args[i].empty() && args[i][0] == '-') {

@@ -21,7 +21,7 @@ RapportImport Importe(const OptionsImport& options) {
     const Thesaurus thesaurus = LitThesaurus(options.thesaurus, journal);
 
     const Substances substances = NumeroteSubstances(bdpm.composants);
-    const Selection selection = Selectionne(bdpm, substances, options.substances, rapport.filtreSansSubstance);
+    const Selection selection = Selectionne(bdpm, substances, options.filtre, rapport.filtreSansSubstance);
     Sortie sortie;
     EcritProduits(bdpm, selection, sortie, journal);
     EcritComposition(bdpm, substances, selection, sortie);

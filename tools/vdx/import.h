@@ -11,14 +11,21 @@
 
 namespace vdx::import {
 
+// What a subset keeps: the presentations whose composition holds one of
+// `substances` (by name, salts and accents aside), and the interaction data
+// that touch them; everything when empty. With `parSubstance`, only that
+// many specialities of each substance: those reimbursed first, then those
+// of fewer active substances, then by CIS.
+struct Filtre {
+    std::vector<std::string> substances;
+    size_t parSubstance = 0;
+};
+
 struct OptionsImport {
     std::filesystem::path bdpm;
     std::filesystem::path thesaurus;
     std::filesystem::path sources;
-    // When not empty, only the presentations whose composition holds one of
-    // these substances (by name, salts and accents aside), and the
-    // interaction data that touch them.
-    std::vector<std::string> substances;
+    Filtre filtre;
 };
 
 struct RapportImport {

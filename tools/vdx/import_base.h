@@ -35,7 +35,7 @@ struct Selection {
     std::set<std::string> specialites;
     std::set<int> substances;
 };
-Selection Selectionne(const Bdpm& bdpm, const Substances& substances, const std::vector<std::string>& noms,
+Selection Selectionne(const Bdpm& bdpm, const Substances& substances, const Filtre& filtre,
                       std::vector<std::string>& sansSubstance);
 
 void EcritProduits(const Bdpm& bdpm, const Selection& selection, Sortie& sortie, Journal& journal);

@@ -3,6 +3,7 @@
 // (VDXWSYNC, VDXWPEFI).
 #include <algorithm>
 #include <optional>
+#include <tuple>
 
 #include "tools/vdx/import_base.h"
 #include "tools/vdx/import_texte.h"
@@ -122,20 +123,46 @@ Substances NumeroteSubstances(const std::vector<Composant>& composants) {
     return s;
 }
 
-Selection Selectionne(const Bdpm& bdpm, const Substances& substances, const std::vector<std::string>& noms,
+namespace {
+
+// The order in which the limit of a filter keeps the specialities of a
+// substance: those with a reimbursed presentation first, then those of
+// fewer active substances, then by CIS.
+std::vector<std::string> SpecialitesParInteret(const Bdpm& bdpm, const std::set<std::string>& specialites,
+                                               const std::map<std::string, std::vector<const Composant*>>& compositions) {
+    std::set<std::string> remboursees;
+    for (const Presentation& p : bdpm.presentations)
+        if (!p.taux.empty()) remboursees.insert(p.cis);
+    std::vector<std::tuple<bool, size_t, std::string>> rangs;
+    for (const std::string& cis : specialites) {
+        const auto c = compositions.find(cis);
+        rangs.emplace_back(!remboursees.count(cis), c == compositions.end() ? 0 : ComposantsExprimes(c->second).size(), cis);
+    }
+    std::sort(rangs.begin(), rangs.end());
+    std::vector<std::string> ordre;
+    for (const auto& rang : rangs) ordre.push_back(std::get<2>(rang));
+    return ordre;
+}
+
+}  // namespace
+
+Selection Selectionne(const Bdpm& bdpm, const Substances& substances, const Filtre& filtre,
                       std::vector<std::string>& sansSubstance) {
     Selection selection;
-    std::set<int> cherchees;
-    for (const std::string& nom : noms) {
+    const auto compositions = ParSpecialite(bdpm.composants);
+    if (filtre.substances.empty())
+        for (const Specialite& s : bdpm.specialites) selection.specialites.insert(s.cis);
+    for (const std::string& nom : filtre.substances) {
         const std::set<int> codes = substances.index.Cherche(nom);
         if (codes.empty()) sansSubstance.push_back(nom);
-        cherchees.insert(codes.begin(), codes.end());
+        std::set<std::string> contenant;
+        for (const auto& [cis, liste] : compositions)
+            for (const Composant* c : liste)
+                if (codes.count(substances.numeros.at(c->code))) contenant.insert(cis);
+        std::vector<std::string> gardees = SpecialitesParInteret(bdpm, contenant, compositions);
+        if (filtre.parSubstance && gardees.size() > filtre.parSubstance) gardees.resize(filtre.parSubstance);
+        selection.specialites.insert(gardees.begin(), gardees.end());
     }
-    for (const auto& [cis, liste] : ParSpecialite(bdpm.composants))
-        for (const Composant* c : liste)
-            if (noms.empty() || cherchees.count(substances.numeros.at(c->code))) selection.specialites.insert(cis);
-    if (noms.empty())
-        for (const Specialite& s : bdpm.specialites) selection.specialites.insert(s.cis);
     for (const Composant& c : bdpm.composants)
         if (selection.specialites.count(c.cis)) selection.substances.insert(substances.numeros.at(c.code));
     return selection;

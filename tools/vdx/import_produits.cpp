@@ -4,6 +4,8 @@
 // the build from VDXPRO.
 #include <algorithm>
 
+#include "session/session.h"
+#include "store/layouts/produits.h"
 #include "tools/vdx/import_base.h"
 #include "tools/vdx/import_codes.h"
 #include "tools/vdx/import_libelle.h"
@@ -119,9 +121,14 @@ void EcritIdentite(const Bdpm& bdpm, Sortie& sortie) {
         if (mois >= 1 && mois <= 12) libelle += std::string(", ") + Mois[mois - 1] + " " + date.substr(0, 4);
         jour = date.substr(6, 2) + "/" + date.substr(4, 2) + "/" + date.substr(0, 4);
     }
-    sortie.Ajoute("VDXDAT", {{"Numero", "0"}, {"Texte", Texte(libelle)}});
-    sortie.Ajoute("VDXDAT", {{"Numero", "1"}, {"Texte", jour}});
-    sortie.Ajoute("VDXDAT", {{"Numero", "2"}, {"Texte", "EUR"}});
+    const auto identite = [&sortie](int32_t numero, const std::string& texte) {
+        sortie.Ajoute("VDXDAT", {{"Numero", std::to_string(numero)}, {"Texte", texte}});
+    };
+    identite(VDXDAT::Version, Texte(libelle));
+    identite(VDXDAT::Date, jour);
+    identite(VDXDAT::Monnaie, "EUR");
+    // The sources are laid out for this library's version of the files.
+    identite(VDXDAT::VersionFichiers, VersionLibrairie);
 }
 
 // --- Routes ----------------------------------------------------------------
@@ -169,15 +176,35 @@ void EcritVoies(const Bdpm& bdpm, const Selection& selection, Sortie& sortie) {
 
 std::string CodeGroupe(int groupe) { return "G" + std::to_string(groupe); }
 
+// The label key of a class keeps LongueurCleLibelle folded characters and
+// has no duplicates: a key already taken gets its last character raised,
+// or a point behind a shorter one, as product labels are made unique.
+std::string CleClasseUnique(std::string cle, std::set<std::string>& prises) {
+    for (;;) {
+        const std::string prise = cle.substr(0, VDXCLA::LongueurCleLibelle);
+        if (prises.insert(prise).second) return cle;
+        if (prise.size() == VDXCLA::LongueurCleLibelle)
+            cle[VDXCLA::LongueurCleLibelle - 1] = static_cast<char>(cle[VDXCLA::LongueurCleLibelle - 1] + 1);
+        else
+            cle.insert(prise.size(), ".");
+    }
+}
+
 void EcritGroupes(const Bdpm& bdpm, const Selection& selection, Sortie& sortie) {
     std::map<std::string, std::vector<std::string>> presentations;
     for (const Presentation& p : bdpm.presentations) presentations[p.cis].push_back(p.cip7);
+    std::map<int, std::string> libelles;
     for (const MembreGroupe& m : bdpm.groupes) {
         if (!selection.specialites.count(m.cis)) continue;
-        sortie.Ajoute("VDXCLA", {{"CodeClasse", CodeGroupe(m.groupe)}, {"Libelle", m.libelle}, {"LibelleCle", Plie(m.libelle)}});
+        libelles.emplace(m.groupe, m.libelle);
         for (const std::string& cip : presentations[m.cis])
             sortie.Ajoute("VDXCLAP", {{"CodeClasse", CodeGroupe(m.groupe)}, {"CodeCIP", cip}});
     }
+    std::set<std::string> cles;
+    for (const auto& [groupe, libelle] : libelles)
+        sortie.Ajoute("VDXCLA", {{"CodeClasse", CodeGroupe(groupe)},
+                                 {"Libelle", libelle},
+                                 {"LibelleCle", CleClasseUnique(Plie(libelle), cles)}});
 }
 
 // --- Identification ----------------------------------------------------------

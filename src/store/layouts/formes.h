@@ -37,6 +37,7 @@ inline constexpr uint32_t Longueur = 172;
 VDX_TEXTE(CodeClasse, 0, 8);
 VDX_TEXTE(Libelle, 8, 81);
 VDX_TEXTE(LibelleCle, 89, 83);  // folded label; ends with "*" for a class that is no equivalence class
+inline constexpr uint16_t LongueurCleLibelle = 26;  // of the label key, what the step search of classes pads to
 }  // namespace FormeClasse
 
 // Products of a class, rows "|CLAP|" and "|ATCP|". The class code is padded

@@ -1,0 +1,45 @@
+#!/usr/bin/env bash
+# Regenerates data/sample from the public data: the import of the products,
+# composition, routes, groups and interactions of a few specialities of each
+# substance of data/sample-filter.txt, then the hand-written tables of
+# data/sample-hand (contra-indication terms, pregnancy rows, excipients,
+# concepts) added to them. The same data give byte-identical sources.
+#   scripts/make-sample.sh VDX PUBLIC_DATA [OUT]
+# VDX is the vdx program, PUBLIC_DATA the directory holding bdpm-2017-03 and
+# interactions-2016-08; OUT defaults to data/sample.
+set -euo pipefail
+if [ $# -lt 2 ] || [ $# -gt 3 ]; then
+    echo "usage: $0 VDX PUBLIC_DATA [OUT]" >&2
+    exit 2
+fi
+vdx=$1
+donnees=$2
+projet=$(cd "$(dirname "$0")/.." && pwd)
+sortie=${3:-$projet/data/sample}
+specialites_par_substance=6
+
+travail=$(mktemp -d)
+trap 'rm -rf "$travail"' EXIT
+"$vdx" import --filter "$projet/data/sample-filter.txt" --per-substance "$specialites_par_substance" \
+    "$donnees/bdpm-2017-03" "$donnees/interactions-2016-08" "$travail/sources" >"$travail/resume"
+
+for fichier in "$projet"/data/sample-hand/*.tsv; do
+    table=$(basename "$fichier")
+    cible="$travail/sources/$table"
+    if [ -e "$cible" ]; then
+        if [ "$(head -n 1 "$cible")" != "$(head -n 1 "$fichier")" ]; then
+            echo "$table: the hand-written columns differ from the imported ones" >&2
+            exit 1
+        fi
+        tail -n +2 "$fichier" >>"$cible"
+    else
+        cp "$fichier" "$cible"
+    fi
+done
+cp "$projet/data/sample-hand/ATTRIBUTION.md" "$travail/sources/"
+
+rm -rf "$sortie.new"
+mv "$travail/sources" "$sortie.new"
+rm -rf "$sortie"
+mv "$sortie.new" "$sortie"
+grep -P '^\s+VDXPRO\t' "$travail/resume" | sed 's/^ */products: /'
