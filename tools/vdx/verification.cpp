@@ -35,8 +35,8 @@ constexpr char AideCheck[] =
 constexpr char AideProduct[] =
     "usage: vdx product BASE CODE\n"
     "\n"
-    "Shows a product: label, laboratory, deletion, flags, status, composition\n"
-    "and routes.\n";
+    "Shows a product: label, laboratory, deletion, CIP13 and CIS codes, flags,\n"
+    "status and restricted prescriptions, composition, classes and routes.\n";
 
 constexpr char AideSearch[] =
     "usage: vdx search BASE TEXT [COUNT]\n"
@@ -385,7 +385,10 @@ int Product(std::vector<std::string> args) {
     std::cout << args[1] << "  " << Utf8(libelle) << '\n';
     if (Laboratoire_Vdx(code, &labo, &nomLabo) == 1) std::cout << "  laboratory: " << Utf8(nomLabo) << '\n';
     if (ProduitSupprime_Vdx(code, &date) == 1) std::cout << "  deleted on " << Utf8(date) << '\n';
-    for (BSTR* b : {&libelle, &labo, &nomLabo, &date}) SysFreeString(*b);
+    BSTR cip13 = nullptr, cis = nullptr;
+    if (CIP_CIP13_Vdx(code, &cip13) == 1) std::cout << "  CIP13: " << Utf8(cip13) << '\n';
+    if (CIP_To_CIS_Vdx(code, &cis) == 1) std::cout << "  CIS: " << Utf8(cis) << '\n';
+    for (BSTR* b : {&libelle, &labo, &nomLabo, &date, &cip13, &cis}) SysFreeString(*b);
 
     std::string drapeaux;
     const std::pair<const char*, int32_t (*)(const char*)> tests[] = {
@@ -396,7 +399,11 @@ int Product(std::vector<std::string> args) {
     std::cout << "  flags: " << (drapeaux.empty() ? "none" : drapeaux) << '\n';
 
     VdxStatut statut{};
-    if (Statut_Vdx(code, &statut) == 1) std::cout << "  status: " << Utf8(statut.LibelleStatut) << '\n';
+    if (Statut_Vdx(code, &statut) == 1) {
+        std::cout << "  status: " << Utf8(statut.LibelleStatut) << '\n';
+        for (BSTR p : {statut.LibellePrescription1, statut.LibellePrescription2, statut.LibellePrescription3})
+            if (SysStringByteLen(p)) std::cout << "  prescription: " << Utf8(p) << '\n';
+    }
     for (BSTR* b : {&statut.LibelleStatut, &statut.LibellePrescription1, &statut.LibellePrescription2,
                     &statut.LibellePrescription3, &statut.DetailPrescription1, &statut.DetailPrescription2,
                     &statut.DetailPrescription3, &statut.TexteStatut1, &statut.TexteStatut2})
@@ -411,6 +418,10 @@ int Product(std::vector<std::string> args) {
     }
     SysFreeString(exprime);
     SysFreeString(composition);
+
+    Tableau<VdxTroisChaines> classes;
+    if (ProduitClasse_Vdx(code, &classes.t) > 0)
+        for (VdxTroisChaines& c : classes.Lignes()) std::cout << "  class " << Utf8(c.Code) << ": " << Utf8(c.Texte) << '\n';
 
     Tableau<VdxDeuxChaines> voies;
     if (ListeVoie_Vdx(code, &voies.t) > 0) {
