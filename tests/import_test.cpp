@@ -280,6 +280,40 @@ TEST(ImportLibelle, FormsThatReplaceOneAnotherShareTheirFamily) {
         EXPECT_EQ(std::string("ABJD").find(FamilleForme(Cp1252(f))[0]), std::string::npos) << f;
 }
 
+// The package of a label in UTF-8: "2 plaquette/plaquettes de 20 comprimé/comprimés".
+std::string Paquet(const std::string& libelle) {
+    const auto c = LitConditionnement(Cp1252(libelle));
+    if (!c) return "-";
+    std::ostringstream s;
+    s << c->contenants << " " << c->contenant.singulier << "/" << c->contenant.pluriel << " de " << c->quantite << " "
+      << c->unite.singulier << "/" << c->unite.pluriel << (c->mesure ? " (mesure)" : "");
+    return codepage::VersUtf8(s.str());
+}
+
+TEST(ImportLibelle, APackageIsReadFromLabelsOfEveryShape) {
+    const std::pair<const char*, const char*> cas[] = {
+        {"plaquette(s) thermoformée(s) PVC-Aluminium de 24  comprimé(s)", "1 plaquette/plaquettes de 24 comprimé/comprimés"},
+        {"2 plaquette(s) thermoformée(s) PVC PVDC aluminium de 20 comprimé(s)", "2 plaquette/plaquettes de 20 comprimé/comprimés"},
+        {"30 récipient(s) unidose(s) polyéthylène basse densité (PEBD) de 0,3 ml",
+         "30 récipient unidose/récipients unidoses de 0.3 ml/ml (mesure)"},
+        {"flacon(s) PEHD avec fermeture de sécurité enfant de 30 comprimé(s)", "1 flacon/flacons de 30 comprimé/comprimés"},
+        {"2 stylos préremplis de 0,4 ml avec 2 tampon(s)", "2 stylo prérempli/stylos préremplis de 0.4 ml/ml (mesure)"},
+        {"1 bouteille acier de 15 l- robinet laiton", "1 bouteille/bouteilles de 15 l/l (mesure)"},
+        {"1 flacon(s) en verre de 500 unité(s)", "1 flacon/flacons de 500 U/U (mesure)"},
+        // A kit is its first item; a count alone makes each container a unit.
+        {"1 flacon(s) en verre - 1 ampoule(s) en verre de 5 ml", "1 flacon/flacons de 1 flacon/flacons"},
+        {"flacon(s) en verre", "-"},
+        {"plaquette(s) thermoformée(s) PVC PVDC aluminium de 30", "-"},
+        {"1 flacon(s) en verre de 370 MBq/ml", "-"},
+        {"1 à 4 flacon(s) en verre", "-"},
+    };
+    for (const auto& [libelle, paquet] : cas) EXPECT_EQ(Paquet(libelle), paquet) << libelle;
+    // The box of the product label is read from the same package.
+    EXPECT_EQ(Boite(Cp1252("2 plaquette(s) thermoformée(s) PVC PVDC aluminium de 20 comprimé(s)")), "B/40");
+    EXPECT_EQ(Boite(Cp1252("30 récipient(s) unidose(s) polyéthylène de 0,3 ml")), "30X0,3ML");
+    EXPECT_EQ(Boite("1 flacon(s) en verre - 1 ampoule(s) en verre de 5 ml"), "B/1");
+}
+
 TEST(ImportNoms, SaltsAndBasesMeetAndOtherNamesDont) {
     EXPECT_EQ(NomSansSel("CHLORHYDRATE DE RANITIDINE"), "RANITIDINE");
     EXPECT_EQ(NomSansSel("RANITIDINE (CHLORHYDRATE DE)"), "RANITIDINE");
@@ -369,6 +403,58 @@ TEST(ImportProduits, RoutesGroupsAndIdentification) {
     EXPECT_EQ(id.at("QuantitePresentation"), "30");
     EXPECT_EQ(e.Fiche("VDXIDFOR", "CodeForme", id.at("CodeForme")).at("Libelle"), "comprimé sécable");
     EXPECT_EQ(e.Fiche("VDXIDFOP", "CodeCIP", "4444444").at("CodeForme"), id.at("CodeForme"));
+}
+
+TEST(ImportProduits, TheIdentificationTellsThePackageInItsWords) {
+    Extrait e;
+    const char* const ajouts[] = {"60000003\t3333334\t2 flacon(s) en verre de 50 ml", "60000003\t3333335\tflacon(s) en verre",
+                                  "60000004\t4444445\t3 plaquette(s) de 14 comprimé(s)"};
+    for (const char* debut : ajouts)
+        e.Ajoute("bdpm/CIS_CIP_bdpm.txt",
+                 std::string(debut) + "\tPrésentation active\tDéclaration de commercialisation\t01/02/2012\t\toui\t100%\t\t\t\t\n");
+    e.Importe();
+    const auto mot = [&](const char* table, const Ligne& id, const char* colonne) {
+        return e.Fiche(table, "Code", id.at(colonne)).at("Libelle");
+    };
+    // Contents as the posology reads them: units × quantity per unit / ratio, in units of take.
+    const auto contenu = [&](const char* cip) {
+        const Ligne id = e.Fiche("VDXIDPRO", "CodeCIP", cip);
+        const double n = std::stod(id.at("QuantitePresentation")) * std::stod(id.at("QuantiteUnitePresentation")) /
+                         std::stod(id.at("Rapport"));
+        const Ligne prise = e.Fiche("VDXPUPRI", "Code", id.at("CodeUnitePrise"));
+        return std::to_string(static_cast<int>(n)) + " " + prise.at(n > 1 ? "LibellePluriel" : "Libelle");
+    };
+
+    const Ligne comprimes = e.Fiche("VDXIDPRO", "CodeCIP", "4444444");  // plaquette(s) de 30 comprimé(s), sécable
+    EXPECT_EQ(mot("VDXIDPRE", comprimes, "CodePresentation"), "comprimé");
+    EXPECT_EQ(mot("VDXIDUPR", comprimes, "CodeUnitePresentation"), "comprimé");
+    EXPECT_EQ(mot("VDXIDCON", comprimes, "CodeContenant"), "plaquette");
+    EXPECT_EQ(comprimes.at("AvecContenance"), "1");
+    EXPECT_EQ(comprimes.at("Secabilite"), "2");
+    EXPECT_EQ(contenu("4444444"), "30 comprimés");
+    EXPECT_EQ(contenu("4444445"), "42 comprimés");
+
+    const Ligne flacons = e.Fiche("VDXIDPRO", "CodeCIP", "3333334");
+    EXPECT_EQ(mot("VDXIDPRE", flacons, "CodePresentation"), "flacon");
+    EXPECT_EQ(flacons.at("QuantitePresentation"), "2");
+    EXPECT_EQ(mot("VDXIDUPR", flacons, "CodeUnitePresentation"), "ml");
+    EXPECT_EQ(flacons.at("QuantiteUnitePresentation"), "50");
+    EXPECT_EQ(mot("VDXIDCON", flacons, "CodeContenant"), "flacon");
+    EXPECT_EQ(flacons.at("Secabilite"), "0");
+    EXPECT_EQ(contenu("3333334"), "100 ml");
+    EXPECT_EQ(contenu("3333333"), "10 ampoules");  // single doses: counted, not 10 ml
+
+    // A label without a package is no error: no words.
+    const Ligne inconnu = e.Fiche("VDXIDPRO", "CodeCIP", "3333335");
+    for (const char* colonne : {"CodePresentation", "QuantitePresentation", "CodeContenant", "CodeUnitePrise", "AvecContenance"})
+        EXPECT_EQ(inconnu.at(colonne), "0") << colonne;
+
+    // Only the words of the products kept, under the codes of the whole import.
+    e.Importe({"warfarine"}, "filtre");
+    const auto conteneurs = e.Table("VDXIDCON", "filtre");
+    ASSERT_EQ(conteneurs.size(), 1u);
+    EXPECT_EQ(conteneurs[0].at("Code"), comprimes.at("CodeContenant"));
+    EXPECT_EQ(e.Table("VDXPUPRI", "filtre").size(), 1u);
 }
 
 // --- Composition ----------------------------------------------------------------------

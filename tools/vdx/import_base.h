@@ -39,6 +39,9 @@ Selection Selectionne(const Bdpm& bdpm, const Substances& substances, const Filt
                       std::vector<std::string>& sansSubstance);
 
 void EcritProduits(const Bdpm& bdpm, const Selection& selection, Sortie& sortie, Journal& journal);
+// VDXIDPRO, the forms and the words of the packages; `specialites` by CIS.
+void EcritIdentification(const Bdpm& bdpm, const Selection& selection,
+                         const std::map<std::string, const Specialite*>& specialites, Sortie& sortie);
 void EcritComposition(const Bdpm& bdpm, const Substances& substances, const Selection& selection, Sortie& sortie);
 void EcritInteractions(const Thesaurus& thesaurus, const Substances& substances, const Selection& selection,
                        const std::string& edition, Sortie& sortie, Journal& journal, RapportImport& rapport);

@@ -1,8 +1,10 @@
 #include "tools/vdx/import_libelle.h"
 
+#include <algorithm>
 #include <cctype>
 #include <map>
 #include <optional>
+#include <set>
 #include <utility>
 #include <vector>
 
@@ -76,21 +78,113 @@ std::string Joint(const std::vector<std::string>& mots) {
     return texte;
 }
 
-// The count before a word of a presentation, "30" of "de 30 comprimé(s)".
-struct Quantite {
-    std::string nombre;
-    std::string mot;
-};
+// --- Packages ------------------------------------------------------------------
 
-std::vector<Quantite> Quantites(std::string_view presentation) {
-    const std::vector<std::string> mots = Mots(presentation);
-    std::vector<Quantite> q;
-    for (size_t i = 0; i + 1 < mots.size(); ++i)
-        if (Numerique(mots[i])) q.push_back({mots[i], mots[i + 1]});
-    return q;
+// The units of a package that measure rather than count, by their
+// abbreviation (Unite), and how they are written.
+const std::map<std::string, std::string, std::less<>> Mesures = {
+    {"ML", "ml"}, {"L", "l"},   {"G", "g"},       {"MG", "mg"},   {"MCG", "\xB5g"}, {"UI", "UI"},
+    {"MUI", "MUI"}, {"U", "U"}, {"MMOL", "mmol"}, {"KBQ", "kBq"}, {"MBQ", "MBq"},   {"GBQ", "GBq"}};
+
+// Words that make one container with the word before them: "récipient(s)
+// unidose(s)", "seringue(s) préremplie(s)", "stylo prérempli".
+const std::set<std::string, std::less<>> Qualificatifs = {"UNIDOSE", "PREREMPLI", "PREREMPLIE", "PRE-REMPLI", "PRE-REMPLIE"};
+
+// Lower case, as Capitale makes the letters after the first.
+std::string Minuscules(std::string_view mot) { return Capitale(" " + std::string(mot)).substr(1); }
+
+// A word without the punctuation a label sticks to it: "ml," "l-" "ml)".
+std::string_view SansPonctuation(std::string_view mot) {
+    while (!mot.empty() && Contient(",.;:-", mot.substr(mot.size() - 1))) mot.remove_suffix(1);
+    if (mot.ends_with(')') && !Contient(mot, "(")) mot.remove_suffix(1);
+    return mot;
+}
+
+// A word of a label as singular and plural: "comprimé(s)" gives "comprimé"
+// and "comprimés", "sachet(s)-dose(s)" "sachet-dose" and "sachets-doses";
+// another bracket ends the word ("comprimé(s)(distributeur"). A word without
+// marks is a plural when there are `plusieurs` and it ends in "s" or "x"
+// ("2 stylos"), and takes an "s" for its plural otherwise, but for an
+// abbreviation ("kg", "cm2").
+MotPluriel Accorde(std::string_view mot, bool plusieurs) {
+    MotPluriel m;
+    bool marque = false;
+    for (size_t i = 0; i < mot.size() && mot[i] != '('; ++i) {
+        m.singulier += mot[i];
+        m.pluriel += mot[i];
+        if (const std::string_view suite = mot.substr(i + 1); suite.starts_with("(s)") || suite.starts_with("(x)")) {
+            m.pluriel += suite[1];
+            marque = true;
+            i += 3;
+        }
+    }
+    if (!marque && !m.singulier.empty()) {
+        const char derniere = m.singulier.back();
+        const bool abreviation = m.singulier.size() <= 2 || m.singulier.find_first_of("0123456789") != std::string::npos;
+        if (plusieurs && (derniere == 's' || derniere == 'x'))
+            m.singulier.pop_back();
+        else if (derniere != 's' && derniere != 'x' && derniere != 'z' && !abreviation)
+            m.pluriel += 's';
+    }
+    return {Minuscules(m.singulier), Minuscules(m.pluriel)};
+}
+
+// The symbol of a unit that measures: "ml" for "ml", "mL" or "millilitres",
+// "U" for "unité(s)".
+std::optional<std::string> Mesure(std::string_view mot) {
+    const auto u = Unite(Plie(Accorde(mot, false).singulier));
+    const auto m = u ? Mesures.find(*u) : Mesures.end();
+    if (m == Mesures.end()) return std::nullopt;
+    return m->second;
+}
+
+// A word that can name a container or a unit: more than one letter ("à" is
+// not one), or a measure ("g").
+bool Nom(std::string_view mot) {
+    const std::string plie = Plie(mot);
+    return (plie.size() > 1 && plie[0] >= 'A' && plie[0] <= 'Z') || Mesure(mot);
+}
+
+// A number of a label, with a decimal comma.
+std::string Decimal(double valeur) {
+    std::string texte = TexteNombre(valeur);
+    std::replace(texte.begin(), texte.end(), '.', ',');
+    return texte;
 }
 
 }  // namespace
+
+std::optional<Conditionnement> LitConditionnement(std::string_view presentation) {
+    std::vector<std::string> mots = Decoupe(presentation.substr(0, presentation.find(" - ")), ' ');
+    for (std::string& mot : mots) mot = SansPonctuation(mot);
+    Conditionnement c;
+    size_t i = 0;
+    const bool compte = !mots.empty() && Numerique(mots[0]);
+    if (compte) c.contenants = Nombre(mots[i++]).value_or(0);
+    if (i >= mots.size() || !Nom(mots[i]) || Mesure(mots[i]) || c.contenants <= 0) return std::nullopt;
+    const bool plusieurs = c.contenants > 1;
+    c.contenant = Accorde(mots[i], plusieurs);
+    if (i + 1 < mots.size() && Qualificatifs.count(Plie(Accorde(mots[i + 1], plusieurs).singulier))) {
+        const MotPluriel qualificatif = Accorde(mots[++i], plusieurs);
+        c.contenant.singulier += " " + qualificatif.singulier;
+        c.contenant.pluriel += " " + qualificatif.pluriel;
+    }
+    for (size_t j = i + 1; j + 1 < mots.size(); ++j) {
+        if (Plie(mots[j]) != "DE" || !Numerique(mots[j + 1])) continue;
+        c.quantite = Nombre(mots[j + 1]).value_or(0);
+        const std::string_view unite = j + 2 < mots.size() ? std::string_view(mots[j + 2]) : "";
+        // No unit, or a concentration ("de 370 MBq/ml").
+        if (!Nom(unite) || Contient(unite, "/") || c.quantite <= 0) return std::nullopt;
+        const auto symbole = Mesure(unite);
+        c.mesure = symbole.has_value();
+        c.unite = symbole ? MotPluriel{*symbole, *symbole} : Accorde(unite, c.quantite > 1);
+        return c;
+    }
+    if (!compte) return std::nullopt;
+    c.quantite = 1;
+    c.unite = c.contenant;
+    return c;
+}
 
 std::string NomDosage(std::string_view denomination) {
     // The form follows the first comma and blank; a comma of a dosage has none.
@@ -125,24 +219,11 @@ std::string AbregeForme(std::string_view forme) {
 }
 
 std::string Boite(std::string_view presentation) {
-    const std::vector<Quantite> quantites = Quantites(presentation);
-    if (quantites.empty()) return "";
-    // A leading count of containers ("20 ampoule(s)"), then "de N unit".
-    const std::vector<std::string> mots = Mots(presentation);
-    const bool compteEnTete = Numerique(mots.front());
-    const Quantite& contenu = quantites.back();
-    std::string nombre = contenu.nombre;
-    if (const auto u = Unite(contenu.mot); u && *u != "DOSE" && *u != "DOSES") {
-        const std::string volume = nombre + *u;
-        return compteEnTete && quantites.size() > 1 && quantites.front().nombre != "1"
-                   ? quantites.front().nombre + "X" + volume
-                   : volume;
-    }
-    if (compteEnTete && quantites.size() > 1) {
-        const auto conteneurs = Nombre(quantites.front().nombre), unites = Nombre(nombre);
-        if (conteneurs && unites && *conteneurs * *unites < 1e6) nombre = TexteNombre(*conteneurs * *unites);
-    }
-    return "B/" + nombre;
+    const auto c = LitConditionnement(presentation);
+    if (!c) return "";
+    if (!c->mesure) return "B/" + Decimal(c->contenants * c->quantite);
+    const std::string volume = Decimal(c->quantite) + *Unite(Plie(c->unite.singulier));
+    return c->contenants == 1 ? volume : Decimal(c->contenants) + "X" + volume;
 }
 
 std::string LibelleProduit(std::string_view denomination, std::string_view forme, std::string_view presentation) {

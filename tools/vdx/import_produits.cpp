@@ -1,7 +1,7 @@
 // Products and what describes them beside their composition: VDXPRO and
-// VDXPROA, laboratories, codes, rates, lists, routes, generic groups, the
-// identification of the form and the box. VDXVPRO and VDXLABP are filed by
-// the build from VDXPRO.
+// VDXPROA, laboratories, codes, rates, lists, routes and generic groups
+// (the identification is import_identification.cpp). VDXVPRO and VDXLABP
+// are filed by the build from VDXPRO.
 #include <algorithm>
 
 #include "session/session.h"
@@ -207,58 +207,6 @@ void EcritGroupes(const Bdpm& bdpm, const Selection& selection, Sortie& sortie) 
                                  {"LibelleCle", CleClasseUnique(Plie(libelle), cles)}});
 }
 
-// --- Identification ----------------------------------------------------------
-
-// Form codes: the family, then the rank of the form within it in the order
-// of the folded forms.
-std::map<std::string, std::string> CodesFormes(const Bdpm& bdpm) {
-    static constexpr char Rangs[] = "0123456789ABCDEFGHIJKLMNOPQRSTUVWXYZ";
-    std::set<std::string> formes;
-    for (const Specialite& s : bdpm.specialites) formes.insert(Plie(s.forme));
-    std::map<std::string, int> parFamille;
-    std::map<std::string, std::string> codes;
-    for (const std::string& f : formes) {
-        const int rang = parFamille[FamilleForme(f)]++;
-        codes[f] = FamilleForme(f) + Rangs[rang / 36 % 36] + Rangs[rang % 36];
-    }
-    return codes;
-}
-
-// The name and the dosage of a denomination: the dosage begins at the first
-// word that begins with a digit.
-std::pair<std::string, std::string> NomEtDosage(std::string_view denomination) {
-    const std::string nom = Nettoie(denomination.substr(0, denomination.find(", ")));
-    size_t debut = 0;
-    for (size_t i = 0; i < nom.size(); ++i)
-        if (std::isdigit(static_cast<unsigned char>(nom[i])) && (i == 0 || nom[i - 1] == ' ')) {
-            debut = i;
-            break;
-        }
-    if (debut == 0) return {nom, ""};
-    return {Nettoie(nom.substr(0, debut)), nom.substr(debut)};
-}
-
-void EcritIdentification(const Bdpm& bdpm, const Selection& selection, const Contexte& c, Sortie& sortie) {
-    const std::map<std::string, std::string> formes = CodesFormes(bdpm);
-    std::set<std::string> formesEcrites;
-    for (const Presentation& p : bdpm.presentations) {
-        const auto s = c.specialites.find(p.cis);
-        if (!selection.specialites.count(p.cis) || s == c.specialites.end()) continue;
-        const auto [nom, dosage] = NomEtDosage(s->second->denomination);
-        const std::string& forme = formes.at(Plie(s->second->forme));
-        const std::string boite = Boite(p.libelle);
-        const auto nombre = Commence(boite, "B/") ? Nombre(boite.substr(2)) : std::nullopt;
-        sortie.Ajoute("VDXIDPRO", {{"CodeCIP", p.cip7},
-                                   {"Denomination", nom},
-                                   {"Dosage", dosage},
-                                   {"CodeForme", forme},
-                                   {"QuantitePresentation", TexteNombre(nombre.value_or(0))}});
-        sortie.Ajoute("VDXIDFOP", {{"CodeForme", forme}, {"CodeCIP", p.cip7}});
-        if (formesEcrites.insert(forme).second)
-            sortie.Ajoute("VDXIDFOR", {{"CodeForme", forme}, {"Libelle", s->second->forme}, {"LibelleCle", Plie(s->second->forme)}});
-    }
-}
-
 }  // namespace
 
 void EcritProduits(const Bdpm& bdpm, const Selection& selection, Sortie& sortie, Journal& journal) {
@@ -275,7 +223,7 @@ void EcritProduits(const Bdpm& bdpm, const Selection& selection, Sortie& sortie,
     EcritIdentite(bdpm, sortie);
     EcritVoies(bdpm, selection, sortie);
     EcritGroupes(bdpm, selection, sortie);
-    EcritIdentification(bdpm, selection, c, sortie);
+    EcritIdentification(bdpm, selection, c.specialites, sortie);
 }
 
 }  // namespace vdx::import
