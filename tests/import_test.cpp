@@ -270,6 +270,12 @@ TEST(ImportLibelle, ALabelIsNameDosageFormAndBoxWithinItsRoom) {
     EXPECT_LE(l.size(), LongueurLibelle);
     EXPECT_NE(l.find("500MG/62,5MG PDR 60ML"), std::string::npos) << l;
     EXPECT_EQ(l.substr(0, 12), "AMOXICILLINE");
+    // Words between brackets go before anything is cut; a label with room keeps them.
+    EXPECT_EQ(LibelleProduit("MORPHINE (CHLORHYDRATE DE) LAVOISIER 10 mg/ml, solution injectable",
+                             "solution injectable", "10 ampoule(s) de 1 ml"),
+              "MORPHINE LAVOIS 10MG/ML SOL 10X1ML");
+    EXPECT_EQ(LibelleProduit("FER (SULFATE DE) 80 mg, comprimé", Cp1252("comprimé"), "30 comprimé(s)"),
+              "FER (SULFATE DE) 80MG CPR B/30");
 }
 
 TEST(ImportLibelle, FormsThatReplaceOneAnotherShareTheirFamily) {

@@ -226,9 +226,28 @@ std::string Boite(std::string_view presentation) {
     return c->contenants == 1 ? volume : Decimal(c->contenants) + "X" + volume;
 }
 
+// A name without its words between brackets: "MORPHINE (CHLORHYDRATE DE)
+// LAVOISIER 10MG/ML" gives "MORPHINE LAVOISIER 10MG/ML". An unclosed
+// bracket stays.
+std::string SansParentheses(std::string_view nom) {
+    std::string sortie;
+    for (size_t i = 0; i < nom.size();) {
+        const size_t fin = nom[i] == '(' ? nom.find(')', i) : std::string_view::npos;
+        if (fin == std::string_view::npos) {
+            sortie += nom[i++];
+            continue;
+        }
+        i = fin + 1;
+    }
+    return Joint(Mots(sortie));
+}
+
 std::string LibelleProduit(std::string_view denomination, std::string_view forme, std::string_view presentation) {
-    const std::string nomDosage = NomDosage(denomination);
     const std::string boite = Boite(presentation);
+    std::string nomDosage = NomDosage(denomination);
+    // What brackets say goes first when the label lacks room.
+    if (Joint({nomDosage, AbregeForme(forme), boite}).size() > LongueurLibelle)
+        if (std::string court = SansParentheses(nomDosage); !court.empty()) nomDosage = std::move(court);
     std::vector<std::string> abrege = Decoupe(AbregeForme(forme), ' ');
     // The form loses its later words before the name is cut, down to one.
     while (abrege.size() > 1 && nomDosage.size() + Joint(abrege).size() + boite.size() + 2 > LongueurLibelle)
