@@ -17,6 +17,7 @@
 #include "store/layouts.h"
 #include "store/layouts/produits.h"
 #include "store/magasin.h"
+#include "session/session.h"
 #include "store/sources.h"
 #include "tools/vdx/import.h"
 #include "tools/vdx/import_libelle.h"
@@ -158,9 +159,10 @@ public:
     void Ajoute(const std::string& fichier, const std::string& texte) {
         Ecrit(dossier_.chemin() / fichier, Lit(dossier_.chemin() / fichier) + (utf8_ ? texte : Cp1252(texte)));
     }
-    RapportImport Importe(std::vector<std::string> substances = {}, const std::string& sortie = "sources") {
+    RapportImport Importe(std::vector<std::string> substances = {}, const std::string& sortie = "sources",
+                          size_t parSubstance = 0) {
         OptionsImport o{dossier_.chemin() / "bdpm", dossier_.chemin() / "interactions-2016-08", dossier_.chemin() / sortie,
-                        Filtre{std::move(substances)}};
+                        Filtre{std::move(substances), parSubstance}};
         return import::Importe(o);
     }
     std::vector<Ligne> Table(const std::string& table, const std::string& sortie = "sources") const {
@@ -572,11 +574,54 @@ TEST(Import, TheFilterKeepsThePresentationsOfASubstanceAndTheirInteractions) {
     EXPECT_EQ(e.Table("VDXVPA").size(), 1u);
 }
 
+// Two more warfarin specialities: one not reimbursed, one reimbursed with a
+// second substance.
+void AjouteWarfarines(Extrait& e) {
+    e.Ajoute("bdpm/CIS_bdpm.txt",
+             "60000005\tWARFARINE NOUVELLE 2 mg, comprimé\tcomprimé\torale\tAutorisation active\tProcédure nationale\t"
+             "Commercialisée\t01/01/2003\t\t\t LABO\tNon\r\n"
+             "60000006\tWARFARINE PARACETAMOL 5 mg/500 mg, comprimé\tcomprimé\torale\tAutorisation active\t"
+             "Procédure nationale\tCommercialisée\t01/01/2003\t\t\t LABO\tNon\r\n");
+    e.Ajoute("bdpm/CIS_CIP_bdpm.txt",
+             "60000005\t5555555\tplaquette(s) de 20 comprimé(s)\tPrésentation active\tDéclaration de "
+             "commercialisation\t01/02/2012\t3400955555555\tnon\t\t\t\t\t\r\n"
+             "60000006\t6666666\tplaquette(s) de 20 comprimé(s)\tPrésentation active\tDéclaration de "
+             "commercialisation\t01/02/2012\t3400966666666\toui\t65%\t3,00\t4,02\t1,02\t\r\n");
+    e.Ajoute("bdpm/CIS_COMPO_bdpm.txt",
+             "60000005\tcomprimé\t678\tWARFARINE SODIQUE\t2 mg\tun comprimé\tSA\t1\t\r\n"
+             "60000006\tcomprimé\t678\tWARFARINE SODIQUE\t5 mg\tun comprimé\tSA\t1\t\r\n"
+             "60000006\tcomprimé\t2202\tPARACÉTAMOL\t500 mg\tun comprimé\tSA\t2\t\r\n");
+}
+
+TEST(Import, ALimitKeepsTheReimbursedSpecialitiesOfFewerSubstancesFirst) {
+    Extrait e;
+    AjouteWarfarines(e);
+    const auto cips = [&e](const std::string& sortie) {
+        std::set<std::string> codes;
+        for (const Ligne& l : e.Table("VDXPRO", sortie)) codes.insert(l.at("CodeCIP"));
+        return codes;
+    };
+    e.Importe({"warfarine"}, "une", 1);
+    EXPECT_EQ(cips("une"), (std::set<std::string>{"4444444"}));
+    e.Importe({"warfarine"}, "deux", 2);
+    EXPECT_EQ(cips("deux"), (std::set<std::string>{"4444444", "6666666"}));
+    e.Importe({"warfarine"}, "toutes");
+    EXPECT_EQ(cips("toutes"), (std::set<std::string>{"4444444", "5555555", "6666666"}));
+    // Each substance has its own limit.
+    e.Importe({"warfarine", "paracetamol"}, "chacune", 1);
+    EXPECT_EQ(cips("chacune"), (std::set<std::string>{"1111111", "1111112", "4444444"}));
+}
+
 TEST(Import, TheSourcesBuildABaseWhoseLabelsAreUnique) {
     Extrait e;
+    // A second group whose label begins as the first's, beyond the room of the class label key.
+    e.Ajoute("bdpm/CIS_GENER_bdpm.txt", "11\tPARACETAMOL 1000 mg - DOLIPRANE 1000 mg, gélule\t60000001\t1\t3\t\r\n");
     e.Importe();
+    EXPECT_EQ(e.Fiche("VDXDAT", "Numero", "3").at("Texte"), VersionLibrairie);
     magasin::InitialiseMagasin(867, NombreNumeros, 16);
-    ConstruitBase(e.chemin() / "sources", e.chemin() / "base");
+    const RapportConstruction rapport = ConstruitBase(e.chemin() / "sources", e.chemin() / "base");
+    EXPECT_EQ(rapport.avertissements, std::vector<std::string>{});
+    EXPECT_EQ(LitTable(e.chemin() / "base", *DispositionNommee("VDXCLA")).size(), 3u);
     std::set<std::string> libelles;
     for (const Enregistrement& p : LitTable(e.chemin() / "base", *DispositionNommee("VDXPRO")))
         libelles.insert(std::string(vdx::Fiche(p.fiche).Texte(VDXPRO::Libelle)));
