@@ -226,6 +226,8 @@ std::string Boite(std::string_view presentation) {
     return c->contenants == 1 ? volume : Decimal(c->contenants) + "X" + volume;
 }
 
+namespace {
+
 // A name without its words between brackets: "MORPHINE (CHLORHYDRATE DE)
 // LAVOISIER 10MG/ML" gives "MORPHINE LAVOISIER 10MG/ML". An unclosed
 // bracket stays.
@@ -241,6 +243,8 @@ std::string SansParentheses(std::string_view nom) {
     }
     return Joint(Mots(sortie));
 }
+
+}  // namespace
 
 std::string LibelleProduit(std::string_view denomination, std::string_view forme, std::string_view presentation) {
     const std::string boite = Boite(presentation);
