@@ -545,6 +545,61 @@ TEST(ImportInteractions, CouplesInBothOrdersWithTheirSeverityKindAndTexts) {
     EXPECT_EQ(r.nomsSansSubstance, std::vector<std::string>{"FLUINDIONE"});
 }
 
+// What no medicine holds: an iron product for the family named with its
+// route, and couples with drinks, plants and a whole route.
+void AjouteAutresQueMedicaments(Extrait& e) {
+    e.Ajoute("bdpm/CIS_bdpm.txt",
+             "60000007\tFERINJ 50 mg/ml, solution injectable\tsolution injectable\tintraveineuse\tAutorisation active\t"
+             "Procédure nationale\tCommercialisée\t01/01/2003\t\t\t LABO\tNon\r\n");
+    e.Ajoute("bdpm/CIS_CIP_bdpm.txt", "60000007\t7777777\t5 flacon(s) de 2 ml\tPrésentation active\tDéclaration de "
+                                      "commercialisation\t01/02/2012\t3400977777777\toui\t65%\t3,00\t4,02\t1,02\t\r\n");
+    e.Ajoute("bdpm/CIS_COMPO_bdpm.txt", "60000007\tsolution\t1077\tFER\t50 mg\t1 ml de solution\tSA\t1\t\r\n");
+    e.Ajoute("interactions-2016-08/couples.tsv",
+             "WARFARINE\tALCOOL (BOISSON OU EXCIPIENT)\tA prendre en compte Variations.\t\tVariations de l'effet.\t\t\t\t\r\n"
+             "MILLEPERTUIS\tWARFARINE\tCONTRE-INDICATION Baisse.\t\tBaisse des concentrations.\t\t\t\t\r\n"
+             "RANITIDINE\tMEDICAMENTS ADMINISTRES PAR VOIE ORALE\tPrecaution d'emploi A distance.\t\tAbsorption "
+             "diminuee.\t\t\tA distance.\t\r\n");
+}
+
+TEST(ImportInteractions, WhatNoMedicineHoldsIsOneCoupleFromTheMedicineSide) {
+    Extrait e;
+    AjouteAutresQueMedicaments(e);
+    e.Importe();
+    std::map<std::string, std::string> classes;
+    for (const Ligne& c : e.Table("VDXZICLA")) classes[c.at("Libelle")] = c.at("CodeClasse");
+    const auto couples = e.Table("VDXZICOU");
+    const auto seul = [&](const std::string& autre) {
+        const auto avec = Selon(couples, "ClasseB", classes.at(autre));
+        EXPECT_EQ(avec.size(), 1u) << autre;
+        EXPECT_TRUE(Selon(couples, "ClasseA", classes.at(autre)).empty()) << autre;
+        EXPECT_TRUE(Selon(e.Table("VDXZICLC"), "CodeClasse", classes.at(autre)).empty()) << autre;
+        return avec.empty() ? Ligne{} : avec[0];
+    };
+    // Outside substances, on either side of the thesaurus: a couple of the
+    // medicine against a substance of its own number.
+    std::set<std::string> numeros;
+    for (const auto& [autre, libelle] : {std::pair{"ALCOOL (BOISSON OU EXCIPIENT)", "Alcool (boisson ou excipient)"},
+                                        std::pair{"MILLEPERTUIS", "Millepertuis"}}) {
+        const Ligne c = seul(autre);
+        EXPECT_EQ(c.at("ClasseA"), classes.at("WARFARINE")) << autre;
+        EXPECT_EQ(c.at("Genre"), "1");
+        EXPECT_EQ(c.at("Sens"), "1");
+        EXPECT_EQ(e.Fiche("VDXVPA", "CodeSubstance", c.at("SubstancesB")).at("Libelle"), libelle);
+        EXPECT_EQ(e.Fiche("VDXWPEFI", "CodeEnfant", c.at("SubstancesB")).at("CodeParent"), c.at("SubstancesB"));
+        numeros.insert(c.at("SubstancesB"));
+    }
+    EXPECT_EQ(numeros.size(), 2u);
+    EXPECT_EQ(e.Fiche("VDXZIGRA", "Code", seul("MILLEPERTUIS").at("CodeGravite")).at("Niveau"), "4");
+    // A whole route: the medicine against every product given by it.
+    const Ligne orale = seul("MEDICAMENTS ADMINISTRES PAR VOIE ORALE");
+    EXPECT_EQ(orale.at("ClasseA"), classes.at("RANITIDINE"));
+    EXPECT_EQ(orale.at("Genre"), "2");
+    EXPECT_EQ(orale.at("VoiesB"), "A1");
+    EXPECT_EQ(orale.at("SubstancesB"), "");
+    // A family named with its route finds its substances without it.
+    EXPECT_EQ(e.Fiche("VDXZICLC", "CodeSubstance", "1077").at("CodeClasse"), classes.at("SELS DE FER PAR VOIE INJECTABLE"));
+}
+
 // --- The whole import -------------------------------------------------------------------
 
 TEST(Import, TheSameFilesGiveTheSameBytesWhateverTheirEncoding) {

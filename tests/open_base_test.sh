@@ -7,8 +7,9 @@ vdx=$1
 donnees=$2
 source "$(dirname "$0")/verifie.sh"
 premier() { "$vdx" search "$work/base" "$1" 1 | cut -c1-7; }
-niveaux() {  # the distinct levels of the interactions of a prescription
-  "$vdx" call --base "$work/base" Interactions2_Vdx "$1" "" "" 0 0 0 0 "" | tail -n +2 | cut -f8 | sort -u | tr '\n' ' '
+interactions() { "$vdx" call --base "$work/base" Interactions2_Vdx "$1" "" "" 0 0 0 0 "" | tail -n +2; }
+niveaux() {  # the distinct levels of the interactions between two products of a prescription
+  interactions "$1" | awk -F'\t' '$2 != "0000000"' | cut -f8 | sort -u | tr '\n' ' '
 }
 
 verifie "import" "$vdx" import "$donnees/bdpm-2017-03" "$donnees/interactions-2016-08" "$work/sources"
@@ -23,6 +24,10 @@ verifie "warfarin with ibuprofen, advised against" test "$(niveaux "$warfarine@$
 verifie "ibuprofen with warfarin, the same" test "$(niveaux "$ibuprofene@$warfarine")" = "3 "
 verifie "paroxetine with tramadol" test -n "$(niveaux "$paroxetine@$tramadol")"
 verifie "tramadol with paroxetine" test "$(niveaux "$tramadol@$paroxetine")" = "$(niveaux "$paroxetine@$tramadol")"
+# What is taken beside the prescription, and a whole route.
+verifie "warfarin alone: St John's wort contra-indicated" \
+  test "$(interactions "$warfarine" | awk -F'\t' '$2 == "0000000" && $4 == "Millepertuis"' | cut -f8)" = 4
+verifie "sevelamer with any oral product" test "$(niveaux "$(premier RENAGEL)@$warfarine")" = "2 "
 verifie "the check prints the couple" grep -q "WARFARINE" <<<"$("$vdx" check --base "$work/base" "$warfarine" "$ibuprofene")"
 
 [ "$echecs" -eq 0 ] && echo "open base: all checks passed"

@@ -52,10 +52,13 @@ sortie=$("$vdx" check --base "$work/base" 3436258 --sex F --pregnancy 30 --json)
 verifie "check as JSON" grep -q '^{"prescription":\[{"code":"3436258".*"termLabel":"Grossesse".*}]}$' <<<"$sortie"
 for ordre in "3026454@3368195" "3368195@3026454"; do
     sortie=$("$vdx" call --base "$work/base" Interactions2_Vdx "$ordre" "" "" 0 0 0 0 "")
-    verifie "warfarin with ibuprofen ($ordre)" test "$(echo "$sortie" | tail -n +2 | cut -f1,2,8)" = "$(printf '3026454\t3368195\t3')"
+    verifie "warfarin with ibuprofen ($ordre)" test "$(echo "$sortie" | tail -n +2 | cut -f1,2,8 | grep -c $'^3026454\t3368195\t3$')" = 1
 done
+sortie=$("$vdx" call --base "$work/base" Interactions2_Vdx "3026454" "" "" 0 0 0 0 "")
+verifie "warfarin alone warns of alcohol" test "$(echo "$sortie" | grep -c $'^3026454\t0000000\tCOUMADINE 2MG CPR SEC B/20\tAlcool (boisson ou excipient)\t')" = 1
 sortie=$("$vdx" call --base "$work/base" Interactions2_Vdx "3405370@2756239@3026454" "" "" 0 0 0 0 "")
-verifie "interactions of several levels" test "$(echo "$sortie" | tail -n +2 | cut -f8 | sort -u | tr '\n' ' ')" = "1 2 3 "
+verifie "interactions of several levels" \
+    test "$(echo "$sortie" | tail -n +2 | awk -F'\t' '$2 != "0000000"' | cut -f8 | sort -u | tr '\n' ' ')" = "1 2 3 "
 verifie "check without product" test "$(code "$vdx" check --base "$work/base")" = 2
 verifie "check with a bad pathology" test "$(code "$vdx" check --base "$work/base" 3436258 --pathology x:1)" = 2
 verifie "check on no base" test "$(code "$vdx" check --base "$work/nulle-part" 3436258)" = 1

@@ -138,6 +138,31 @@ std::string FiltreVoies(std::string_view protagoniste) {
     return "A";
 }
 
+std::optional<std::string> FamilleDeVoie(std::string_view protagoniste) {
+    const std::string filtre = FiltreVoies(protagoniste);
+    if (!Commence(Plie(protagoniste), "MEDICAMENTS ") || filtre == "A") return std::nullopt;
+    return filtre;
+}
+
+std::string NomSansVoie(std::string_view protagoniste) {
+    std::string nom = Plie(protagoniste);
+    if (const size_t voie = nom.find(" PAR VOIE "); voie != std::string::npos) nom.resize(voie);
+    for (const char* sels : {"SELS DE ", "SEL DE "})
+        if (Commence(nom, sels)) nom.erase(0, std::string_view(sels).size());
+    return nom;
+}
+
+const std::map<std::string, std::string>& SubstancesExterieures() {
+    static const std::map<std::string, std::string> exterieures = {
+        {"ALCOOL (BOISSON OU EXCIPIENT)", Texte("Alcool (boisson ou excipient)")},
+        {"MILLEPERTUIS", Texte("Millepertuis")},
+        {"PAMPLEMOUSSE (JUS ET FRUIT)", Texte("Pamplemousse (jus et fruit)")},
+        {"PRESERVATIFS EN LATEX", Texte("Préservatifs en latex")},
+        {"THEINE", Texte("Théine")},
+    };
+    return exterieures;
+}
+
 std::optional<Taux> TauxRemboursement(const std::vector<std::string>& taux) {
     std::optional<Taux> plusHaut;
     for (const std::string& t : taux) {

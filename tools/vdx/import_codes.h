@@ -25,6 +25,18 @@ std::map<std::string, std::string> GroupesVoies();
 // The route filter of a thesaurus protagonist ("SELS DE FER PAR VOIE
 // INJECTABLE" gives "A2"); "A", every systemic route, for the others.
 std::string FiltreVoies(std::string_view protagoniste);
+// A protagonist that stands for every medicine given by some routes
+// ("MEDICAMENTS ADMINISTRES PAR VOIE ORALE"): those routes ("A1"); none for
+// the others.
+std::optional<std::string> FamilleDeVoie(std::string_view protagoniste);
+// A name without the routes it restricts itself to, nor the salt words
+// before it: "SELS DE FER PAR VOIE INJECTABLE" gives "FER".
+std::string NomSansVoie(std::string_view protagoniste);
+
+// --- What is taken beside a prescription ------------------------------------
+// The protagonists of the thesaurus that are no medicine (a drink, a food, a
+// plant, a device), by folded name, with the label a prescriber reads.
+const std::map<std::string, std::string>& SubstancesExterieures();
 
 // --- Money ----------------------------------------------------------------
 // The code of VDXTSS of a reimbursement rate ("65%" gives "2"), with the

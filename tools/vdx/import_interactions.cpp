@@ -129,9 +129,12 @@ Classes Classe(const Thesaurus& t, const Substances& substances) {
         for (const std::string& nom : *noms) k.codes.emplace(nom, static_cast<int>(k.codes.size()) + 1);
     for (const auto& [nom, code] : k.codes) {
         std::set<int>& membres = k.membres[code];
+        // What no medicine holds has no member, whatever its name resembles.
+        if (SubstancesExterieures().count(nom) || FamilleDeVoie(nom)) continue;
         const auto famille = parFamille.find(nom);
         if (famille == parFamille.end()) {
             membres = substances.index.Cherche(nom);
+            if (membres.empty()) membres = substances.index.Cherche(NomSansVoie(nom));
             continue;
         }
         for (const std::string& s : famille->second) {
@@ -162,6 +165,48 @@ void Compte(const Thesaurus& t, const Substances& substances, RapportImport& rap
     }
 }
 
+// Genre of a couple: a prescribed product against an outside substance,
+// against every other product given by some routes.
+constexpr int GenreExterieur = 1, GenreVoie = 2;
+
+// A couple as written, from the side of ClasseA.
+struct CoupleEcrit {
+    int a = 0, b = 0;
+    std::string voiesA, voiesB;
+    int sens = 1;
+    int genre = 0;
+    std::string substancesB;
+    const Gravite* gravite = nullptr;
+    const Nature* nature = nullptr;
+    std::string conduite;
+    // The same couple from the other side.
+    CoupleEcrit Inverse() const {
+        CoupleEcrit i = *this;
+        std::swap(i.a, i.b);
+        std::swap(i.voiesA, i.voiesB);
+        i.sens = sens == 1 ? 2 : 1;
+        return i;
+    }
+};
+
+// A protagonist a prescribed product can be of: neither taken outside nor a
+// whole route.
+bool Medicament(const std::string& protagoniste) {
+    return !SubstancesExterieures().count(protagoniste) && !FamilleDeVoie(protagoniste);
+}
+
+// The substance numbers of what is taken outside: the lowest that no
+// substance of the medicine database has, in the order of the names.
+std::map<std::string, int> NumerosExterieurs(const Substances& substances) {
+    std::map<std::string, int> numeros;
+    int libre = 1;
+    for (const auto& [nom, libelle] : SubstancesExterieures()) {
+        while (substances.noms.count(libre)) ++libre;
+        numeros[nom] = libre++;
+    }
+    return numeros;
+}
+
 }  // namespace
 
 void EcritInteractions(const Thesaurus& t, const Substances& substances, const Selection& selection,
@@ -176,25 +221,28 @@ void EcritInteractions(const Thesaurus& t, const Substances& substances, const S
 
     std::set<int> classesEcrites;
     std::map<std::pair<int, int>, int> numeros;
-    auto ecritCouple = [&](int a, int b, const std::string& voiesA, const std::string& voiesB, int sens,
-                           const Gravite& g, const Nature& genre, const CoupleThesaurus& c, const std::string& conduite) {
-        sortie.Ajoute("VDXZICOU", {{"ClasseA", std::to_string(a)},
-                                   {"ClasseB", std::to_string(b)},
-                                   {"Numero", std::to_string(++numeros[{a, b}])},
-                                   {"VoiesA", voiesA},
-                                   {"VoiesB", voiesB},
+    auto ecritCouple = [&](const CoupleEcrit& e, const CoupleThesaurus& c) {
+        sortie.Ajoute("VDXZICOU", {{"ClasseA", std::to_string(e.a)},
+                                   {"ClasseB", std::to_string(e.b)},
+                                   {"Numero", std::to_string(++numeros[{e.a, e.b}])},
+                                   {"VoiesA", e.voiesA},
+                                   {"VoiesB", e.voiesB},
                                    {"FiltreA", "T"},
+                                   {"SubstancesB", e.substancesB},
                                    {"FiltreB", "T"},
-                                   {"CodeType", std::to_string(genre.code)},
-                                   {"Sens", std::to_string(sens)},
-                                   {"CodeGravite", std::to_string(g.code)},
+                                   {"CodeType", std::to_string(e.nature->code)},
+                                   {"Sens", std::to_string(e.sens)},
+                                   {"CodeGravite", std::to_string(e.gravite->code)},
                                    {"Reference1", Texte(ReferenceThesaurus)},
                                    {"Reference2", Edition(edition)},
-                                   {"Genre", "0"},
+                                   {"Genre", std::to_string(e.genre)},
                                    {"Texte1", c.texteProduits},
                                    {"Texte2", c.mecanisme},
-                                   {"Texte4", conduite}});
+                                   {"Texte4", e.conduite}});
+        classesEcrites.insert({e.a, e.b});
     };
+    const std::map<std::string, int> exterieures = NumerosExterieurs(substances);
+    std::set<std::string> exterieuresEcrites;
     size_t ligne = 1;
     for (const CoupleThesaurus& c : t.couples) {
         ++ligne;
@@ -203,14 +251,45 @@ void EcritInteractions(const Thesaurus& t, const Substances& substances, const S
             journal.Rejette("couples.tsv", ligne, "no severity at the head of the description");
             continue;
         }
-        const int a = classes.codes.at(c.protagoniste1), b = classes.codes.at(c.protagoniste2);
-        if (!touche(a) && !touche(b)) continue;
-        const Nature& genre = NatureDe(c.mecanisme);
-        const std::string conduite = Conduite(c, *s);
-        const std::string voiesA = FiltreVoies(c.protagoniste1), voiesB = FiltreVoies(c.protagoniste2);
-        ecritCouple(a, b, voiesA, voiesB, 1, *s->gravite, genre, c, conduite);
-        if (a != b) ecritCouple(b, a, voiesB, voiesA, 2, *s->gravite, genre, c, conduite);
-        classesEcrites.insert({a, b});
+        CoupleEcrit e;
+        e.a = classes.codes.at(c.protagoniste1);
+        e.b = classes.codes.at(c.protagoniste2);
+        e.voiesA = FiltreVoies(c.protagoniste1);
+        e.voiesB = FiltreVoies(c.protagoniste2);
+        e.gravite = s->gravite;
+        e.nature = &NatureDe(c.mecanisme);
+        e.conduite = Conduite(c, *s);
+        const bool autre1 = !Medicament(c.protagoniste1), autre2 = !Medicament(c.protagoniste2);
+        if (autre1 && autre2) {
+            journal.Rejette("couples.tsv", ligne, "no medicine on either side");
+            continue;
+        }
+        if (!autre1 && !autre2) {
+            if (!touche(e.a) && !touche(e.b)) continue;
+            ecritCouple(e, c);
+            if (e.a != e.b) ecritCouple(e.Inverse(), c);
+            continue;
+        }
+        // With what no medicine holds, one couple: the medicine side alone
+        // against it.
+        const std::string& autre = autre1 ? c.protagoniste1 : c.protagoniste2;
+        if (autre1) e = e.Inverse();
+        if (!touche(e.a)) continue;
+        e.sens = 1;
+        if (const auto voies = FamilleDeVoie(autre)) {
+            e.genre = GenreVoie;
+            e.voiesB = *voies;
+        } else {
+            e.genre = GenreExterieur;
+            e.substancesB = std::to_string(exterieures.at(autre));
+            exterieuresEcrites.insert(autre);
+        }
+        ecritCouple(e, c);
+    }
+    for (const std::string& nom : exterieuresEcrites) {
+        const std::string numero = std::to_string(exterieures.at(nom));
+        sortie.Ajoute("VDXVPA", {{"CodeSubstance", numero}, {"Libelle", SubstancesExterieures().at(nom)}, {"Interactions", "1"}});
+        sortie.Ajoute("VDXWPEFI", {{"CodeParent", numero}, {"CodeEnfant", numero}});
     }
     for (const auto& [nom, code] : classes.codes) {
         if (!classesEcrites.count(code) && !touche(code)) continue;
