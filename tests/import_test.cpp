@@ -83,7 +83,8 @@ const char* const CouplesThesaurus =
     "de l'effet de l'antivitamine K.\t\t\t Controle plus frequent de l'INR. \t\n"
     "MORPHINIQUES\tRANITIDINE\tCI - ASDEC Contre-indication avec X. Association deconseillee avec Y.\tVoir aussi : "
     "morphiniques\tMajoration de la depression centrale.\t\t\t\t\n"
-    "SELS DE FER PAR VOIE INJECTABLE\tMORPHINE\tA prendre en compte Surveillance.\t\tRisque de choc.\t\t\t\t\n";
+    "SELS DE FER PAR VOIE INJECTABLE\tMORPHINE\tA prendre en compte Risque de choc an\t\tRisque de choc "
+    "anaphylactique.\t\t\t\t\n";
 
 class Dossier {
 public:
@@ -531,6 +532,13 @@ TEST(ImportInteractions, CouplesInBothOrdersWithTheirSeverityKindAndTexts) {
     EXPECT_EQ(combine[0].at("Texte1"), "Voir aussi : morphiniques");
     EXPECT_EQ(e.Fiche("VDXZITYP", "Code", combine[0].at("CodeType")).at("TexteType"),
               "Majoration de la dépression centrale avec $1 et $2");
+
+    // A description that only repeats the risk, cut short, is no conduct.
+    const auto repete =
+        Selon(Selon(couples, "ClasseA", classes.at("MORPHINE")), "ClasseB", classes.at("SELS DE FER PAR VOIE INJECTABLE"));
+    ASSERT_EQ(repete.size(), 1u);
+    EXPECT_EQ(repete[0].at("Texte2"), "Risque de choc anaphylactique.");
+    EXPECT_EQ(repete[0].at("Texte4"), "");
 
     // A protagonist named with its route keeps it as a filter.
     const auto fer = Selon(couples, "ClasseA", classes.at("SELS DE FER PAR VOIE INJECTABLE"));

@@ -61,13 +61,14 @@ std::optional<Severite> LitSeverite(const std::string& description) {
 }
 
 // The conduct to hold: the thesaurus's column of the level, else the
-// description behind its severity words when it says more than the risk.
+// description behind its severity words when it says more than the risk
+// (the extraction often cuts a description that only repeats it).
 // Combined levels keep their whole text.
 std::string Conduite(const CoupleThesaurus& c, const Severite& s) {
     if (s.combinee) return s.reste;
     const std::string& colonne = c.conduites[s.gravite->code - 1];
     if (!colonne.empty()) return colonne;
-    return s.reste == c.mecanisme ? "" : s.reste;
+    return Commence(c.mecanisme, s.reste) ? "" : s.reste;
 }
 
 // --- Kinds of interaction ------------------------------------------------------------------
