@@ -1,5 +1,5 @@
-// The import of the public medicine data into base sources, on small
-// extracts written here as published: what each table receives, the awkward
+// The import of the public medicine data into base sources, on the small
+// extracts of tests/extrait_import.h: what each table receives, the awkward
 // rows, bad input, determinism, the filter, and a build of the result.
 #include <stdlib.h>
 
@@ -19,176 +19,14 @@
 #include "store/magasin.h"
 #include "session/session.h"
 #include "store/sources.h"
+#include "tests/extrait_import.h"
 #include "tools/vdx/import.h"
 #include "tools/vdx/import_libelle.h"
 #include "tools/vdx/import_lecture.h"
 #include "tools/vdx/import_noms.h"
 
-namespace vdx::import {
+namespace vdx::import::essai {
 namespace {
-
-namespace fs = std::filesystem;
-
-// --- Extracts ------------------------------------------------------------------
-
-const char* const Specialites =
-    "60000001\tDOLIPRANE 1000 mg, comprimé\tcomprimé\torale\tAutorisation active\tProcédure nationale\tCommercialisée\t"
-    "01/01/2000\t\t\t SANOFI AVENTIS FRANCE\tNon\n"
-    "60000002\tRANITIDINE ÉLÉ 150 mg, comprimé effervescent\tcomprimé effervescent(e)\torale\tAutorisation active\t"
-    "Procédure nationale\tCommercialisée\t01/01/2001\t\t\t TEVA SANTE; ARROW GENERIQUES\tNon\n"
-    "60000003\tMORPHINE LAB 10 mg/ml, solution injectable\tsolution injectable\tintraveineuse;sous-cutanée\t"
-    "Autorisation active\tProcédure centralisée\tCommercialisée\t01/01/2002\t\t\t LABO MORPHE\tNon\n"
-    "60000004\tWARFARINE VIEUX 5 mg, comprimé sécable\tcomprimé sécable\torale\tAutorisation active\t"
-    "Procédure nationale\tCommercialisée\t01/01/2003\t\t\t SANOFI AVENTIS FRANCE\tNon\n";
-
-const char* const Presentations =
-    "60000001\t1111111\tplaquette(s) PVC aluminium de 8 comprimé(s)\tPrésentation active\tDéclaration de "
-    "commercialisation\t16/03/2011\t3400911111111\toui\t65%\t1,96\t2,98\t1,02\t\n"
-    "60000001\t1111112\tplaquette(s) PVC aluminium de 8 comprimé(s)\tPrésentation active\tDéclaration de "
-    "commercialisation\t16/03/2017\t3400911111112\toui\t65 %\t1,96\t2,98\t1,02\t\n"
-    "60000002\t2222222\ttube(s) polypropylène de 20 comprimé(s)\tPrésentation active\tDéclaration d'arrêt de "
-    "commercialisation\t29/10/2015\t3400922222222\tnon\t30%;65%\t\t\t\t\n"
-    "60000003\t3333333\t10 ampoule(s) en verre de 1 ml\tPrésentation active\tDéclaration de commercialisation\t"
-    "01/02/2012\t3400933333333\toui\t100%\t2,849,83\t2,850,85\t1,02\t<p>indications</p>\n"
-    "60000004\t4444444\tplaquette(s) de 30 comprimé(s)\tPrésentation active\tDéclaration de commercialisation\t"
-    "01/02/2012\t3400944444444\toui\t65%\t3,00\t4,02\t1,02\t\n";
-
-const char* const Composition =
-    "60000001\tcomprimé\t2202\tPARACÉTAMOL\t1000 mg\tun comprimé\tSA\t1\t\n"
-    "60000002\tcomprimé\t25783\tRANITIDINE (CHLORHYDRATE DE)\t168 mg\tun comprimé\tSA\t1\t\n"
-    "60000002\tcomprimé\t49632\tRANITIDINE BASE\t150 mg\tun comprimé\tFT\t1\t\n"
-    "60000003\tsolution\t1099\tSULFATE DE MORPHINE\t10 mg\t1 ml de solution\tSA\t1\t\n"
-    "60000004\tcomprimé\t678\tWARFARINE SODIQUE\t5 mg\tun comprimé\tSA\t1\t\n";
-
-const char* const Groupes =
-    "7\tRANITIDINE 150 mg - AZANTAC 150 mg, comprimé effervescent\t60000002\t1\t2\t\n"
-    "9\tPARACETAMOL 1000 mg - DOLIPRANE 1000 mg, comprimé\t60000001\t0\t1\t\n";
-
-const char* const Conditions =
-    "60000002\tliste II\n"
-    "60000003\tstupéfiants\n"
-    "60000003\tliste I\n"
-    "60000003\tréservé à l'usage HOSPITALIER\n"
-    "60000004\tliste I\n";
-
-const char* const SubstancesThesaurus = "PARACETAMOL\nRANITIDINE\nMORPHINE\nWARFARINE\nFLUINDIONE\n";
-const char* const ClassesThesaurus =
-    "molecule\tfamille\n"
-    "WARFARINE\tANTIVITAMINES K\n"
-    "FLUINDIONE\tANTIVITAMINES K\n"
-    "MORPHINE\tMORPHINIQUES\n";
-const char* const CouplesThesaurus =
-    "protagoniste1\tprotagoniste2\tdescription_interaction\tdescription_medoc\tmecanisme\tCI\tAD\tPE\tPC\n"
-    "ANTIVITAMINES K\tPARACETAMOL\tPrecaution d'emploi Controle plus frequent de l'INR. \t\tRisque d'augmentation "
-    "de l'effet de l'antivitamine K.\t\t\t Controle plus frequent de l'INR. \t\n"
-    "MORPHINIQUES\tRANITIDINE\tCI - ASDEC Contre-indication avec X. Association deconseillee avec Y.\tVoir aussi : "
-    "morphiniques\tMajoration de la depression centrale.\t\t\t\t\n"
-    "SELS DE FER PAR VOIE INJECTABLE\tMORPHINE\tA prendre en compte Risque de choc an\t\tRisque de choc "
-    "anaphylactique.\t\t\t\t\n";
-
-class Dossier {
-public:
-    Dossier() {
-        std::string modele = (fs::temp_directory_path() / "vdx32-import-XXXXXX").string();
-        if (mkdtemp(modele.data()) == nullptr) throw std::runtime_error("mkdtemp");
-        chemin_ = modele;
-    }
-    ~Dossier() { fs::remove_all(chemin_); }
-    const fs::path& chemin() const { return chemin_; }
-
-private:
-    fs::path chemin_;
-};
-
-std::string Cp1252(const std::string& utf8) { return *codepage::DepuisUtf8(utf8); }
-
-void Ecrit(const fs::path& fichier, const std::string& octets) {
-    fs::create_directories(fichier.parent_path());
-    std::ofstream(fichier, std::ios::binary) << octets;
-}
-
-std::string Lit(const fs::path& fichier) {
-    std::ifstream f(fichier, std::ios::binary);
-    std::ostringstream s;
-    s << f.rdbuf();
-    return s.str();
-}
-
-// The rows of a written source, values by column name, in UTF-8.
-using Ligne = std::map<std::string, std::string>;
-std::vector<Ligne> Source(const fs::path& fichier) {
-    std::istringstream texte(Lit(fichier));
-    std::vector<std::string> colonnes;
-    std::vector<Ligne> lignes;
-    for (std::string l; std::getline(texte, l);) {
-        std::vector<std::string> champs;
-        std::istringstream morceaux(l);
-        for (std::string c; std::getline(morceaux, c, '\t');) champs.push_back(c);
-        if (l.ends_with('\t')) champs.emplace_back();
-        if (colonnes.empty()) {
-            colonnes = champs;
-            continue;
-        }
-        Ligne ligne;
-        for (size_t i = 0; i < colonnes.size(); ++i) ligne[colonnes[i]] = i < champs.size() ? champs[i] : "";
-        lignes.push_back(std::move(ligne));
-    }
-    return lignes;
-}
-
-// A published extract, in code page 1252 with CR LF like the files of the
-// medicine database, or in UTF-8 with LF.
-class Extrait {
-public:
-    explicit Extrait(bool utf8 = false) : utf8_(utf8) {
-        Pose("bdpm/CIS_bdpm.txt", Specialites);
-        Pose("bdpm/CIS_CIP_bdpm.txt", Presentations);
-        Pose("bdpm/CIS_COMPO_bdpm.txt", Composition);
-        Pose("bdpm/CIS_GENER_bdpm.txt", Groupes);
-        Pose("bdpm/CIS_CPD_bdpm.txt", Conditions);
-        Pose("interactions-2016-08/substances.txt", SubstancesThesaurus);
-        Pose("interactions-2016-08/substance-classes.tsv", ClassesThesaurus);
-        Pose("interactions-2016-08/couples.tsv", CouplesThesaurus);
-    }
-    void Pose(const std::string& fichier, std::string texte) {
-        if (!utf8_) {
-            for (size_t p = 0; (p = texte.find('\n', p)) != std::string::npos; p += 2) texte.replace(p, 1, "\r\n");
-            texte = Cp1252(texte);
-        }
-        Ecrit(dossier_.chemin() / fichier, texte);
-    }
-    void Ajoute(const std::string& fichier, const std::string& texte) {
-        Ecrit(dossier_.chemin() / fichier, Lit(dossier_.chemin() / fichier) + (utf8_ ? texte : Cp1252(texte)));
-    }
-    RapportImport Importe(std::vector<std::string> substances = {}, const std::string& sortie = "sources",
-                          size_t parSubstance = 0) {
-        OptionsImport o{dossier_.chemin() / "bdpm", dossier_.chemin() / "interactions-2016-08", dossier_.chemin() / sortie,
-                        Filtre{std::move(substances), parSubstance}};
-        return import::Importe(o);
-    }
-    std::vector<Ligne> Table(const std::string& table, const std::string& sortie = "sources") const {
-        return Source(dossier_.chemin() / sortie / (table + ".tsv"));
-    }
-    // The row of `table` whose `colonne` is `valeur`.
-    Ligne Fiche(const std::string& table, const std::string& colonne, const std::string& valeur) const {
-        for (Ligne& l : Table(table))
-            if (l[colonne] == valeur) return l;
-        ADD_FAILURE() << "no " << colonne << " " << valeur << " in " << table;
-        return {};
-    }
-    const fs::path& chemin() const { return dossier_.chemin(); }
-
-private:
-    Dossier dossier_;
-    bool utf8_;
-};
-
-std::vector<Ligne> Selon(const std::vector<Ligne>& lignes, const std::string& colonne, const std::string& valeur) {
-    std::vector<Ligne> s;
-    for (const Ligne& l : lignes)
-        if (l.at(colonne) == valeur) s.push_back(l);
-    return s;
-}
 
 // --- Reading ---------------------------------------------------------------------
 
@@ -553,61 +391,6 @@ TEST(ImportInteractions, CouplesInBothOrdersWithTheirSeverityKindAndTexts) {
     EXPECT_EQ(r.nomsSansSubstance, std::vector<std::string>{"FLUINDIONE"});
 }
 
-// What no medicine holds: an iron product for the family named with its
-// route, and couples with drinks, plants and a whole route.
-void AjouteAutresQueMedicaments(Extrait& e) {
-    e.Ajoute("bdpm/CIS_bdpm.txt",
-             "60000007\tFERINJ 50 mg/ml, solution injectable\tsolution injectable\tintraveineuse\tAutorisation active\t"
-             "Procédure nationale\tCommercialisée\t01/01/2003\t\t\t LABO\tNon\r\n");
-    e.Ajoute("bdpm/CIS_CIP_bdpm.txt", "60000007\t7777777\t5 flacon(s) de 2 ml\tPrésentation active\tDéclaration de "
-                                      "commercialisation\t01/02/2012\t3400977777777\toui\t65%\t3,00\t4,02\t1,02\t\r\n");
-    e.Ajoute("bdpm/CIS_COMPO_bdpm.txt", "60000007\tsolution\t1077\tFER\t50 mg\t1 ml de solution\tSA\t1\t\r\n");
-    e.Ajoute("interactions-2016-08/couples.tsv",
-             "WARFARINE\tALCOOL (BOISSON OU EXCIPIENT)\tA prendre en compte Variations.\t\tVariations de l'effet.\t\t\t\t\r\n"
-             "MILLEPERTUIS\tWARFARINE\tCONTRE-INDICATION Baisse.\t\tBaisse des concentrations.\t\t\t\t\r\n"
-             "RANITIDINE\tMEDICAMENTS ADMINISTRES PAR VOIE ORALE\tPrecaution d'emploi A distance.\t\tAbsorption "
-             "diminuee.\t\t\tA distance.\t\r\n");
-}
-
-TEST(ImportInteractions, WhatNoMedicineHoldsIsOneCoupleFromTheMedicineSide) {
-    Extrait e;
-    AjouteAutresQueMedicaments(e);
-    e.Importe();
-    std::map<std::string, std::string> classes;
-    for (const Ligne& c : e.Table("VDXZICLA")) classes[c.at("Libelle")] = c.at("CodeClasse");
-    const auto couples = e.Table("VDXZICOU");
-    const auto seul = [&](const std::string& autre) {
-        const auto avec = Selon(couples, "ClasseB", classes.at(autre));
-        EXPECT_EQ(avec.size(), 1u) << autre;
-        EXPECT_TRUE(Selon(couples, "ClasseA", classes.at(autre)).empty()) << autre;
-        EXPECT_TRUE(Selon(e.Table("VDXZICLC"), "CodeClasse", classes.at(autre)).empty()) << autre;
-        return avec.empty() ? Ligne{} : avec[0];
-    };
-    // Outside substances, on either side of the thesaurus: a couple of the
-    // medicine against a substance of its own number.
-    std::set<std::string> numeros;
-    for (const auto& [autre, libelle] : {std::pair{"ALCOOL (BOISSON OU EXCIPIENT)", "Alcool (boisson ou excipient)"},
-                                        std::pair{"MILLEPERTUIS", "Millepertuis"}}) {
-        const Ligne c = seul(autre);
-        EXPECT_EQ(c.at("ClasseA"), classes.at("WARFARINE")) << autre;
-        EXPECT_EQ(c.at("Genre"), "1");
-        EXPECT_EQ(c.at("Sens"), "1");
-        EXPECT_EQ(e.Fiche("VDXVPA", "CodeSubstance", c.at("SubstancesB")).at("Libelle"), libelle);
-        EXPECT_EQ(e.Fiche("VDXWPEFI", "CodeEnfant", c.at("SubstancesB")).at("CodeParent"), c.at("SubstancesB"));
-        numeros.insert(c.at("SubstancesB"));
-    }
-    EXPECT_EQ(numeros.size(), 2u);
-    EXPECT_EQ(e.Fiche("VDXZIGRA", "Code", seul("MILLEPERTUIS").at("CodeGravite")).at("Niveau"), "4");
-    // A whole route: the medicine against every product given by it.
-    const Ligne orale = seul("MEDICAMENTS ADMINISTRES PAR VOIE ORALE");
-    EXPECT_EQ(orale.at("ClasseA"), classes.at("RANITIDINE"));
-    EXPECT_EQ(orale.at("Genre"), "2");
-    EXPECT_EQ(orale.at("VoiesB"), "A1");
-    EXPECT_EQ(orale.at("SubstancesB"), "");
-    // A family named with its route finds its substances without it.
-    EXPECT_EQ(e.Fiche("VDXZICLC", "CodeSubstance", "1077").at("CodeClasse"), classes.at("SELS DE FER PAR VOIE INJECTABLE"));
-}
-
 // --- The whole import -------------------------------------------------------------------
 
 TEST(Import, TheSameFilesGiveTheSameBytesWhateverTheirEncoding) {
@@ -697,4 +480,4 @@ TEST(Import, TheSourcesBuildABaseWhoseLabelsAreUnique) {
 }
 
 }  // namespace
-}  // namespace vdx::import
+}  // namespace vdx::import::essai

@@ -27,6 +27,9 @@ struct Substances {
     std::map<int, std::string> noms;    // by base number
     std::map<int, int> parents;         // a salt to its base, by base numbers
     IndexNoms index;                    // base numbers by name
+    // `n` numbers below the last substance number that no substance has,
+    // the lowest first.
+    std::vector<int> Libres(size_t n) const;
 };
 Substances NumeroteSubstances(const std::vector<Composant>& composants);
 

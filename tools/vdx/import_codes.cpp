@@ -78,6 +78,9 @@ const std::map<std::string, std::string, std::less<>> Voies = {
     {"SOUS-MUQUEUSE", "B44"},
 };
 
+// The groups of every systemic route and of every local one.
+constexpr char VoiesGenerales[] = "A", VoiesLocales[] = "B";
+
 // Routes a thesaurus name restricts itself to, by the words it uses.
 const std::vector<std::pair<std::string, std::string>> VoiesDuThesaurus = {
     {"VOIES ORALE ET/OU NASALE", "A1|B03"},
@@ -124,24 +127,25 @@ std::optional<std::string> CodeVoie(std::string_view routePliee) {
 }
 
 std::map<std::string, std::string> GroupesVoies() {
-    return {{"A", Texte("voie générale")},
+    return {{VoiesGenerales, Texte("voie générale")},
             {"A1", Texte("voie digestive")},
             {"A2", Texte("voie injectable")},
             {"A3", Texte("voie transdermique ou inhalée")},
-            {"B", Texte("voie locale")}};
+            {VoiesLocales, Texte("voie locale")}};
 }
 
-std::string FiltreVoies(std::string_view protagoniste) {
+std::optional<std::string> VoiesNommees(std::string_view protagoniste) {
     const std::string nom = Plie(protagoniste);
     for (const auto& [mots, filtre] : VoiesDuThesaurus)
         if (Contient(nom, mots)) return filtre;
-    return "A";
+    return std::nullopt;
 }
 
+std::string FiltreVoies(std::string_view protagoniste) { return VoiesNommees(protagoniste).value_or(VoiesGenerales); }
+
 std::optional<std::string> FamilleDeVoie(std::string_view protagoniste) {
-    const std::string filtre = FiltreVoies(protagoniste);
-    if (!Commence(Plie(protagoniste), "MEDICAMENTS ") || filtre == "A") return std::nullopt;
-    return filtre;
+    if (!Commence(Plie(protagoniste), "MEDICAMENTS ")) return std::nullopt;
+    return VoiesNommees(protagoniste);
 }
 
 std::string NomSansVoie(std::string_view protagoniste) {
@@ -152,13 +156,13 @@ std::string NomSansVoie(std::string_view protagoniste) {
     return nom;
 }
 
-const std::map<std::string, std::string>& SubstancesExterieures() {
-    static const std::map<std::string, std::string> exterieures = {
-        {"ALCOOL (BOISSON OU EXCIPIENT)", Texte("Alcool (boisson ou excipient)")},
-        {"MILLEPERTUIS", Texte("Millepertuis")},
-        {"PAMPLEMOUSSE (JUS ET FRUIT)", Texte("Pamplemousse (jus et fruit)")},
-        {"PRESERVATIFS EN LATEX", Texte("Préservatifs en latex")},
-        {"THEINE", Texte("Théine")},
+const std::map<std::string, Exterieur>& SubstancesExterieures() {
+    static const std::map<std::string, Exterieur> exterieures = {
+        {"ALCOOL (BOISSON OU EXCIPIENT)", {Texte("Alcool (boisson ou excipient)"), VoiesGenerales}},
+        {"MILLEPERTUIS", {Texte("Millepertuis"), VoiesGenerales}},
+        {"PAMPLEMOUSSE (JUS ET FRUIT)", {Texte("Pamplemousse (jus et fruit)"), VoiesGenerales}},
+        {"PRESERVATIFS EN LATEX", {Texte("Préservatifs en latex"), VoiesLocales}},
+        {"THEINE", {Texte("Théine"), VoiesGenerales}},
     };
     return exterieures;
 }

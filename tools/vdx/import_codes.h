@@ -22,8 +22,11 @@ std::string Texte(std::string_view utf8);
 std::optional<std::string> CodeVoie(std::string_view routePliee);
 // The groups of routes that a filter of a couple names, with their labels.
 std::map<std::string, std::string> GroupesVoies();
-// The route filter of a thesaurus protagonist ("SELS DE FER PAR VOIE
-// INJECTABLE" gives "A2"); "A", every systemic route, for the others.
+// The routes a thesaurus protagonist names ("SELS DE FER PAR VOIE
+// INJECTABLE" gives "A2"); none for the others.
+std::optional<std::string> VoiesNommees(std::string_view protagoniste);
+// The route filter of a thesaurus protagonist: the routes it names, else
+// "A", every systemic route.
 std::string FiltreVoies(std::string_view protagoniste);
 // A protagonist that stands for every medicine given by some routes
 // ("MEDICAMENTS ADMINISTRES PAR VOIE ORALE"): those routes ("A1"); none for
@@ -34,9 +37,16 @@ std::optional<std::string> FamilleDeVoie(std::string_view protagoniste);
 std::string NomSansVoie(std::string_view protagoniste);
 
 // --- What is taken beside a prescription ------------------------------------
-// The protagonists of the thesaurus that are no medicine (a drink, a food, a
-// plant, a device), by folded name, with the label a prescriber reads.
-const std::map<std::string, std::string>& SubstancesExterieures();
+// A protagonist of the thesaurus that is no medicine (a drink, a food, a
+// plant, a device): the label a prescriber reads (code page 1252) and the
+// routes of the medicines it meets ("A" what is swallowed meets them in the
+// whole body, "B" a device meets what is laid on the skin or a mucosa).
+struct Exterieur {
+    std::string libelle;
+    std::string voies;
+};
+// By folded name.
+const std::map<std::string, Exterieur>& SubstancesExterieures();
 
 // --- Money ----------------------------------------------------------------
 // The code of VDXTSS of a reimbursement rate ("65%" gives "2"), with the

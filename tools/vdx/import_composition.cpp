@@ -82,7 +82,21 @@ std::string TexteComposition(const std::vector<const Composant*>& exprimes) {
     return texte.empty() ? texte : texte + ".";
 }
 
+// The first number from `libre` on that `pris` doesn't hold.
+template <class Pris>
+int Libre(int libre, const Pris& pris) {
+    while (pris.count(libre)) ++libre;
+    if (libre > DerniereSubstance) throw ErreurImport("more substances than numbers below 30001");
+    return libre;
+}
+
 }  // namespace
+
+std::vector<int> Substances::Libres(size_t n) const {
+    std::vector<int> libres;
+    for (int libre = 0; libres.size() < n;) libres.push_back(libre = Libre(libre + 1, noms));
+    return libres;
+}
 
 Substances NumeroteSubstances(const std::vector<Composant>& composants) {
     Substances s;
@@ -94,8 +108,7 @@ Substances NumeroteSubstances(const std::vector<Composant>& composants) {
             s.numeros[code] = code;
             continue;
         }
-        while (publies.count(libre)) ++libre;
-        if (libre > DerniereSubstance) throw ErreurImport("more substances than numbers below 30001");
+        libre = Libre(libre, publies);
         s.numeros[code] = libre++;
     }
     for (const auto& [code, nom] : publies) {

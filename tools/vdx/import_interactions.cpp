@@ -109,6 +109,12 @@ const Nature& NatureDe(const std::string& mecanisme) {
 
 // --- Classes ------------------------------------------------------------------
 
+// A protagonist a prescribed product can be of: neither taken outside nor a
+// whole route.
+bool Medicament(const std::string& protagoniste) {
+    return !SubstancesExterieures().count(protagoniste) && !FamilleDeVoie(protagoniste);
+}
+
 struct Classes {
     std::map<std::string, int> codes;               // by name
     std::map<int, std::set<int>> membres;           // base substances by class
@@ -131,7 +137,7 @@ Classes Classe(const Thesaurus& t, const Substances& substances) {
     for (const auto& [nom, code] : k.codes) {
         std::set<int>& membres = k.membres[code];
         // What no medicine holds has no member, whatever its name resembles.
-        if (SubstancesExterieures().count(nom) || FamilleDeVoie(nom)) continue;
+        if (!Medicament(nom)) continue;
         const auto famille = parFamille.find(nom);
         if (famille == parFamille.end()) {
             membres = substances.index.Cherche(nom);
@@ -155,10 +161,14 @@ std::string Edition(const std::string& anneeMois) {
     return mois >= 1 && mois <= 12 ? Texte(std::string(Mois[mois - 1]) + " " + anneeMois.substr(0, 4)) : "";
 }
 
+// The substances of the thesaurus found among those of the medicine
+// database; what no medicine holds is not looked for there.
 void Compte(const Thesaurus& t, const Substances& substances, RapportImport& rapport) {
-    rapport.substancesThesaurus = t.substances.size();
+    rapport.substancesThesaurus = 0;
     rapport.substancesTrouvees = 0;
     for (const std::string& nom : t.substances) {
+        if (!Medicament(nom)) continue;
+        ++rapport.substancesThesaurus;
         if (substances.index.Cherche(nom).empty())
             rapport.nomsSansSubstance.push_back(nom);
         else
@@ -190,21 +200,12 @@ struct CoupleEcrit {
     }
 };
 
-// A protagonist a prescribed product can be of: neither taken outside nor a
-// whole route.
-bool Medicament(const std::string& protagoniste) {
-    return !SubstancesExterieures().count(protagoniste) && !FamilleDeVoie(protagoniste);
-}
-
 // The substance numbers of what is taken outside: the lowest that no
 // substance of the medicine database has, in the order of the names.
 std::map<std::string, int> NumerosExterieurs(const Substances& substances) {
+    const std::vector<int> libres = substances.Libres(SubstancesExterieures().size());
     std::map<std::string, int> numeros;
-    int libre = 1;
-    for (const auto& [nom, libelle] : SubstancesExterieures()) {
-        while (substances.noms.count(libre)) ++libre;
-        numeros[nom] = libre++;
-    }
+    for (const auto& [nom, exterieur] : SubstancesExterieures()) numeros.emplace(nom, libres[numeros.size()]);
     return numeros;
 }
 
@@ -253,10 +254,6 @@ void EcritInteractions(const Thesaurus& t, const Substances& substances, const S
             continue;
         }
         CoupleEcrit e;
-        e.a = classes.codes.at(c.protagoniste1);
-        e.b = classes.codes.at(c.protagoniste2);
-        e.voiesA = FiltreVoies(c.protagoniste1);
-        e.voiesB = FiltreVoies(c.protagoniste2);
         e.gravite = s->gravite;
         e.nature = &NatureDe(c.mecanisme);
         e.conduite = Conduite(c, *s);
@@ -266,22 +263,27 @@ void EcritInteractions(const Thesaurus& t, const Substances& substances, const S
             continue;
         }
         if (!autre1 && !autre2) {
+            e.a = classes.codes.at(c.protagoniste1);
+            e.b = classes.codes.at(c.protagoniste2);
             if (!touche(e.a) && !touche(e.b)) continue;
+            e.voiesA = FiltreVoies(c.protagoniste1);
+            e.voiesB = FiltreVoies(c.protagoniste2);
             ecritCouple(e, c);
             if (e.a != e.b) ecritCouple(e.Inverse(), c);
             continue;
         }
         // With what no medicine holds, one couple: the medicine side alone
-        // against it.
+        // against it, met by its routes when the medicine names none.
+        const std::string& medicament = autre1 ? c.protagoniste2 : c.protagoniste1;
         const std::string& autre = autre1 ? c.protagoniste1 : c.protagoniste2;
-        if (autre1) e = e.Inverse();
+        e.a = classes.codes.at(medicament);
+        e.b = classes.codes.at(autre);
         if (!touche(e.a)) continue;
-        e.sens = 1;
-        if (const auto voies = FamilleDeVoie(autre)) {
-            e.genre = GenreVoie;
-            e.voiesB = *voies;
-        } else {
-            e.genre = GenreExterieur;
+        const auto famille = FamilleDeVoie(autre);
+        e.genre = famille ? GenreVoie : GenreExterieur;
+        e.voiesB = famille ? *famille : SubstancesExterieures().at(autre).voies;
+        e.voiesA = VoiesNommees(medicament).value_or(e.voiesB);
+        if (!famille) {
             e.substancesB = std::to_string(exterieures.at(autre));
             exterieuresEcrites.insert(autre);
         }
@@ -289,7 +291,9 @@ void EcritInteractions(const Thesaurus& t, const Substances& substances, const S
     }
     for (const std::string& nom : exterieuresEcrites) {
         const std::string numero = std::to_string(exterieures.at(nom));
-        sortie.Ajoute("VDXVPA", {{"CodeSubstance", numero}, {"Libelle", SubstancesExterieures().at(nom)}, {"Interactions", "1"}});
+        sortie.Ajoute("VDXVPA", {{"CodeSubstance", numero},
+                                 {"Libelle", SubstancesExterieures().at(nom).libelle},
+                                 {"Interactions", "1"}});
         sortie.Ajoute("VDXWPEFI", {{"CodeParent", numero}, {"CodeEnfant", numero}});
     }
     for (const auto& [nom, code] : classes.codes) {
