@@ -33,16 +33,6 @@ constexpr char AideImport[] =
     "the thesaurus substances found in the medicine database; --unmatched\n"
     "lists the thesaurus substances that match none.\n";
 
-bool DemandeAide(const std::vector<std::string>& args) {
-    for (const auto& a : args)
-        if (a == "--help" || a == "-h") return true;
-    return false;
-}
-
-int Usage() {
-    std::cerr << AideImport;
-    return SortieUsage;
-}
 
 std::vector<std::string> NomsDuFichier(const std::string& chemin) {
     std::ifstream fichier(chemin, std::ios::binary);
@@ -80,25 +70,25 @@ int Import(std::vector<std::string> args) {
     try {
         for (size_t i = 0; i < args.size(); ++i) {
             if (args[i] == "--only" || args[i] == "--filter") {
-                if (i + 1 == args.size()) return Usage();
+                if (i + 1 == args.size()) return Usage(AideImport);
                 const std::vector<std::string> noms =
                     args[i] == "--only" ? import::Decoupe(import::VersCp1252(args[i + 1]), ',') : NomsDuFichier(args[i + 1]);
                 options.filtre.substances.insert(options.filtre.substances.end(), noms.begin(), noms.end());
                 ++i;
             } else if (args[i] == "--per-substance") {
-                if (i + 1 == args.size()) return Usage();
+                if (i + 1 == args.size()) return Usage(AideImport);
                 const std::string& n = args[++i];
                 const auto [fin, erreur] = std::from_chars(n.data(), n.data() + n.size(), options.filtre.parSubstance);
-                if (erreur != std::errc() || fin != n.data() + n.size() || options.filtre.parSubstance == 0) return Usage();
+                if (erreur != std::errc() || fin != n.data() + n.size() || options.filtre.parSubstance == 0) return Usage(AideImport);
             } else if (args[i] == "--unmatched") {
                 sansSubstance = true;
             } else if (!args[i].empty() && args[i][0] == '-') {
-                return Usage();
+                return Usage(AideImport);
             } else {
                 chemins.push_back(args[i]);
             }
         }
-        if (chemins.size() != 3) return Usage();
+        if (chemins.size() != 3) return Usage(AideImport);
         for (size_t i = 0; i < 2; ++i)
             if (!fs::is_directory(chemins[i])) {
                 std::cerr << "vdx: " << chemins[i] << ": no such directory\n";

@@ -34,17 +34,6 @@ constexpr char AideDump[] =
     "table that has records, or without -o to standard output, each table\n"
     "behind a line \"==> TABLE.tsv <==\". Without TABLE, every table.\n";
 
-bool DemandeAide(const std::vector<std::string>& args) {
-    for (const auto& a : args)
-        if (a == "--help" || a == "-h") return true;
-    return false;
-}
-
-int Usage(const char* aide) {
-    std::cerr << aide;
-    return SortieUsage;
-}
-
 void DemarreMagasin() {
     if (magasin::InitialiseMagasin(867, NombreNumeros, 16) != 0) throw std::runtime_error("the store can't start");
 }
@@ -56,6 +45,17 @@ std::string NomsChamps(const Cle& cle) {
 }
 
 }  // namespace
+
+bool DemandeAide(const std::vector<std::string>& args) {
+    for (const auto& a : args)
+        if (a == "--help" || a == "-h") return true;
+    return false;
+}
+
+int Usage(const char* aide) {
+    std::cerr << aide;
+    return SortieUsage;
+}
 
 int EchecLibrairie(const char* appel, int code) {
     std::cerr << "vdx: " << appel << " returned " << code;

@@ -13,6 +13,11 @@ inline constexpr int SortieSucces = 0;
 inline constexpr int SortieEchec = 1;
 inline constexpr int SortieUsage = 2;
 
+// True when the arguments ask for help ("--help" or "-h").
+bool DemandeAide(const std::vector<std::string>& args);
+// Writes a command's help to standard error: the exit code of bad usage.
+int Usage(const char* aide);
+
 // Tells a failure of the library, with its code and the error sentence.
 int EchecLibrairie(const char* appel, int code);
 

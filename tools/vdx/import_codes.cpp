@@ -120,6 +120,13 @@ constexpr char Alphanumerique[] = "0123456789ABCDEFGHIJKLMNOPQRSTUVWXYZ";
 
 std::string Texte(std::string_view utf8) { return VersCp1252(utf8); }
 
+std::string MoisEnLettres(int mois, std::string_view annee) {
+    static const char* const Mois[] = {"janvier", "février", "mars",      "avril",   "mai",      "juin",
+                                       "juillet", "août",    "septembre", "octobre", "novembre", "décembre"};
+    if (mois < 1 || mois > 12) return "";
+    return Texte(std::string(Mois[mois - 1]) + " " + std::string(annee));
+}
+
 std::optional<std::string> CodeVoie(std::string_view routePliee) {
     const auto v = Voies.find(routePliee);
     if (v == Voies.end()) return std::nullopt;

@@ -14,6 +14,9 @@ namespace vdx::import {
 
 // A text of this program, written in UTF-8 here, in code page 1252.
 std::string Texte(std::string_view utf8);
+// A month and its year in words, "août 2016" for 8 and "2016", in code page
+// 1252; empty for a month outside 1 to 12.
+std::string MoisEnLettres(int mois, std::string_view annee);
 
 // --- Routes ---------------------------------------------------------------
 // A route code beginning with "A" reaches the whole body ("A1" digestive,

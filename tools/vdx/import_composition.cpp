@@ -141,11 +141,9 @@ namespace {
 // The order in which the limit of a filter keeps the specialities of a
 // substance: those with a reimbursed presentation first, then those of
 // fewer active substances, then by CIS.
-std::vector<std::string> SpecialitesParInteret(const Bdpm& bdpm, const std::set<std::string>& specialites,
+std::vector<std::string> SpecialitesParInteret(const std::set<std::string>& specialites,
+                                               const std::set<std::string>& remboursees,
                                                const std::map<std::string, std::vector<const Composant*>>& compositions) {
-    std::set<std::string> remboursees;
-    for (const Presentation& p : bdpm.presentations)
-        if (!p.taux.empty()) remboursees.insert(p.cis);
     std::vector<std::tuple<bool, size_t, std::string>> rangs;
     for (const std::string& cis : specialites) {
         const auto c = compositions.find(cis);
@@ -163,6 +161,9 @@ Selection Selectionne(const Bdpm& bdpm, const Substances& substances, const Filt
                       std::vector<std::string>& sansSubstance) {
     Selection selection;
     const auto compositions = ParSpecialite(bdpm.composants);
+    std::set<std::string> remboursees;
+    for (const Presentation& p : bdpm.presentations)
+        if (!p.taux.empty()) remboursees.insert(p.cis);
     if (filtre.substances.empty())
         for (const Specialite& s : bdpm.specialites) selection.specialites.insert(s.cis);
     for (const std::string& nom : filtre.substances) {
@@ -172,7 +173,7 @@ Selection Selectionne(const Bdpm& bdpm, const Substances& substances, const Filt
         for (const auto& [cis, liste] : compositions)
             for (const Composant* c : liste)
                 if (codes.count(substances.numeros.at(c->code))) contenant.insert(cis);
-        std::vector<std::string> gardees = SpecialitesParInteret(bdpm, contenant, compositions);
+        std::vector<std::string> gardees = SpecialitesParInteret(contenant, remboursees, compositions);
         if (filtre.parSubstance && gardees.size() > filtre.parSubstance) gardees.resize(filtre.parSubstance);
         selection.specialites.insert(gardees.begin(), gardees.end());
     }

@@ -154,11 +154,8 @@ Classes Classe(const Thesaurus& t, const Substances& substances) {
 
 // The month and year of the edition, "2016-08" giving "août 2016".
 std::string Edition(const std::string& anneeMois) {
-    static const char* const Mois[] = {"janvier", "février", "mars",      "avril",   "mai",      "juin",
-                                       "juillet", "août",    "septembre", "octobre", "novembre", "décembre"};
     if (anneeMois.size() != 7 || anneeMois[4] != '-') return "";
-    const int mois = std::atoi(anneeMois.c_str() + 5);
-    return mois >= 1 && mois <= 12 ? Texte(std::string(Mois[mois - 1]) + " " + anneeMois.substr(0, 4)) : "";
+    return MoisEnLettres(std::atoi(anneeMois.c_str() + 5), anneeMois.substr(0, 4));
 }
 
 // The substances of the thesaurus found among those of the medicine

@@ -248,11 +248,12 @@ std::string SansParentheses(std::string_view nom) {
 
 std::string LibelleProduit(std::string_view denomination, std::string_view forme, std::string_view presentation) {
     const std::string boite = Boite(presentation);
+    const std::string formeAbregee = AbregeForme(forme);
     std::string nomDosage = NomDosage(denomination);
     // What brackets say goes first when the label lacks room.
-    if (Joint({nomDosage, AbregeForme(forme), boite}).size() > LongueurLibelle)
+    if (Joint({nomDosage, formeAbregee, boite}).size() > LongueurLibelle)
         if (std::string court = SansParentheses(nomDosage); !court.empty()) nomDosage = std::move(court);
-    std::vector<std::string> abrege = Decoupe(AbregeForme(forme), ' ');
+    std::vector<std::string> abrege = Decoupe(formeAbregee, ' ');
     // The form loses its later words before the name is cut, down to one.
     while (abrege.size() > 1 && nomDosage.size() + Joint(abrege).size() + boite.size() + 2 > LongueurLibelle)
         abrege.pop_back();

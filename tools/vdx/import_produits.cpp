@@ -101,9 +101,6 @@ void EcritCodes(Sortie& sortie) {
 
 // --- The base's identity ---------------------------------------------------
 
-const char* const Mois[] = {"janvier", "février", "mars",      "avril",   "mai",      "juin",
-                            "juillet", "août",    "septembre", "octobre", "novembre", "décembre"};
-
 // The latest date of the presentations, AAAAMMJJ, as the date of the extract.
 std::string DateExtrait(const Bdpm& bdpm) {
     std::string plusTard;
@@ -114,17 +111,17 @@ std::string DateExtrait(const Bdpm& bdpm) {
 
 void EcritIdentite(const Bdpm& bdpm, Sortie& sortie) {
     const std::string date = DateExtrait(bdpm);
-    std::string libelle = "Source : Base de données publique des médicaments";
+    std::string libelle = Texte("Source : Base de données publique des médicaments");
     std::string jour;
     if (date.size() == 8) {
-        const int mois = std::stoi(date.substr(4, 2));
-        if (mois >= 1 && mois <= 12) libelle += std::string(", ") + Mois[mois - 1] + " " + date.substr(0, 4);
+        if (const std::string mois = MoisEnLettres(std::stoi(date.substr(4, 2)), date.substr(0, 4)); !mois.empty())
+            libelle += ", " + mois;
         jour = date.substr(6, 2) + "/" + date.substr(4, 2) + "/" + date.substr(0, 4);
     }
     const auto identite = [&sortie](int32_t numero, const std::string& texte) {
         sortie.Ajoute("VDXDAT", {{"Numero", std::to_string(numero)}, {"Texte", texte}});
     };
-    identite(VDXDAT::Version, Texte(libelle));
+    identite(VDXDAT::Version, libelle);
     identite(VDXDAT::Date, jour);
     identite(VDXDAT::Monnaie, "EUR");
     // The sources are laid out for this library's version of the files.

@@ -52,17 +52,6 @@ constexpr char AideCall[] =
     "the result code, then the rows, one per line, fields separated by tabs,\n"
     "in UTF-8. --list lists the exports it can call with their arguments.\n";
 
-int Usage(const char* texte) {
-    std::fputs(texte, stderr);
-    return SortieUsage;
-}
-
-bool DemandeAide(const std::vector<std::string>& args) {
-    for (const auto& a : args)
-        if (a == "--help" || a == "-h") return true;
-    return false;
-}
-
 const char* NomGenre(exports::GenreArgument g) {
     switch (g) {
         case exports::GenreArgument::Texte: return "texte";

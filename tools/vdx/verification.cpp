@@ -140,10 +140,6 @@ std::optional<int32_t> Nombre(const std::string& texte) {
     return n;
 }
 
-int Usage(const char* aide) {
-    std::fputs(aide, stderr);
-    return SortieUsage;
-}
 
 std::string Json(std::string_view texte) {
     std::string j = "\"";
@@ -337,8 +333,7 @@ int ImprimeJson(Constat& c) {
 }  // namespace
 
 int Check(std::vector<std::string> args) {
-    for (const std::string& a : args)
-        if (a == "--help" || a == "-h") return std::fputs(AideCheck, stdout), SortieSucces;
+    if (DemandeAide(args)) return std::fputs(AideCheck, stdout), SortieSucces;
     const std::optional<Demande> d = LitDemande(args);
     if (!d) return Usage(AideCheck);
     const Connexion connexion(d->base);
