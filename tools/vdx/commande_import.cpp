@@ -1,4 +1,5 @@
 // vdx import: the command line of the import of the public data.
+#include <algorithm>
 #include <charconv>
 #include <fstream>
 #include <iostream>
@@ -45,17 +46,33 @@ std::vector<std::string> NomsDuFichier(const std::string& chemin) {
     return noms;
 }
 
+std::string Part(size_t n, size_t sur) {
+    const double part = sur ? 100.0 * static_cast<double>(n) / static_cast<double>(sur) : 0;
+    return std::to_string(n) + " of " + std::to_string(sur) + " (" + import::TexteNombre(static_cast<int>(part * 10) / 10.0) + "%)";
+}
+
 void Resume(const import::RapportImport& r, bool sansSubstance) {
     std::cout << "records by table:\n";
     for (const auto& [table, nombre] : r.comptes) std::cout << "  " << table << '\t' << nombre << '\n';
     std::cout << "lines left out: " << r.lignesRejetees << '\n';
     for (const auto& rejet : r.rejets) std::cout << "  " << codepage::VersUtf8(rejet) << '\n';
-    const double part = r.substancesThesaurus ? 100.0 * r.substancesTrouvees / r.substancesThesaurus : 0;
-    std::cout << "thesaurus substances found in the medicine database: " << r.substancesTrouvees << " of "
-              << r.substancesThesaurus << " (" << import::TexteNombre(static_cast<int>(part * 10) / 10.0) << "%), "
-              << r.nomsSansSubstance.size() << " matching nothing\n";
+    // A name that no name of the database comes near is taken for a
+    // substance the extract's market lacks.
+    const size_t absents = static_cast<size_t>(std::ranges::count_if(r.nomsSansSubstance, [](const auto& n) { return n.proches.empty(); }));
+    std::cout << "thesaurus substances found in the medicine database: " << Part(r.substancesTrouvees, r.substancesThesaurus)
+              << ", " << r.nomsSansSubstance.size() << " matching nothing, " << absents
+              << " of them near no name of the database\n";
+    std::cout << "  of those the database comes near: " << Part(r.substancesTrouvees, r.substancesThesaurus - absents) << '\n';
+    std::cout << "thesaurus couples of two medicines with products on both sides: "
+              << Part(r.couplesAvecProduits, r.couplesMedicaments) << '\n';
+    std::cout << "presentations holding a name near an unmatched one: " << r.presentationsProches << '\n';
     if (sansSubstance)
-        for (const auto& nom : r.nomsSansSubstance) std::cout << "  " << codepage::VersUtf8(nom) << '\n';
+        for (const auto& n : r.nomsSansSubstance) {
+            std::cout << "  " << codepage::VersUtf8(n.nom) << ": ";
+            if (n.proches.empty()) std::cout << "no product of the extract";
+            for (size_t i = 0; i < n.proches.size(); ++i) std::cout << (i ? ", " : "nearest ") << codepage::VersUtf8(n.proches[i]);
+            std::cout << '\n';
+        }
     for (const auto& nom : r.filtreSansSubstance)
         std::cout << "filter: no substance named " << codepage::VersUtf8(nom) << '\n';
 }

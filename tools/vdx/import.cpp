@@ -1,6 +1,9 @@
 #include "tools/vdx/import.h"
 
+#include <algorithm>
+
 #include "tools/vdx/import_base.h"
+#include "tools/vdx/import_texte.h"
 
 namespace vdx::import {
 namespace {
@@ -10,6 +13,17 @@ std::string AnneeMois(const std::filesystem::path& dossier) {
     std::string nom = std::filesystem::absolute(dossier).lexically_normal().filename().string();
     if (nom.empty()) nom = std::filesystem::absolute(dossier).lexically_normal().parent_path().filename().string();
     return nom.size() >= 7 ? nom.substr(nom.size() - 7) : "";
+}
+
+// The presentations that hold a name of the medicine database near a
+// thesaurus name that matched nothing: what the matching may have missed.
+size_t PresentationsProches(const Bdpm& bdpm, const RapportImport& rapport) {
+    std::set<std::string> proches;
+    for (const auto& n : rapport.nomsSansSubstance) proches.insert(n.proches.begin(), n.proches.end());
+    std::set<std::string> specialites;
+    for (const Composant& c : bdpm.composants)
+        if (proches.count(Plie(c.nom))) specialites.insert(c.cis);
+    return static_cast<size_t>(std::ranges::count_if(bdpm.presentations, [&](const Presentation& p) { return specialites.count(p.cis) > 0; }));
 }
 
 }  // namespace
@@ -27,6 +41,7 @@ RapportImport Importe(const OptionsImport& options) {
     EcritComposition(bdpm, substances, selection, sortie);
     EcritInteractions(thesaurus, substances, selection, AnneeMois(options.thesaurus), sortie, journal, rapport);
     sortie.Ecrit(options.sources);
+    rapport.presentationsProches = PresentationsProches(bdpm, rapport);
 
     rapport.comptes = sortie.Comptes();
     rapport.rejets = journal.Resume();

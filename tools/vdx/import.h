@@ -32,9 +32,18 @@ struct RapportImport {
     std::map<std::string, size_t> comptes;  // records by table
     std::vector<std::string> rejets;        // lines left out, by file and reason
     size_t lignesRejetees = 0;
-    size_t substancesThesaurus = 0;  // named by substances.txt
+    size_t substancesThesaurus = 0;  // medicines named by substances.txt
     size_t substancesTrouvees = 0;   // of those, the ones matched to a base substance
-    std::vector<std::string> nomsSansSubstance;  // thesaurus names matching nothing
+    // A thesaurus name matching nothing, with the nearest names of the
+    // medicine database (none: no product of the extract comes near it).
+    struct NomSansSubstance {
+        std::string nom;
+        std::vector<std::string> proches;
+    };
+    std::vector<NomSansSubstance> nomsSansSubstance;
+    size_t presentationsProches = 0;  // presentations holding one of those nearest names
+    size_t couplesMedicaments = 0;    // thesaurus couples of two medicines
+    size_t couplesAvecProduits = 0;   // of those, the ones with products on both sides
     std::vector<std::string> filtreSansSubstance;  // names of the filter matching nothing
 };
 

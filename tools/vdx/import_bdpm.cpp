@@ -2,6 +2,7 @@
 
 #include <charconv>
 #include <optional>
+#include <set>
 
 #include "tools/vdx/import_texte.h"
 
@@ -54,19 +55,33 @@ std::vector<Presentation> LitPresentations(const fs::path& dossier, Journal& jou
     return p;
 }
 
+// A substance code without a name on any line has nothing to show nor to
+// match: its lines are left out.
 std::vector<Composant> LitComposants(const fs::path& dossier, Journal& journal) {
     std::vector<Composant> s;
+    std::vector<size_t> lignes;
+    std::set<int> nommes;
     for (auto& l : LitTableau(dossier / "CIS_COMPO_bdpm.txt", 8, false, journal)) {
         auto& c = l.champs;
         const auto code = Entier(c[2]);
+        const std::string nom = Nettoie(c[3]);
         if (!code || *code <= 0) {
-            journal.Rejette("CIS_COMPO_bdpm.txt", l.numero, "substance code not a number");
+            journal.Rejette("CIS_COMPO_bdpm.txt", l.numero,
+                            nom.empty() ? "a substance with neither a name nor a code" : "substance code not a number");
             continue;
         }
-        s.push_back({Nettoie(c[0]), Nettoie(c[1]), *code, Nettoie(c[3]), Nettoie(c[4]), Nettoie(c[5]), Plie(c[6]),
-                     Nettoie(c[7])});
+        if (!nom.empty()) nommes.insert(*code);
+        lignes.push_back(l.numero);
+        s.push_back({Nettoie(c[0]), Nettoie(c[1]), *code, nom, Nettoie(c[4]), Nettoie(c[5]), Plie(c[6]), Nettoie(c[7])});
     }
-    return s;
+    std::vector<Composant> gardes;
+    for (size_t i = 0; i < s.size(); ++i) {
+        if (nommes.count(s[i].code))
+            gardes.push_back(std::move(s[i]));
+        else
+            journal.Rejette("CIS_COMPO_bdpm.txt", lignes[i], "a substance code named on no line");
+    }
+    return gardes;
 }
 
 std::vector<MembreGroupe> LitGroupes(const fs::path& dossier, Journal& journal) {

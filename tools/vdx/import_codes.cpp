@@ -8,7 +8,13 @@
 namespace vdx::import {
 namespace {
 
-// Routes of the published files, folded, and their codes.
+// Routes of the published files, folded, and their codes. A route reaches
+// the whole body ("A") unless it is laid on the skin, in the ear or the
+// nose, or on the teeth and gums ("B"): the eye, the vagina, the rectum,
+// the lungs, the skin through a patch and every injection, an
+// infiltration or an epidural as much as a vein, are systemic. "A1" is
+// digestive, "A2" injected, "A3" through the skin or the lungs, "A4" the
+// eye, "A5" a mucosa.
 const std::map<std::string, std::string, std::less<>> Voies = {
     {"ORALE", "A11"},
     {"SUBLINGUALE", "A12"},
@@ -26,56 +32,56 @@ const std::map<std::string, std::string, std::less<>> Voies = {
     {"INTRA-OSSEUSE", "A27"},
     {"VOIE PARENTERALE AUTRE", "A28"},
     {"INTRACORONAIRE", "A29"},
+    {"INTRA-ARTICULAIRE", "A2A"},
+    {"PERIARTICULAIRE", "A2B"},
+    {"INFILTRATION", "A2C"},
+    {"INTRALESIONNELLE", "A2D"},
+    {"PERIDURALE", "A2E"},
+    {"INTRATHECALE", "A2F"},
+    {"PERINEURALE", "A2G"},
+    {"INTRAVENTRICULAIRE CEREBRALE", "A2H"},
+    {"INTRACISTERNALE", "A2I"},
+    {"INTRADURALE", "A2J"},
+    {"INTRACAVERNEUSE", "A2K"},
+    {"INTRACANALAIRE", "A2L"},
+    {"INTRA-MURALE", "A2M"},
+    {"PERITUMORALE", "A2N"},
+    {"INTRATUMORALE", "A2O"},
+    {"PERIOSSEUSE", "A2P"},
+    {"PERI-AREOLAIRE", "A2Q"},
+    {"INTRASEREUSE", "A2R"},
+    {"INTRAPLEURALE", "A2S"},
+    {"INTRAPERICARDIAQUE", "A2T"},
+    {"INTRALYMPHATIQUE", "A2U"},
+    {"INTRA CHOLANGIO-PANCREATIQUE", "A2V"},
+    {"SOUS-MUQUEUSE", "A2W"},
+    {"IMPLANTATION", "A2X"},
     {"TRANSDERMIQUE", "A31"},
     {"INHALEE", "A32"},
     {"ENDOTRACHEOBRONCHIQUE", "A33"},
     {"HEMODIALYSE", "A34"},
     {"HEMOFILTRATION", "A35"},
     {"VOIE EXTRACORPORELLE AUTRE", "A36"},
+    {"OPHTALMIQUE", "A41"},
+    {"INTRAVITREENNE", "A42"},
+    {"INTRA-OCULAIRE", "A43"},
+    {"INTRA-CAMERULAIRE", "A44"},
+    {"PERIOCULAIRE", "A45"},
+    {"PERIBULBAIRE", "A46"},
+    {"VAGINALE", "A51"},
+    {"URETRALE", "A52"},
+    {"INTRAVESICALE", "A53"},
+    {"INTRA-UTERINE", "A54"},
+    {"ENDOCERVICALE", "A55"},
     {"CUTANEE", "B01"},
-    {"OPHTALMIQUE", "B02"},
+    {"EPILESIONNELLE", "B02"},
     {"NASALE", "B03"},
     {"AURICULAIRE", "B04"},
     {"DENTAIRE", "B05"},
     {"GINGIVALE", "B06"},
     {"BUCCOGINGIVALE", "B07"},
     {"OROPHARYNGEE", "B08"},
-    {"VAGINALE", "B09"},
-    {"URETRALE", "B10"},
-    {"INTRAVESICALE", "B11"},
-    {"INTRA-UTERINE", "B12"},
-    {"ENDOCERVICALE", "B13"},
-    {"INTRA-ARTICULAIRE", "B14"},
-    {"PERIARTICULAIRE", "B15"},
-    {"INFILTRATION", "B16"},
-    {"INTRALESIONNELLE", "B17"},
-    {"EPILESIONNELLE", "B18"},
-    {"PERIDURALE", "B19"},
-    {"INTRATHECALE", "B20"},
-    {"PERINEURALE", "B21"},
-    {"INTRAVENTRICULAIRE CEREBRALE", "B22"},
-    {"INTRACISTERNALE", "B23"},
-    {"INTRADURALE", "B24"},
-    {"INTRAVITREENNE", "B25"},
-    {"INTRA-OCULAIRE", "B26"},
-    {"INTRA-CAMERULAIRE", "B27"},
-    {"PERIOCULAIRE", "B28"},
-    {"PERIBULBAIRE", "B29"},
-    {"ENDOSINUSALE", "B30"},
-    {"INTRACAVERNEUSE", "B31"},
-    {"INTRACANALAIRE", "B32"},
-    {"INTRA-MURALE", "B33"},
-    {"PERITUMORALE", "B34"},
-    {"INTRATUMORALE", "B35"},
-    {"PERIOSSEUSE", "B36"},
-    {"PERI-AREOLAIRE", "B37"},
-    {"INTRASEREUSE", "B38"},
-    {"INTRAPLEURALE", "B39"},
-    {"INTRAPERICARDIAQUE", "B40"},
-    {"INTRALYMPHATIQUE", "B41"},
-    {"INTRA CHOLANGIO-PANCREATIQUE", "B42"},
-    {"IMPLANTATION", "B43"},
-    {"SOUS-MUQUEUSE", "B44"},
+    {"ENDOSINUSALE", "B09"},
 };
 
 // The groups of every systemic route and of every local one.
@@ -88,8 +94,18 @@ const std::vector<std::pair<std::string, std::string>> VoiesDuThesaurus = {
     {"VOIE BUCCO-DENTAIRE OU SOUS-CUTANEE", "B05|B06|B07|A23"},
     {"PAR VOIE ORALE", "A1"},
     {"PAR VOIE INJECTABLE", "A2"},
-    {"PAR VOIE VAGINALE", "B09"},
+    {"PAR VOIE VAGINALE", "A51"},
     {"TOPIQUES GASTRO-INTESTINAUX", "A1"},
+};
+
+// Routes that the text of a couple gives one side ("Avec l'amphotericine B
+// administree par voie IV :"), by the words behind "par voie".
+const std::map<std::string, std::string, std::less<>> VoiesDesTextes = {
+    {"IV", "A21"},
+    {"INTRAVEINEUSE", "A21"},
+    {"ORALE", "A1"},
+    {"ORALE ET RECTALE", "A1"},
+    {"GENERALE ET GEL BUCCAL", "A|B06|B07|B08"},
 };
 
 struct Condition {
@@ -138,6 +154,8 @@ std::map<std::string, std::string> GroupesVoies() {
             {"A1", Texte("voie digestive")},
             {"A2", Texte("voie injectable")},
             {"A3", Texte("voie transdermique ou inhalée")},
+            {"A4", Texte("voie ophtalmique")},
+            {"A5", Texte("voie muqueuse")},
             {VoiesLocales, Texte("voie locale")}};
 }
 
@@ -155,6 +173,22 @@ std::optional<std::string> FamilleDeVoie(std::string_view protagoniste) {
     return VoiesNommees(protagoniste);
 }
 
+std::optional<VoiesDuTexte> VoiesDuTexteCouple(std::string_view texte) {
+    const std::string plie = Plie(texte);
+    // The clause "Avec ... par voie ... :" that leads the text; a text cut
+    // before its colon restricts nothing.
+    if (!Commence(plie, "AVEC ")) return std::nullopt;
+    const size_t deuxPoints = plie.find(':');
+    const size_t parVoie = plie.find(" PAR VOIE ");
+    if (deuxPoints == std::string::npos || parVoie == std::string::npos || parVoie > deuxPoints) return std::nullopt;
+    const auto voies = VoiesDesTextes.find(Nettoie(plie.substr(parVoie + 10, deuxPoints - parVoie - 10)));
+    if (voies == VoiesDesTextes.end()) return std::nullopt;
+    std::string cote = plie.substr(5, parVoie - 5);
+    for (const char* administre : {" ADMINISTREE", " ADMINISTRES", " ADMINISTRE"})
+        if (const size_t a = cote.find(administre); a != std::string::npos) cote.resize(a);
+    return VoiesDuTexte{Nettoie(cote), voies->second};
+}
+
 std::string NomSansVoie(std::string_view protagoniste) {
     std::string nom = Plie(protagoniste);
     if (const size_t voie = nom.find(" PAR VOIE "); voie != std::string::npos) nom.resize(voie);
@@ -166,9 +200,10 @@ std::string NomSansVoie(std::string_view protagoniste) {
 const std::map<std::string, Exterieur>& SubstancesExterieures() {
     static const std::map<std::string, Exterieur> exterieures = {
         {"ALCOOL (BOISSON OU EXCIPIENT)", {Texte("Alcool (boisson ou excipient)"), VoiesGenerales}},
-        {"MILLEPERTUIS", {Texte("Millepertuis"), VoiesGenerales}},
+        {"MILLEPERTUIS", {Texte("Millepertuis"), VoiesGenerales, true}},
         {"PAMPLEMOUSSE (JUS ET FRUIT)", {Texte("Pamplemousse (jus et fruit)"), VoiesGenerales}},
-        {"PRESERVATIFS EN LATEX", {Texte("Préservatifs en latex"), VoiesLocales}},
+        // What is laid on the skin or a mucosa, or put in the vagina or the rectum.
+        {"PRESERVATIFS EN LATEX", {Texte("Préservatifs en latex"), std::string(VoiesLocales) + "|A51|A17"}},
         {"THEINE", {Texte("Théine"), VoiesGenerales}},
     };
     return exterieures;

@@ -20,8 +20,10 @@ std::string MoisEnLettres(int mois, std::string_view annee);
 
 // --- Routes ---------------------------------------------------------------
 // A route code beginning with "A" reaches the whole body ("A1" digestive,
-// "A2" injectable, "A3" through skin or lungs); "B" is local; "C" a route
-// the table doesn't know, numbered in the order of its name.
+// "A2" injected, infiltrations and epidurals included, "A3" through skin
+// or lungs, "A4" the eye, "A5" a mucosa); "B" is local (the skin, the ear,
+// the nose, the teeth and gums); "C" a route the table doesn't know,
+// numbered in the order of its name.
 std::optional<std::string> CodeVoie(std::string_view routePliee);
 // The groups of routes that a filter of a couple names, with their labels.
 std::map<std::string, std::string> GroupesVoies();
@@ -35,6 +37,15 @@ std::string FiltreVoies(std::string_view protagoniste);
 // ("MEDICAMENTS ADMINISTRES PAR VOIE ORALE"): those routes ("A1"); none for
 // the others.
 std::optional<std::string> FamilleDeVoie(std::string_view protagoniste);
+// The routes the text of a couple gives one of its sides, "Avec
+// l'amphotericine B administree par voie IV : ..." giving "L'AMPHOTERICINE
+// B" (folded, as written) and "A21"; none for a text that names no route
+// it knows.
+struct VoiesDuTexte {
+    std::string cote;
+    std::string voies;
+};
+std::optional<VoiesDuTexte> VoiesDuTexteCouple(std::string_view texte);
 // A name without the routes it restricts itself to, nor the salt words
 // before it: "SELS DE FER PAR VOIE INJECTABLE" gives "FER".
 std::string NomSansVoie(std::string_view protagoniste);
@@ -47,6 +58,9 @@ std::string NomSansVoie(std::string_view protagoniste);
 struct Exterieur {
     std::string libelle;
     std::string voies;
+    // Also a substance of medicines (St John's wort): prescribed, it
+    // interacts as any of them.
+    bool medicament = false;
 };
 // By folded name.
 const std::map<std::string, Exterieur>& SubstancesExterieures();

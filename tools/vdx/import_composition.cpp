@@ -46,9 +46,16 @@ std::vector<const Composant*> ComposantsExprimes(const std::vector<const Composa
     return exprimes;
 }
 
+// The components of each speciality in an order that the order of the
+// file's lines doesn't change: by element and link, an active substance
+// before the fraction it is expressed as.
 std::map<std::string, std::vector<const Composant*>> ParSpecialite(const std::vector<Composant>& composants) {
     std::map<std::string, std::vector<const Composant*>> par;
     for (const Composant& c : composants) par[c.cis].push_back(&c);
+    const auto rang = [](const Composant* c) {
+        return std::tuple(c->element, c->lien.size(), c->lien, c->nature != "SA", c->code, c->nom, c->dosage, c->reference);
+    };
+    for (auto& [cis, liste] : par) std::ranges::sort(liste, [&](const Composant* a, const Composant* b) { return rang(a) < rang(b); });
     return par;
 }
 
@@ -90,6 +97,15 @@ int Libre(int libre, const Pris& pris) {
     return libre;
 }
 
+
+// The name shown of a substance: its most frequent spelling, the first in
+// byte order among as frequent ones, whatever the order of the lines.
+std::string NomAffiche(const std::map<std::string, size_t>& orthographes) {
+    const auto plusFrequente = std::ranges::max_element(
+        orthographes, [](const auto& p, const auto& q) { return p.second < q.second || (p.second == q.second && p.first > q.first); });
+    return plusFrequente == orthographes.end() ? std::string() : plusFrequente->first;
+}
+
 }  // namespace
 
 std::vector<int> Substances::Libres(size_t n) const {
@@ -100,10 +116,11 @@ std::vector<int> Substances::Libres(size_t n) const {
 
 Substances NumeroteSubstances(const std::vector<Composant>& composants) {
     Substances s;
-    std::map<int, std::string> publies;
-    for (const Composant& c : composants) publies.emplace(c.code, c.nom);
+    std::map<int, std::map<std::string, size_t>> publies;  // spellings of each code, with their counts
+    for (const Composant& c : composants)
+        if (!c.nom.empty()) ++publies[c.code][c.nom];
     int libre = 1;
-    for (const auto& [code, nom] : publies) {
+    for (const auto& [code, orthographes] : publies) {
         if (code <= DerniereSubstance) {
             s.numeros[code] = code;
             continue;
@@ -111,9 +128,9 @@ Substances NumeroteSubstances(const std::vector<Composant>& composants) {
         libre = Libre(libre, publies);
         s.numeros[code] = libre++;
     }
-    for (const auto& [code, nom] : publies) {
-        s.noms[s.numeros[code]] = nom;
-        s.index.Ajoute(s.numeros[code], nom);
+    for (const auto& [code, orthographes] : publies) {
+        s.noms[s.numeros[code]] = NomAffiche(orthographes);
+        for (const auto& [nom, n] : orthographes) s.index.Ajoute(s.numeros[code], nom);
     }
     // A salt's base: the fraction it is expressed as, else the substance
     // named as the salt without its salt words.
@@ -196,8 +213,10 @@ void EcritComposition(const Bdpm& bdpm, const Substances& substances, const Sele
         const auto composants = parSpecialite.find(p.cis);
         if (!selection.specialites.count(p.cis) || composants == parSpecialite.end()) continue;
         const std::vector<const Composant*> exprimes = ComposantsExprimes(composants->second);
+        // Every component, the salt beside the fraction it is expressed as:
+        // a thesaurus name may stand for either.
         int rang = 0;
-        for (const Composant* c : exprimes) {
+        for (const Composant* c : composants->second) {
             const auto dosage = LitDosage(c->dosage);
             sortie.Ajoute("VDXVCOMP", {{"CodeCIP", p.cip7},
                                        {"Rang", Chiffres(++rang, 3)},

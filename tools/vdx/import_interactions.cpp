@@ -109,10 +109,23 @@ const Nature& NatureDe(const std::string& mecanisme) {
 
 // --- Classes ------------------------------------------------------------------
 
-// A protagonist a prescribed product can be of: neither taken outside nor a
-// whole route.
+// What a patient may take outside the prescription (a drink, a plant...).
+const Exterieur* Exterieure(const std::string& protagoniste) {
+    const auto e = SubstancesExterieures().find(protagoniste);
+    return e == SubstancesExterieures().end() ? nullptr : &e->second;
+}
+
+// A protagonist a prescribed product can be of: no whole route, and
+// nothing taken outside unless medicines hold it too.
 bool Medicament(const std::string& protagoniste) {
-    return !SubstancesExterieures().count(protagoniste) && !FamilleDeVoie(protagoniste);
+    const Exterieur* e = Exterieure(protagoniste);
+    return !FamilleDeVoie(protagoniste) && (!e || e->medicament);
+}
+
+// The class of what is taken outside, without member: its own name, or
+// apart from the class of the medicines that hold it.
+std::string ClasseExterieure(const std::string& protagoniste) {
+    return Exterieure(protagoniste)->medicament ? protagoniste + " (HORS PRESCRIPTION)" : protagoniste;
 }
 
 struct Classes {
@@ -121,15 +134,18 @@ struct Classes {
 };
 
 Classes Classe(const Thesaurus& t, const Substances& substances) {
-    std::set<std::string> familles, propres;
+    std::set<std::string> familles, propres, horsPrescription;
     std::map<std::string, std::set<std::string>> parFamille;
     for (const Appartenance& a : t.appartenances) {
         familles.insert(a.classe);
         parFamille[a.classe].insert(a.substance);
     }
     for (const CoupleThesaurus& c : t.couples)
-        for (const std::string& p : {c.protagoniste1, c.protagoniste2})
+        for (const std::string& p : {c.protagoniste1, c.protagoniste2}) {
             if (!familles.count(p)) propres.insert(p);
+            if (Exterieure(p)) horsPrescription.insert(ClasseExterieure(p));
+        }
+    propres.insert(horsPrescription.begin(), horsPrescription.end());
     Classes k;
     // Families first, then the substances that interact in their own name.
     for (const auto* noms : {&familles, &propres})
@@ -137,7 +153,7 @@ Classes Classe(const Thesaurus& t, const Substances& substances) {
     for (const auto& [nom, code] : k.codes) {
         std::set<int>& membres = k.membres[code];
         // What no medicine holds has no member, whatever its name resembles.
-        if (!Medicament(nom)) continue;
+        if (!Medicament(nom) || horsPrescription.count(nom)) continue;
         const auto famille = parFamille.find(nom);
         if (famille == parFamille.end()) {
             membres = substances.index.Cherche(nom);
@@ -158,6 +174,8 @@ std::string Edition(const std::string& anneeMois) {
     return MoisEnLettres(std::atoi(anneeMois.c_str() + 5), anneeMois.substr(0, 4));
 }
 
+constexpr size_t NomsProches = 3;
+
 // The substances of the thesaurus found among those of the medicine
 // database; what no medicine holds is not looked for there.
 void Compte(const Thesaurus& t, const Substances& substances, RapportImport& rapport) {
@@ -167,10 +185,28 @@ void Compte(const Thesaurus& t, const Substances& substances, RapportImport& rap
         if (!Medicament(nom)) continue;
         ++rapport.substancesThesaurus;
         if (substances.index.Cherche(nom).empty())
-            rapport.nomsSansSubstance.push_back(nom);
+            rapport.nomsSansSubstance.push_back({nom, substances.index.Proches(nom, NomsProches)});
         else
             ++rapport.substancesTrouvees;
     }
+}
+
+// Whether the words a couple's text names one side by ("L'AMPHOTERICINE B",
+// "LES SELS D'OR", "LA RESINE") designate a protagonist: a word of four
+// letters or more inside its name, a shorter one as a word of it.
+bool Designe(const std::string& cote, const std::string& protagoniste) {
+    static const std::set<std::string, std::less<>> Articles = {"LE", "LA", "LES", "L'", "DE", "D'", "DES", "DU",
+                                                                "SELS", "SEL", "SEUL", "OU", "ASSOCIE", "ET"};
+    const std::string nom = " " + Plie(protagoniste) + " ";
+    std::string espace = cote;
+    std::ranges::replace(espace, '\'', ' ');
+    std::ranges::replace(espace, '(', ' ');
+    std::ranges::replace(espace, ')', ' ');
+    for (const std::string& mot : Decoupe(espace, ' ')) {
+        if (mot.empty() || Articles.count(mot) || Articles.count(mot + "'")) continue;
+        if (mot.size() >= 4 ? Contient(nom, mot) : Contient(nom, " " + mot + " ")) return true;
+    }
+    return false;
 }
 
 // Genre of a couple: a prescribed product against an outside substance,
@@ -254,37 +290,51 @@ void EcritInteractions(const Thesaurus& t, const Substances& substances, const S
         e.gravite = s->gravite;
         e.nature = &NatureDe(c.mecanisme);
         e.conduite = Conduite(c, *s);
-        const bool autre1 = !Medicament(c.protagoniste1), autre2 = !Medicament(c.protagoniste2);
-        if (autre1 && autre2) {
+        const std::string& p1 = c.protagoniste1;
+        const std::string& p2 = c.protagoniste2;
+        const bool medicament1 = Medicament(p1), medicament2 = Medicament(p2);
+        const bool dehors1 = Exterieure(p1) || FamilleDeVoie(p1), dehors2 = Exterieure(p2) || FamilleDeVoie(p2);
+        if (!(medicament1 && (medicament2 || dehors2)) && !(medicament2 && dehors1)) {
             journal.Rejette("couples.tsv", ligne, "no medicine on either side");
             continue;
         }
-        if (!autre1 && !autre2) {
-            e.a = classes.codes.at(c.protagoniste1);
-            e.b = classes.codes.at(c.protagoniste2);
-            if (!touche(e.a) && !touche(e.b)) continue;
-            e.voiesA = FiltreVoies(c.protagoniste1);
-            e.voiesB = FiltreVoies(c.protagoniste2);
-            ecritCouple(e, c);
-            if (e.a != e.b) ecritCouple(e.Inverse(), c);
-            continue;
+        if (medicament1 && medicament2) {
+            e.a = classes.codes.at(p1);
+            e.b = classes.codes.at(p2);
+            ++rapport.couplesMedicaments;
+            if (!classes.membres.at(e.a).empty() && !classes.membres.at(e.b).empty()) ++rapport.couplesAvecProduits;
+            if (touche(e.a) || touche(e.b)) {
+                e.voiesA = FiltreVoies(p1);
+                e.voiesB = FiltreVoies(p2);
+                // A route the text gives one side ("Avec X par voie IV :").
+                if (const auto v = VoiesDuTexteCouple(s->reste)) {
+                    const bool cote1 = Designe(v->cote, p1), cote2 = Designe(v->cote, p2);
+                    if (cote1 != cote2) (cote1 ? e.voiesA : e.voiesB) = v->voies;
+                }
+                ecritCouple(e, c);
+                if (e.a != e.b) ecritCouple(e.Inverse(), c);
+            }
         }
-        // With what no medicine holds, one couple: the medicine side alone
-        // against it, met by its routes when the medicine names none.
-        const std::string& medicament = autre1 ? c.protagoniste2 : c.protagoniste1;
-        const std::string& autre = autre1 ? c.protagoniste1 : c.protagoniste2;
-        e.a = classes.codes.at(medicament);
-        e.b = classes.codes.at(autre);
-        if (!touche(e.a)) continue;
-        const auto famille = FamilleDeVoie(autre);
-        e.genre = famille ? GenreVoie : GenreExterieur;
-        e.voiesB = famille ? *famille : SubstancesExterieures().at(autre).voies;
-        e.voiesA = VoiesNommees(medicament).value_or(e.voiesB);
-        if (!famille) {
-            e.substancesB = std::to_string(exterieures.at(autre));
-            exterieuresEcrites.insert(autre);
+        // With what is taken outside or a whole route, one couple: the
+        // medicine side alone against it, met by its routes when the
+        // medicine names none.
+        for (const auto& [medicament, autre] : {std::pair{&p1, &p2}, std::pair{&p2, &p1}}) {
+            if (!Medicament(*medicament) || !(Exterieure(*autre) || FamilleDeVoie(*autre))) continue;
+            CoupleEcrit x = e;
+            x.a = classes.codes.at(*medicament);
+            if (!touche(x.a)) continue;
+            const auto famille = FamilleDeVoie(*autre);
+            x.b = classes.codes.at(famille ? *autre : ClasseExterieure(*autre));
+            x.genre = famille ? GenreVoie : GenreExterieur;
+            x.sens = 1;
+            x.voiesB = famille ? *famille : Exterieure(*autre)->voies;
+            x.voiesA = VoiesNommees(*medicament).value_or(x.voiesB);
+            if (!famille) {
+                x.substancesB = std::to_string(exterieures.at(*autre));
+                exterieuresEcrites.insert(*autre);
+            }
+            ecritCouple(x, c);
         }
-        ecritCouple(e, c);
     }
     for (const std::string& nom : exterieuresEcrites) {
         const std::string numero = std::to_string(exterieures.at(nom));

@@ -1,7 +1,9 @@
 // Names of substances compared across sources: the medicine database names
-// a salt ("CHLORHYDRATE DE RANITIDINE", "RANITIDINE (CHLORHYDRATE DE)",
-// "WARFARINE SODIQUE"), the interaction thesaurus the molecule, upper case
-// without accents.
+// a salt in several ways ("SODIUM (VALPROATE DE)", "VALPROATE DE SODIUM",
+// "VALPROATE SODIQUE"), a mineral salt by its anion ("CARBONATE DE
+// CALCIUM"), a plant by the part and the extract ("MILLEPERTUIS (EXTRAIT SEC
+// DE)"); the interaction thesaurus names the molecule, the acid, the element
+// or the plant, upper case without accents.
 #pragma once
 
 #include <map>
@@ -16,20 +18,41 @@ namespace vdx::import {
 // words taken away; the name itself when nothing would be left.
 std::string NomSansSel(std::string_view nomPlie);
 
-// The base substances by the forms of their names.
+// The keys of a folded name, each in its loose spelling (a final S or E of
+// a word and the hyphens inside one aside, so that ALISKIRENE meets
+// ALISKIREN).
+struct ClesNom {
+    // The name itself however written: its brackets turned round, its
+    // qualities (hydrates, "BASE", "ELEMENT"...) left out, a salt's cation
+    // as a word or as an adjective.
+    std::set<std::string> propres;
+    // What it holds: the molecule of a salt or an ester, the acid of a
+    // "XATE" of a cation ("ACIDE XIQUE"), the element of a mineral salt
+    // (CARBONATE DE CALCIUM holds CALCIUM, LOSARTAN POTASSIQUE holds no
+    // potassium), the plant of an extract. None for a homeopathic stock.
+    std::set<std::string> contenus;
+};
+ClesNom Cles(std::string_view nomPlie);
+
+// The substances of the medicine database by the keys of their names.
 class IndexNoms {
 public:
+    // Files a spelling of substance `code`; every spelling of a code is filed.
     void Ajoute(int code, std::string_view nom);
-    // The substances a name stands for: those of the same folded name, or of
-    // the same molecule; for a name with a bracket ("X (ET, PAR
-    // EXTRAPOLATION, Y)") the part before it too; and the final E of a word
-    // aside ("BUPROPION"). Failing those, the names that begin with its
-    // molecule as words, a bracket excepted ("INSULINE" for "INSULINE
-    // GLULISINE", not "SODIUM" for "SODIUM (OXYBATE DE)"). Empty when none.
+    // The substances a thesaurus name stands for: those that are the name or
+    // hold it (by its own keys, or those of the name it is known under in
+    // the medicine database); failing those, the names that begin with it
+    // as whole words ("INSULINE" for "INSULINE GLULISINE", "INTERFERON
+    // ALFA" for "INTERFERON ALFA-2A", not "SODIUM" for "SODIUM (OXYBATE
+    // DE)"). A name of salt words alone ("SELS") stands for nothing.
     std::set<int> Cherche(std::string_view nom) const;
+    // At most `n` published names nearest a name that matched nothing:
+    // those sharing the beginning of one of its words, longest shared
+    // beginning first.
+    std::vector<std::string> Proches(std::string_view nom, size_t n) const;
 
 private:
-    std::map<std::string, std::set<int>> parNom_;
+    std::map<std::string, std::set<int>> parCle_;
     std::map<std::string, std::set<int>> parNomPublie_;  // the folded names alone
 };
 

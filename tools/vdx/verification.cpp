@@ -3,6 +3,7 @@
 // through the host types, as any host does.
 #include <unistd.h>
 
+#include <algorithm>
 #include <charconv>
 #include <cstdio>
 #include <iostream>
@@ -26,8 +27,10 @@ constexpr char AideCheck[] =
     "\n"
     "Checks a prescription of products (CodeCIP) for one patient: prints the\n"
     "products, the interactions between them grouped by severity with their\n"
-    "kind, risk and conduct, then the contra-indications and precautions that\n"
-    "apply to the patient. A pathology is TYPE:CODE with TYPE term, cisp or\n"
+    "kind, risk and conduct, the products left out of the analysis because\n"
+    "all their routes are local (skin, ear, nose, teeth and gums), what the\n"
+    "patient should avoid outside the prescription (alcohol, grapefruit...),\n"
+    "then the contra-indications and precautions that apply to the patient. A pathology is TYPE:CODE with TYPE term, cisp or\n"
     "cim10 (or 1, 2, 3). --level leaves out the interactions below that level\n"
     "(1 to 4). --json prints one JSON object. Exit codes: 0 done, whatever was\n"
     "found; 1 a failure of the library; 2 bad usage.\n";
@@ -254,37 +257,71 @@ std::optional<Demande> LitDemande(const std::vector<std::string>& args) {
 
 struct Produit {
     std::string code, libelle;
+    // All its routes local (skin, ear, nose, teeth and gums): the
+    // interaction analysis leaves it out unless a couple names its route.
+    bool local = false;
 };
+
+// The code the library gives the second product of a row with what is
+// taken outside the prescription.
+constexpr char SansSecondProduit[] = "0000000";
 
 // What check found, gathered before it is printed.
 struct Constat {
     std::vector<Produit> produits;
-    Tableau<VdxInteraction2> interactions;
+    Tableau<VdxInteraction2> lignes;
     Tableau<VdxAlerteCI> alertes;
+    // The rows between prescribed products, then those with what the
+    // patient should avoid outside the prescription.
+    std::vector<VdxInteraction2*> interactions, exterieures;
+    // The products the route rule leaves out, of which no row speaks.
+    std::vector<const Produit*> nonAnalyses;
+
+    void Trie() {
+        for (VdxInteraction2& r : lignes.Lignes())
+            (Utf8(r.CIP2) == SansSecondProduit ? exterieures : interactions).push_back(&r);
+        for (const Produit& p : produits)
+            if (p.local && std::ranges::none_of(lignes.Lignes(), [&](VdxInteraction2& r) {
+                    return Utf8(r.CIP1) == p.code || Utf8(r.CIP2) == p.code;
+                }))
+                nonAnalyses.push_back(&p);
+    }
 };
+
+// Whether every route of a product is local: a route code beginning with
+// "B" reaches no further than where it is laid.
+bool RoutesLocales(const char* code) {
+    Tableau<VdxDeuxChaines> voies;
+    if (ListeVoie_Vdx(code, &voies.t) <= 0) return false;
+    return std::ranges::all_of(voies.Lignes(), [](VdxDeuxChaines& v) { return Utf8(v.Code).starts_with('B'); });
+}
 
 int Imprime(Constat& c) {
     const Couleurs couleurs;
     std::cout << couleurs.Gras() << "Prescription" << couleurs.Fin() << '\n';
     for (const Produit& p : c.produits) std::cout << "  " << p.code << "  " << p.libelle << '\n';
 
-    const auto interactions = c.interactions.Lignes();
-    std::cout << '\n' << couleurs.Gras() << "Interactions (" << interactions.size() << ")" << couleurs.Fin() << '\n';
-    if (interactions.empty()) std::cout << "  none\n";
-    std::string gravite;
-    for (VdxInteraction2& r : interactions) {
-        const int32_t niveau = static_cast<int32_t>(r.Niveau);
-        if (Utf8(r.LibelleGravite) != gravite) {
-            gravite = Utf8(r.LibelleGravite);
-            std::cout << "  " << couleurs.Niveau(niveau) << gravite << " (" << niveau << ")" << couleurs.Fin()
-                      << '\n';
+    const auto imprimeLignes = [&](const char* titre, const std::vector<VdxInteraction2*>& lignes) {
+        std::cout << '\n' << couleurs.Gras() << titre << " (" << lignes.size() << ")" << couleurs.Fin() << '\n';
+        if (lignes.empty()) std::cout << "  none\n";
+        std::string gravite;
+        for (VdxInteraction2* r : lignes) {
+            const int32_t niveau = static_cast<int32_t>(r->Niveau);
+            if (Utf8(r->LibelleGravite) != gravite) {
+                gravite = Utf8(r->LibelleGravite);
+                std::cout << "  " << couleurs.Niveau(niveau) << gravite << " (" << niveau << ")" << couleurs.Fin() << '\n';
+            }
+            std::cout << "    " << Utf8(r->Libelle1) << "  +  " << Utf8(r->Libelle2) << '\n';
+            std::cout << "      " << Utf8(r->TexteType) << '\n';
+            if (SysStringByteLen(r->CodeCondition)) std::cout << "      Condition: " << Utf8(r->LibelleCondition) << '\n';
+            if (SysStringByteLen(r->Texte2)) std::cout << "      Risk: " << Utf8(r->Texte2) << '\n';
+            if (SysStringByteLen(r->Texte4)) std::cout << "      Conduite \xC3\xA0 tenir : " << Utf8(r->Texte4) << '\n';
         }
-        std::cout << "    " << Utf8(r.Libelle1) << "  +  " << Utf8(r.Libelle2) << '\n';
-        std::cout << "      " << Utf8(r.TexteType) << '\n';
-        if (SysStringByteLen(r.CodeCondition)) std::cout << "      Condition: " << Utf8(r.LibelleCondition) << '\n';
-        if (SysStringByteLen(r.Texte2)) std::cout << "      Risk: " << Utf8(r.Texte2) << '\n';
-        if (SysStringByteLen(r.Texte4)) std::cout << "      Conduite \xC3\xA0 tenir : " << Utf8(r.Texte4) << '\n';
-    }
+    };
+    imprimeLignes("Interactions", c.interactions);
+    for (const Produit* p : c.nonAnalyses)
+        std::cout << "  not analysed, local route only: " << p->code << "  " << p->libelle << '\n';
+    imprimeLignes("To avoid outside the prescription", c.exterieures);
 
     const auto alertes = c.alertes.Lignes();
     std::cout << '\n'
@@ -306,19 +343,27 @@ int ImprimeJson(Constat& c) {
     for (size_t i = 0; i < c.produits.size(); ++i)
         std::cout << (i ? "," : "") << "{\"code\":" << Json(c.produits[i].code)
                   << ",\"label\":" << Json(c.produits[i].libelle) << "}";
+    const auto lignes = [](const std::vector<VdxInteraction2*>& rangs) {
+        for (size_t i = 0; i < rangs.size(); ++i) {
+            const VdxInteraction2& r = *rangs[i];
+            std::cout << (i ? "," : "") << "{\"level\":" << r.Niveau << ",\"severity\":" << Json(Utf8(r.LibelleGravite))
+                      << ",\"code1\":" << Json(Utf8(r.CIP1)) << ",\"label1\":" << Json(Utf8(r.Libelle1))
+                      << ",\"code2\":" << Json(Utf8(r.CIP2)) << ",\"label2\":" << Json(Utf8(r.Libelle2))
+                      << ",\"kind\":" << Json(Utf8(r.TexteType)) << ",\"risk\":" << Json(Utf8(r.Texte2))
+                      << ",\"conduct\":" << Json(Utf8(r.Texte4)) << ",\"condition\":" << Json(Utf8(r.LibelleCondition))
+                      << ",\"reference\":" << Json(Utf8(r.Reference)) << "}";
+        }
+    };
     std::cout << "],\"interactions\":[";
-    bool premier = true;
-    for (VdxInteraction2& r : c.interactions.Lignes()) {
-        std::cout << (premier ? "" : ",") << "{\"level\":" << r.Niveau << ",\"severity\":" << Json(Utf8(r.LibelleGravite))
-                  << ",\"code1\":" << Json(Utf8(r.CIP1)) << ",\"label1\":" << Json(Utf8(r.Libelle1))
-                  << ",\"code2\":" << Json(Utf8(r.CIP2)) << ",\"label2\":" << Json(Utf8(r.Libelle2))
-                  << ",\"kind\":" << Json(Utf8(r.TexteType)) << ",\"risk\":" << Json(Utf8(r.Texte2))
-                  << ",\"conduct\":" << Json(Utf8(r.Texte4)) << ",\"condition\":" << Json(Utf8(r.LibelleCondition))
-                  << ",\"reference\":" << Json(Utf8(r.Reference)) << "}";
-        premier = false;
-    }
+    lignes(c.interactions);
+    std::cout << "],\"notAnalysed\":[";
+    for (size_t i = 0; i < c.nonAnalyses.size(); ++i)
+        std::cout << (i ? "," : "") << "{\"code\":" << Json(c.nonAnalyses[i]->code) << ",\"label\":" << Json(c.nonAnalyses[i]->libelle)
+                  << ",\"reason\":\"local route only\"}";
+    std::cout << "],\"outside\":[";
+    lignes(c.exterieures);
     std::cout << "],\"contraindications\":[";
-    premier = true;
+    bool premier = true;
     for (VdxAlerteCI& a : c.alertes.Lignes()) {
         std::cout << (premier ? "" : ",") << "{\"level\":" << a.NiveauAlerte << ",\"code\":" << Json(Utf8(a.CodeProduit))
                   << ",\"label\":" << Json(Utf8(a.LibelleProduit)) << ",\"term\":" << Json(Utf8(a.CodeTerme))
@@ -344,7 +389,7 @@ int Check(std::vector<std::string> args) {
     for (const std::string& code : d->produits) {
         BSTR libelle = nullptr;
         const int32_t n = LibelleProduit_Vdx(code.c_str(), &libelle);
-        constat.produits.push_back({code, n == 1 ? Utf8(libelle) : "(unknown product)"});
+        constat.produits.push_back({code, n == 1 ? Utf8(libelle) : "(unknown product)", RoutesLocales(code.c_str())});
         SysFreeString(libelle);
     }
     const Entree produits{Chaines(d->produits)}, codes{Chaines(d->codesPatient)}, types{Entiers(d->typesPatient)};
@@ -355,12 +400,13 @@ int Check(std::vector<std::string> args) {
     SAFEARRAY* c = codes.t;
     SAFEARRAY* t = types.t;
     SAFEARRAY* v = valeursPatient.t;
-    const int32_t n = Interactions2_Vdx(&p, &c, &t, &constat.interactions.t, d->age, d->poids, d->grossesse,
+    const int32_t n = Interactions2_Vdx(&p, &c, &t, &constat.lignes.t, d->age, d->poids, d->grossesse,
                                         d->allaitement, d->sexe.c_str());
     if (n < 0) return EchecLibrairie("Interactions2_Vdx", n);
     const int32_t m = ContreIndicationsProfil2_Vdx(&c, &t, &v, &p, &constat.alertes.t, d->age, d->poids, d->grossesse,
                                                    d->allaitement, d->sexe.c_str());
     if (m < 0) return EchecLibrairie("ContreIndicationsProfil2_Vdx", m);
+    constat.Trie();
     return d->json ? ImprimeJson(constat) : Imprime(constat);
 }
 
