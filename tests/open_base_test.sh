@@ -30,5 +30,19 @@ verifie "warfarin alone: St John's wort contra-indicated" \
 verifie "sevelamer with any oral product" test "$(niveaux "$(premier RENAGEL)@$warfarine")" = "2 "
 verifie "the check prints the couple" grep -q "WARFARINE" <<<"$("$vdx" check --base "$work/base" "$warfarine" "$ibuprofene")"
 
+# Real prescriptions: the highest level of each pair, in both orders, as
+# a pharmacist reading the thesaurus expects it.
+plus_haut() { interactions "$1@$2" | awk -F'\t' '$2 != "0000000" {print $8}' | sort -n | tail -1; }
+while IFS=$'\t' read -r a b niveau note; do
+  case "$a" in '#'* | '') continue ;; esac
+  verifie "$note: level $niveau" test "$(plus_haut "$a" "$b")" = "${niveau/#0/}"
+  verifie "$note, the other way round" test "$(plus_haut "$b" "$a")" = "${niveau/#0/}"
+done <"$(dirname "$0")/donnees/interactions-reelles.tsv"
+# What is taken outside the prescription stays apart from its interactions.
+json=$("$vdx" check --base "$work/base" --json "$warfarine" "$ibuprofene")
+verifie "St John's wort outside, never among the interactions" \
+  test "$(grep -o '"interactions":\[.*\],"notAnalysed"' <<<"$json" | grep -c Millepertuis)" = 0
+verifie "St John's wort among what to avoid" grep -q '"outside":\[.*Millepertuis' <<<"$json"
+
 [ "$echecs" -eq 0 ] && echo "open base: all checks passed"
 exit "$echecs"
