@@ -175,6 +175,13 @@ private:
     bool utf8_;
 };
 
+// The thesaurus names that matched nothing, without their nearest names.
+inline std::vector<std::string> NomsSansSubstance(const RapportImport& r) {
+    std::vector<std::string> noms;
+    for (const auto& n : r.nomsSansSubstance) noms.push_back(n.nom);
+    return noms;
+}
+
 inline std::vector<Ligne> Selon(const std::vector<Ligne>& lignes, const std::string& colonne, const std::string& valeur) {
     std::vector<Ligne> s;
     for (const Ligne& l : lignes)

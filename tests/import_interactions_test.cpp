@@ -21,13 +21,13 @@ namespace {
 
 constexpr char Warfarine[] = "4444444", Morphine[] = "3333333";
 constexpr char Antiacide[] = "1100011", Spermicide[] = "1100012", Ovule[] = "1100013", Vaseline[] = "1100014",
-               HuileDeParaffine[] = "1100015", FerInjectable[] = "1100016";
+               HuileDeParaffine[] = "1100015", FerInjectable[] = "1100016", Millepertuis[] = "1100017";
 
 // The products of what the thesaurus names beside medicines: an antacid
 // published under substance number 3, a spermicide and another vaginal
 // product, mineral oil on the skin and by mouth, iron by injection published
-// above the last substance number. Couples with drinks, a plant, a device,
-// the oral and vaginal routes, and iron.
+// above the last substance number, an extract of St John's wort. Couples
+// with drinks, a plant, a device, the oral and vaginal routes, and iron.
 void AjouteHorsMedicaments(Extrait& e) {
     const auto specialite = [&e](const std::string& cis, const std::string& cip, const std::string& nom,
                                  const std::string& forme, const std::string& voie, const std::string& composant) {
@@ -48,6 +48,8 @@ void AjouteHorsMedicaments(Extrait& e) {
                "1105\tPARAFFINE LIQUIDE\t10 ml");
     specialite("60000016", FerInjectable, "FER LAB 50 mg/ml", "solution injectable", "intraveineuse",
                "34855\tFER\t50 mg");
+    specialite("60000017", Millepertuis, "MILLEPERTUIS LAB 300 mg", "comprimé", "orale",
+               "1106\tMILLEPERTUIS (SOMMITÉ FLEURIE) (EXTRAIT SEC DE)\t300 mg");
     e.Ajoute("interactions-2016-08/substances.txt", "MILLEPERTUIS\r\nFER\r\n");
     e.Ajoute("interactions-2016-08/substance-classes.tsv",
              "HYDROTALCITE\tTOPIQUES GASTRO-INTESTINAUX, ANTIACIDES ET ADSORBANTS\r\n"
@@ -94,7 +96,9 @@ TEST(ImportInteractions, WhatNoMedicineHoldsIsMetByTheRoutesOfTheMedicineSideAnd
     };
     for (const Cas& cas : {Cas{"WARFARINE", "ALCOOL (BOISSON OU EXCIPIENT)", "1", "A", "A"},
                            Cas{"SELS DE FER PAR VOIE INJECTABLE", "ALCOOL (BOISSON OU EXCIPIENT)", "1", "A2", "A"},
-                           Cas{"HUILES MINERALES", "PRESERVATIFS EN LATEX", "1", "B", "B"},  // on the skin
+                           // On the skin or a mucosa, in the vagina or the rectum.
+                           Cas{"HUILES MINERALES", "PRESERVATIFS EN LATEX", "1", "B|A51|A17", "B|A51|A17"},
+                           Cas{"WARFARINE", "MILLEPERTUIS (HORS PRESCRIPTION)", "1", "A", "A"},
                            Cas{"TOPIQUES GASTRO-INTESTINAUX, ANTIACIDES ET ADSORBANTS",
                                "MEDICAMENTS ADMINISTRES PAR VOIE ORALE", "2", "A1", voie(Warfarine).substr(0, 2)},
                            Cas{"SPERMICIDES", "MEDICAMENTS UTILISES PAR VOIE VAGINALE", "2", voie(Ovule), voie(Ovule)}}) {
@@ -116,8 +120,8 @@ TEST(ImportInteractions, WhatNoMedicineHoldsIsMetByTheRoutesOfTheMedicineSideAnd
     EXPECT_FALSE(classes.count("THEINE"));  // no fluindione product
     // Nor is what no medicine holds looked for among the medicines, nor a
     // couple of two such written.
-    EXPECT_EQ(r.substancesThesaurus, 6u);
-    EXPECT_EQ(r.nomsSansSubstance, std::vector<std::string>{"FLUINDIONE"});
+    EXPECT_EQ(r.substancesThesaurus, 7u);  // St John's wort is also a medicine
+    EXPECT_EQ(NomsSansSubstance(r), std::vector<std::string>{"FLUINDIONE"});
     ASSERT_EQ(r.rejets.size(), 1u);
     EXPECT_TRUE(r.rejets[0].starts_with("couples.tsv: 1 line, no medicine on either side")) << r.rejets[0];
 }
@@ -184,6 +188,14 @@ TEST_F(CouplesLus, AProductAloneMeetsWhatIsTakenBesideIt) {
     // Mineral oil meets a condom on the skin, not by mouth.
     EXPECT_EQ(Lignes({Vaseline}), (std::set<std::string>{"1100014>0000000 Pr\xE9servatifs en latex (4)"}));
     EXPECT_EQ(Lignes({HuileDeParaffine}), std::set<std::string>{});
+}
+
+TEST_F(CouplesLus, StJohnsWortPrescribedIsAProductOfThePrescriptionAndStaysToAvoidOutsideIt) {
+    EXPECT_EQ(Lignes({Warfarine, Millepertuis}),
+              (std::set<std::string>{"1100017>4444444 WARFARINE VIEUX 5MG CPR SEC B/30 (4)",
+                                     "4444444>0000000 Alcool (boisson ou excipient) (1)",
+                                     "4444444>0000000 Millepertuis (4)"}));
+    EXPECT_EQ(Lignes({Millepertuis}), std::set<std::string>{});
 }
 
 TEST_F(CouplesLus, AProductOfARouteFamilyMeetsEveryOtherProductOfThatRoute) {

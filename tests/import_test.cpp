@@ -5,6 +5,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <filesystem>
 #include <fstream>
 #include <map>
@@ -185,6 +186,70 @@ TEST(ImportNoms, SaltsAndBasesMeetAndOtherNamesDont) {
     EXPECT_TRUE(index.Cherche("SODIUM").empty());
 }
 
+// Spellings of the March 2017 extract, each under the code it is published
+// with, and the thesaurus names that must (or must not) reach them.
+TEST(ImportNoms, RealSpellingsReachTheNameTheThesaurusGives) {
+    const std::map<int, const char*> publies = {
+        {5562, "SODIUM (VALPROATE DE)"},          {5563, "VALPROATE DE SODIUM"},
+        {5564, "VALPROATE SODIQUE"},              {25252, "VALPROÏQUE (ACIDE)"},
+        {3271, "NAPROXÈNE"},                      {12855, "NAPROXÈNE SODIQUE"},
+        {25037, "IOPAMIDOL"},                     {101, "CARBONATE DE CALCIUM"},
+        {102, "CALCIUM (CHLORURE DE) DIHYDRATÉ"}, {103, "CALCIUM ÉLÉMENT"},
+        {104, "FOLINATE DE CALCIUM"},             {105, "ATORVASTATINE CALCIQUE TRIHYDRATÉE"},
+        {106, "CHLORURE DE POTASSIUM"},           {107, "PHOSPHATE DIPOTASSIQUE"},
+        {108, "LOSARTAN POTASSIQUE"},             {109, "SULFATE FERREUX HEPTAHYDRATÉ"},
+        {110, "FERREUX (SULFATE) DESSÉCHÉ"},      {111, "COMPLEXE D'HYDROXYDE FERRIQUE - SACCHAROSE"},
+        {112, "CARBONATE DE LITHIUM"},            {113, "MILLEPERTUIS (SOMMITÉ FLEURIE) (EXTRAIT SEC DE)"},
+        {114, "EXTRAIT SEC DE MILLEPERTUIS"},     {115, "HYPERICUM PERFORATUM POUR PRÉPARATIONS HOMÉOPATHIQUES"},
+        {116, "BOURDAINE (ÉCORCE DE)"},           {117, "ALISKIRÈNE (HÉMIFUMARATE D')"},
+        {118, "PALMITATE DE PALIPÉRIDONE"},       {119, "MALÉATE ACIDE DE LISURIDE"},
+        {120, "HYDROXYDE D'ALUMINIUM"},           {121, "INTERFÉRON ALFA-2A"},
+        {122, "COLISTIMÉTHATE SODIQUE"},          {123, "RANÉLATE DE STRONTIUM NONAHYDRATÉ"},
+        {124, "CLODRONATE DE SODIUM ANHYDRE"},    {125, "VIRUS DE LA FIÈVRE JAUNE, SOUCHE 17D-204 (VIVANT, ATTÉNUÉ)"},
+    };
+    IndexNoms index;
+    for (const auto& [code, nom] : publies) index.Ajoute(code, Cp1252(nom));
+    const std::pair<const char*, std::set<int>> attendus[] = {
+        {"ACIDE VALPROIQUE", {5562, 5563, 5564, 25252}},
+        {"VALPROIQUE (ACIDE)", {5562, 5563, 5564, 25252}},
+        {"SODIUM (VALPROATE DE)", {5562, 5563, 5564}},
+        {"NAPROXENE", {3271, 12855}},
+        {"IOPAMIDOL", {25037}},
+        // A mineral salt reaches its element; a drug's salt doesn't.
+        {"CALCIUM", {101, 102, 103}},
+        {"POTASSIUM", {106, 107}},
+        {"LOSARTAN", {108}},
+        {"FER", {109, 110, 111}},
+        {"SELS DE FER", {109, 110, 111}},
+        {"LITHIUM", {112}},
+        {"STRONTIUM", {123}},
+        {"ACIDE FOLINIQUE", {104}},
+        {"ATORVASTATINE", {105}},
+        // A name the thesaurus gives a salt stands for that salt alone.
+        {"POTASSIUM (CITRATE DE)", {}},
+        {"SODIUM (CHLORURE DE)", {}},
+        // Plants by their extracts, never a homeopathic stock.
+        {"MILLEPERTUIS", {113, 114}},
+        {"BOURDAINE", {116}},
+        // Spellings, esters, acid salts, known synonyms, strains.
+        {"ALISKIREN", {117}},
+        {"PALIPERIDONE", {118}},
+        {"LISURIDE", {119}},
+        {"ALUMINIUM (SELS)", {120}},
+        {"INTERFERON ALFA", {121}},
+        {"COLISTINE", {122}},
+        {"ACIDE CLODRONIQUE", {124}},
+        {"VIRUS DE LA FIEVRE JAUNE", {125}},
+        // Salt words alone stand for nothing.
+        {"SELS", {}},
+        {"SELS DE", {}},
+    };
+    for (const auto& [nom, codes] : attendus) EXPECT_EQ(index.Cherche(nom), codes) << nom;
+    // What matched nothing is told with the names of the database near it.
+    EXPECT_EQ(index.Proches("CALCIUM (OROTATE DE)", 2).size(), 2u);
+    EXPECT_TRUE(index.Proches("ROFECOXIB", 3).empty());
+}
+
 // --- Products ---------------------------------------------------------------------
 
 TEST(ImportProduits, EachPresentationIsAProductWithItsCodesAndFlags) {
@@ -306,15 +371,17 @@ TEST(ImportProduits, TheIdentificationTellsThePackageInItsWords) {
 
 // --- Composition ----------------------------------------------------------------------
 
-TEST(ImportComposition, AFractionIsShownForItsSaltAndTheSaltPointsToIt) {
+TEST(ImportComposition, TheSaltAndTheFractionItIsExpressedAsAreBothOnTheProduct) {
     Extrait e;
     e.Importe();
+    // The salt first, then its fraction: a thesaurus name may stand for either.
     const auto composants = Selon(e.Table("VDXVCOMP"), "CodeCIP", "2222222");
-    ASSERT_EQ(composants.size(), 1u);
-    const std::string base = composants[0].at("CodeSubstance");
-    EXPECT_EQ(composants[0].at("QuantiteTexte"), "150 mg");
-    EXPECT_EQ(composants[0].at("Quantite"), "150");
-    EXPECT_EQ(e.Fiche("VDXVPAU", "Code", composants[0].at("CodeUnite")).at("LibelleUnite"), "mg");
+    ASSERT_EQ(composants.size(), 2u);
+    EXPECT_EQ(composants[0].at("CodeSubstance") + " " + composants[0].at("QuantiteTexte"), "25783 168 mg");
+    const std::string base = composants[1].at("CodeSubstance");
+    EXPECT_EQ(composants[1].at("QuantiteTexte"), "150 mg");
+    EXPECT_EQ(composants[1].at("Quantite"), "150");
+    EXPECT_EQ(e.Fiche("VDXVPAU", "Code", composants[1].at("CodeUnite")).at("LibelleUnite"), "mg");
     // The published 49632 is a concept's number here: renumbered below 30001.
     EXPECT_LE(std::stoi(base), 30000);
     EXPECT_EQ(e.Fiche("VDXVPA", "CodeSubstance", base).at("Libelle"), "RANITIDINE BASE");
@@ -388,7 +455,7 @@ TEST(ImportInteractions, CouplesInBothOrdersWithTheirSeverityKindAndTexts) {
     // FLUINDIONE is in no product of the extract: counted, never invented.
     EXPECT_EQ(r.substancesThesaurus, 5u);
     EXPECT_EQ(r.substancesTrouvees, 4u);
-    EXPECT_EQ(r.nomsSansSubstance, std::vector<std::string>{"FLUINDIONE"});
+    EXPECT_EQ(NomsSansSubstance(r), std::vector<std::string>{"FLUINDIONE"});
 }
 
 // --- The whole import -------------------------------------------------------------------
@@ -406,6 +473,42 @@ TEST(Import, TheSameFilesGiveTheSameBytesWhateverTheirEncoding) {
         ++fichiers;
     }
     EXPECT_GT(fichiers, 25u);
+}
+
+// The lines of every published file in another order give the same
+// sources, names shown included: a substance shows its most frequent
+// spelling, the first in byte order among as frequent ones.
+TEST(Import, LinesInAnotherOrderGiveTheSameBytes) {
+    Extrait e;
+    e.Ajoute("bdpm/CIS_CIP_bdpm.txt", "60000002\t2222223\ttube(s) de 10 comprimé(s)\tPrésentation active\t"
+                                      "Déclaration de commercialisation\t01/02/2012\t3400922222223\toui\t65%\t\t\t\t\n");
+    e.Ajoute("bdpm/CIS_COMPO_bdpm.txt", "60000001\tcomprimé\t2202\tPARACETAMOL\t1000 mg\tun comprimé\tSA\t2\t\n"
+                                        "60000004\tcomprimé\t2202\tPARACETAMOL\t1 g\tun comprimé\tSA\t2\t\n");
+    e.Importe({}, "un");
+    for (const char* fichier : {"bdpm/CIS_bdpm.txt", "bdpm/CIS_CIP_bdpm.txt", "bdpm/CIS_COMPO_bdpm.txt",
+                                "bdpm/CIS_GENER_bdpm.txt", "bdpm/CIS_CPD_bdpm.txt", "interactions-2016-08/substances.txt",
+                                "interactions-2016-08/substance-classes.tsv", "interactions-2016-08/couples.tsv"}) {
+        const fs::path chemin = e.chemin() / fichier;
+        std::vector<std::string> lignes;
+        std::istringstream texte(Lit(chemin));
+        for (std::string l; std::getline(texte, l);) lignes.push_back(l);
+        // The thesaurus files keep their header line first.
+        const size_t debut = std::string_view(fichier).ends_with(".tsv") ? 1 : 0;
+        std::reverse(lignes.begin() + static_cast<std::ptrdiff_t>(std::min(debut, lignes.size())), lignes.end());
+        std::string inverse;
+        for (const std::string& l : lignes) inverse += l + "\n";
+        Ecrit(chemin, inverse);
+    }
+    e.Importe({}, "deux");
+    size_t fichiers = 0;
+    for (const auto& f : fs::directory_iterator(e.chemin() / "un")) {
+        EXPECT_EQ(Lit(f.path()), Lit(e.chemin() / "deux" / f.path().filename())) << f.path().filename();
+        ++fichiers;
+    }
+    EXPECT_GT(fichiers, 25u);
+    const auto paracetamol = Selon(e.Table("VDXVPA", "deux"), "CodeSubstance", "2202");
+    ASSERT_EQ(paracetamol.size(), 1u);
+    EXPECT_EQ(paracetamol[0].at("Libelle"), "PARACETAMOL");
 }
 
 TEST(Import, TheFilterKeepsThePresentationsOfASubstanceAndTheirInteractions) {

@@ -48,6 +48,16 @@ verifie "check lists the prescription" grep -q "3026454  COUMADINE 2MG CPR SEC B
 verifie "check finds warfarin with ibuprofen" grep -A1 -q "Association déconseillée (3)" <<<"$sortie"
 verifie "check tells the couple" grep -q "COUMADINE 2MG CPR SEC B/20  +  IBUPROFENE EG 400MG CPR PELL B/30" <<<"$sortie"
 verifie "check tells the pregnancy" grep -q "contra-indication IBUPROFENE EG 400MG CPR PELL B/30: Grossesse à partir du début du 6e mois (24 SA)  (level 9)" <<<"$sortie"
+# Erythromycin on the skin meets no couple of the warfarin: it is said to
+# be left out; what warfarin meets outside the prescription is apart and
+# counted apart.
+sortie=$("$vdx" check --base "$work/base" 3026454 3267100)
+verifie "check names the local product it leaves out" grep -q "not analysed, local route only: 3267100  ERYFLUID" <<<"$sortie"
+verifie "check counts no outside row among the interactions" grep -q "^Interactions (0)" <<<"$sortie"
+verifie "check tells what to avoid outside" grep -q "^To avoid outside the prescription (2)" <<<"$sortie"
+sortie=$("$vdx" check --base "$work/base" 3026454 3267100 --json)
+verifie "check as JSON keeps the outside rows apart" \
+  grep -q '"interactions":\[\],"notAnalysed":\[{"code":"3267100".*"outside":\[{"level":4.*"label2":"Millepertuis"' <<<"$sortie"
 sortie=$("$vdx" check --base "$work/base" 3436258 --sex F --pregnancy 30 --json)
 verifie "check as JSON" grep -q '^{"prescription":\[{"code":"3436258".*"termLabel":"Grossesse".*}]}$' <<<"$sortie"
 for ordre in "3026454@3368195" "3368195@3026454"; do
