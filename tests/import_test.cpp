@@ -206,6 +206,7 @@ TEST(ImportNoms, RealSpellingsReachTheNameTheThesaurusGives) {
         {120, "HYDROXYDE D'ALUMINIUM"},           {121, "INTERFÉRON ALFA-2A"},
         {122, "COLISTIMÉTHATE SODIQUE"},          {123, "RANÉLATE DE STRONTIUM NONAHYDRATÉ"},
         {124, "CLODRONATE DE SODIUM ANHYDRE"},    {125, "VIRUS DE LA FIÈVRE JAUNE, SOUCHE 17D-204 (VIVANT, ATTÉNUÉ)"},
+        {126, "CALCIUM (GLUBIONATE DE)"},
     };
     IndexNoms index;
     for (const auto& [code, nom] : publies) index.Ajoute(code, Cp1252(nom));
@@ -216,7 +217,7 @@ TEST(ImportNoms, RealSpellingsReachTheNameTheThesaurusGives) {
         {"NAPROXENE", {3271, 12855}},
         {"IOPAMIDOL", {25037}},
         // A mineral salt reaches its element; a drug's salt doesn't.
-        {"CALCIUM", {101, 102, 103}},
+        {"CALCIUM", {101, 102, 103, 126}},
         {"POTASSIUM", {106, 107}},
         {"LOSARTAN", {108}},
         {"FER", {109, 110, 111}},
@@ -245,6 +246,11 @@ TEST(ImportNoms, RealSpellingsReachTheNameTheThesaurusGives) {
         {"SELS DE", {}},
     };
     for (const auto& [nom, codes] : attendus) EXPECT_EQ(index.Cherche(nom), codes) << nom;
+    // A salt's base is the fraction that names its molecule, not the iodine
+    // a contrast medium is expressed as.
+    EXPECT_TRUE(EstSaBase(Cp1252("RANITIDINE (CHLORHYDRATE DE)"), "RANITIDINE BASE"));
+    EXPECT_TRUE(EstSaBase(Cp1252("MALÉATE DE TIMOLOL"), "TIMOLOL BASE"));
+    EXPECT_FALSE(EstSaBase("IOPAMIDOL", "IODE"));
     // What matched nothing is told with the names of the database near it.
     EXPECT_EQ(index.Proches("CALCIUM (OROTATE DE)", 2).size(), 2u);
     EXPECT_TRUE(index.Proches("ROFECOXIB", 3).empty());

@@ -132,13 +132,14 @@ Substances NumeroteSubstances(const std::vector<Composant>& composants) {
         s.noms[s.numeros[code]] = NomAffiche(orthographes);
         for (const auto& [nom, n] : orthographes) s.index.Ajoute(s.numeros[code], nom);
     }
-    // A salt's base: the fraction it is expressed as, else the substance
+    // A salt's base: the fraction it is expressed as when that names its
+    // molecule (not the iodine of a contrast medium), else the substance
     // named as the salt without its salt words.
     for (const auto& [cis, liste] : ParSpecialite(composants))
         for (const Composant* c : liste)
             for (const Composant* f : liste)
                 if (c->nature == "SA" && f->nature == "FT" && f->element == c->element && f->lien == c->lien &&
-                    !c->lien.empty() && f->code != c->code) {
+                    !c->lien.empty() && f->code != c->code && EstSaBase(c->nom, f->nom)) {
                     const int sel = s.numeros[c->code], base = s.numeros[f->code];
                     const auto p = s.parents.find(sel);
                     if (p == s.parents.end() || base < p->second) s.parents[sel] = base;

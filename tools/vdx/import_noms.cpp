@@ -29,7 +29,7 @@ const Ensemble AcidesDeSel = {"ACIDE", "MONOACIDE", "DIACIDE"};
 const Ensemble AnionsMineraux = {
     "ACETATE",    "ASCORBATE",  "ASPARTATE",   "BICARBONATE", "CARBONATE",   "CHLORURE",  "CITRATE",
     "DIHYDROGENOPHOSPHATE",     "FLUORURE",    "FUMARATE",    "GLUCEPTATE",  "GLUCOHEPTONATE", "GLUCONATE",
-    "GLUCONOLACTATE", "GLYCEROPHOSPHATE", "HYDROGENOCARBONATE", "HYDROGENOPHOSPHATE", "HYDROXYDE", "IODURE",
+    "GLUCONOLACTATE", "GLUBIONATE", "LACTOBIONATE", "GLYCEROPHOSPHATE", "HYDROGENOCARBONATE", "HYDROGENOPHOSPHATE", "HYDROXYDE", "IODURE",
     "LACTATE",    "LACTOGLUCONATE", "OROTATE", "OXYDE",       "PHOSPHATE",   "PIDOLATE",  "SILICATE",
     "SUCCINATE",  "SULFATE",    "TARTRATE",   "TRISILICATE", "BROMURE",    "GLYCINATE"};
 // Cations by the word and by the adjectives that name them.
@@ -275,6 +275,11 @@ ClesNom Cles(std::string_view nomPlie) {
     }
     for (const std::string& p : cles.propres) cles.contenus.erase(p);
     return cles;
+}
+
+bool EstSaBase(std::string_view sel, std::string_view base) {
+    const ClesNom s = Cles(Plie(sel)), b = Cles(Plie(base));
+    return std::ranges::any_of(b.propres, [&s](const std::string& c) { return s.propres.count(c) || s.contenus.count(c); });
 }
 
 void IndexNoms::Ajoute(int code, std::string_view nom) {

@@ -34,6 +34,11 @@ struct ClesNom {
 };
 ClesNom Cles(std::string_view nomPlie);
 
+// Whether `base` names the substance `sel` is a form of ("RANITIDINE BASE"
+// of "RANITIDINE (CHLORHYDRATE DE)"), not only what it is expressed as
+// ("IODE" of "IOPAMIDOL").
+bool EstSaBase(std::string_view sel, std::string_view base);
+
 // The substances of the medicine database by the keys of their names.
 class IndexNoms {
 public:
