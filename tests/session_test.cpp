@@ -201,6 +201,19 @@ TEST_F(Session, GivesTheStoresErrorInOneSentence) {
     SafeArrayDestroy(tableau);
 }
 
+// The error and the file are taken where the store fails: the closes that
+// run while the call unwinds don't change them.
+TEST_F(Session, TellsTheErrorWhereTheStoreFailedNotWhereTheCallEnded) {
+    BaseDeTest base;
+    AjouteIdentite(base);
+    base.Ajoute("VDXCLA", {{"CodeClasse", "A01"}, {"Libelle", "Antalgiques"}});
+    ASSERT_EQ(Connecte(base, ModeMemoire), 1);
+    std::filesystem::remove(base.Repertoire() + "/VDXCLA.NDX");
+    EXPECT_EQ(RechercheClasseParPas_Vdx("antal", nullptr, nullptr, 5), VDX_ECHEC_MAGASIN);
+    char tampon[300];
+    EXPECT_STREQ(GetLastError_Vdx(tampon), "Anomalie num\xE9ro : 12 sur le fichier : VDXCLA.NDX");
+}
+
 TEST_F(Session, AnnouncesCallsToAnAgentSeenAtConnection) {
     NotifieAgent("MonographieHtml@CodeCIP=", "3400000");
     EXPECT_TRUE(notices.notifications.empty());

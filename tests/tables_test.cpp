@@ -91,8 +91,13 @@ TEST_F(Tables, ACursorWalksAndLooksUpWithPaddedKeys) {
 
 TEST_F(Tables, AFailureOfTheStoreNamesItsFileAndLeavesWithMinus500) {
     // A key number whose table is not open.
-    EXPECT_THROW(Curseur curseur(ald), Echec);
-    EXPECT_EQ(session().FichierErreur, "VDXYALD.NDX");
+    try {
+        Curseur curseur(ald);
+        FAIL();
+    } catch (const Echec& e) {
+        EXPECT_EQ(e.code, EchecMagasin);
+        EXPECT_EQ(e.fichier, "VDXYALD.NDX");
+    }
 
     TablesOuvertes tables{&ald};
     try {
@@ -100,13 +105,15 @@ TEST_F(Tables, AFailureOfTheStoreNamesItsFileAndLeavesWithMinus500) {
         FAIL();
     } catch (const Echec& e) {
         EXPECT_EQ(e.code, EchecMagasin);
+        EXPECT_EQ(e.fichier, "VDXYALD.DAT");
+        EXPECT_NE(e.erreurMagasin, 0);
+        EXPECT_EQ(SortieErreur(e), EchecMagasin);
     }
-    EXPECT_EQ(session().FichierErreur, "VDXYALD.DAT");
-    EXPECT_EQ(SortieErreur(EchecMagasin), EchecMagasin);
-    EXPECT_NE(session().DerniereErreur, 0);
+    EXPECT_EQ(session().DerniereErreur, magasin::PositionInvalide);
     EXPECT_EQ(session().FichierErreur, "VDXYALD.DAT");  // kept through the doctor's base closes
     EXPECT_EQ(SortieErreur(CodeInconnu), CodeInconnu);
     EXPECT_EQ(session().DerniereErreur, 0);
+    EXPECT_EQ(session().FichierErreur, "VDXYALD.DAT");  // never cleared
 }
 
 }  // namespace

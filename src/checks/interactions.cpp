@@ -221,8 +221,8 @@ void ParcourtCouples(int32_t classe, Fait&& fait) {
     std::optional<magasin::Position> p;
     try {
         p = couples.PremiereAvec(debut);
-    } catch (const Echec&) {
-        session().FichierErreur = FichierCouples;
+    } catch (Echec& e) {
+        e.fichier = FichierCouples;
         throw;
     }
     for (; p; p = couples.SuivanteAvec(debut)) fait(FicheA(TableCouples(), *p));

@@ -6,17 +6,28 @@
 #include <new>
 #include <stdexcept>
 #include <string>
+#include <utility>
 
 #include "session/codes.h"
 #include "session/session.h"
 
 namespace vdx {
 
-// Leaves the export through SortieErreur(code): thrown by the helpers that
-// meet a failure deep in a walk (a store error, a bad array).
+// Leaves the export through SortieErreur: thrown by the helpers that meet a
+// failure deep in a walk (a store error, a bad array). A failure of the
+// store carries its error words and its file as they stood where it was
+// met: the closes that run while the call unwinds change the store's words.
 struct Echec {
+    explicit Echec(int32_t code_, int16_t erreur = 0, int16_t etat = 0, std::string nomFichier = {})
+        : code(code_), erreurMagasin(erreur), etatIO(etat), fichier(std::move(nomFichier)) {}
     int32_t code;
+    int16_t erreurMagasin;
+    int16_t etatIO;
+    std::string fichier;
 };
+
+// The failure of the store just met on `fichier` (-500).
+Echec EchecMagasinSur(std::string fichier);
 
 // A fault that reaches the catch-all: the export returns -2000 with its
 // message box. Thrown where a host pointer the logic must use is null.
@@ -43,7 +54,7 @@ int32_t Cadre(const char* nomExport, Corps&& corps) noexcept {
         try {
             return corps();
         } catch (const Echec& e) {
-            return SortieErreur(e.code);
+            return SortieErreur(e);
         } catch (const std::bad_alloc&) {
             return SortieErreur(Memoire);
         }

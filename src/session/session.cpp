@@ -18,13 +18,23 @@ Session& session() {
 
 void RemetSession() { session() = Session{}; }
 
-int32_t SortieErreur(int32_t code) {
+Echec EchecMagasinSur(std::string fichier) {
+    const magasin::Globales* g = magasin::GlobalesMagasin();
+    return Echec{EchecMagasin, g->ErreurMagasin, g->EtatIOMagasin, std::move(fichier)};
+}
+
+int32_t SortieErreur(const Echec& echec) {
     Session& s = session();
-    s.DerniereErreur = code == EchecMagasin ? magasin::GlobalesMagasin()->ErreurMagasin : int16_t{0};
-    const std::string fichier = s.FichierErreur;
+    s.DerniereErreur = echec.code == EchecMagasin ? echec.erreurMagasin : int16_t{0};
+    const std::string fichier = echec.fichier.empty() ? s.FichierErreur : echec.fichier;
     FermeBaseMedecin();
     s.FichierErreur = fichier;
-    return code;
+    return echec.code;
+}
+
+int32_t SortieErreur(int32_t code) {
+    const magasin::Globales* g = magasin::GlobalesMagasin();
+    return SortieErreur(Echec{code, g->ErreurMagasin, g->EtatIOMagasin, {}});
 }
 
 void SignaleErreurInterne(const char* nomExport) {

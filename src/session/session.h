@@ -46,8 +46,11 @@ inline constexpr int32_t ModePartage = 1;
 inline constexpr int32_t ModeMemoire = 2;
 inline constexpr int32_t ModeFichier = 3;
 
-// Leaves a failed call: records the store's error for -500, closes the
-// doctor's base, keeps FichierErreur, returns the code.
+struct Echec;
+// Leaves a failed call: records the store's error for -500 and the file of
+// the failure, closes the doctor's base, keeps FichierErreur, returns the
+// code. Given a bare code, the store's error is its current word.
+int32_t SortieErreur(const Echec& echec);
 int32_t SortieErreur(int32_t code);
 
 // Saves ModeSortie and ChainesUnicode, sets both to 0 for inner calls, and

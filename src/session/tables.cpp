@@ -111,7 +111,7 @@ TablesOuvertes::~TablesOuvertes() {
 
 void TablesOuvertes::Ajoute(Fichier f) {
     const bool ouvert = f.medecin ? OuvreTableMedecin(f.nom, f.numero, LectureSeule) : OuvreTable(f.nom, f.numero);
-    if (!ouvert) throw Echec{EchecMagasin};
+    if (!ouvert) throw EchecMagasinSur(session().FichierErreur);
     ouverts_.push_back(f);
 }
 
@@ -130,23 +130,20 @@ void TablesOuvertes::OuvreMedecin(const Table& table) {
 void TablesOuvertes::Ferme() {
     std::vector<Fichier> fichiers;
     fichiers.swap(ouverts_);
-    bool echec = false;
+    std::optional<Echec> echec;
     for (const Fichier& f : fichiers) {
         if (echec)
             CloseCtFile(f.numero, LectureSeule);  // the first failure is the one reported
-        else
-            echec = !(f.medecin ? FermeTableMedecin(f.nom, f.numero, LectureSeule) : FermeTable(f.nom, f.numero));
+        else if (!(f.medecin ? FermeTableMedecin(f.nom, f.numero, LectureSeule) : FermeTable(f.nom, f.numero)))
+            echec = EchecMagasinSur(session().FichierErreur);
     }
-    if (echec) throw Echec{EchecMagasin};
+    if (echec) throw *echec;
 }
 
 Curseur::Curseur(const Table& table, int cle)
     : table_(table), numero_(table.cle(cle)), longueur_(0) {
     const int longueur = LongueurCle(numero_);
-    if (longueur <= 0) {
-        session().FichierErreur = table.fichierIndex;
-        throw Echec{EchecMagasin};
-    }
+    if (longueur <= 0) throw EchecMagasinSur(table.fichierIndex);
     longueur_ = static_cast<size_t>(longueur);
     tampon_.assign(longueur_, '\0');
 }
@@ -154,8 +151,7 @@ Curseur::Curseur(const Table& table, int cle)
 std::optional<Position> Curseur::Resultat(Position p) {
     if (p != 0) return p;
     if (ErreurCourante() == 0) return std::nullopt;
-    session().FichierErreur = table_.fichierIndex;
-    throw Echec{EchecMagasin};
+    throw EchecMagasinSur(table_.fichierIndex);
 }
 
 std::string Curseur::Complete(std::string_view cle) const {
@@ -192,10 +188,7 @@ std::optional<Position> Curseur::SuivanteAvec(std::string_view prefixe) {
 
 std::string FicheA(const Table& table, Position position) {
     std::string fiche;
-    if (LitFicheEntiere(table.donnees, position, fiche) != 0) {
-        session().FichierErreur = table.fichierDonnees;
-        throw Echec{EchecMagasin};
-    }
+    if (LitFicheEntiere(table.donnees, position, fiche) != 0) throw EchecMagasinSur(table.fichierDonnees);
     return fiche;
 }
 

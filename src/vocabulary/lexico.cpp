@@ -113,10 +113,8 @@ private:
         } else {
             const size_t fin = octets_.size();
             octets_.resize(fin + longueur_);
-            if (magasin::LitFiche(table_.donnees, *position, octets_.data() + fin) != 0) {
-                session().FichierErreur = table_.fichierDonnees;
-                throw Echec{EchecMagasin};
-            }
+            if (magasin::LitFiche(table_.donnees, *position, octets_.data() + fin) != 0)
+                throw EchecMagasinSur(table_.fichierDonnees);
         }
     }
 
