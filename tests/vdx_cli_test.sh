@@ -48,6 +48,12 @@ verifie "check lists the prescription" grep -q "3026454  COUMADINE 2MG CPR SEC B
 verifie "check finds warfarin with ibuprofen" grep -A1 -q "Association déconseillée (3)" <<<"$sortie"
 verifie "check tells the couple" grep -q "COUMADINE 2MG CPR SEC B/20  +  IBUPROFENE EG 400MG CPR PELL B/30" <<<"$sortie"
 verifie "check tells the pregnancy" grep -q "contra-indication IBUPROFENE EG 400MG CPR PELL B/30: Grossesse à partir du début du 6e mois (24 SA)  (level 9)" <<<"$sortie"
+# The count of Interactions2Test_Vdx, from host arrays made of the text.
+verifie "Interactions2Test_Vdx counts the rows of Interactions2_Vdx" test \
+  "$("$vdx" call --base "$work/base" Interactions2Test_Vdx "3026454@3368195" "" "" 0 0 0 0 "" | head -1)" = \
+  "$("$vdx" call --base "$work/base" Interactions2_Vdx "3026454@3368195" "" "" 0 0 0 0 "" | head -1)"
+verifie "Interactions_Vdx reads one product a line" test \
+  "$("$vdx" call --base "$work/base" Interactions_Vdx "3026454@3368195" | head -1)" = 3
 # Erythromycin on the skin meets no couple of the warfarin: it is said to
 # be left out; what warfarin meets outside the prescription is apart and
 # counted apart.

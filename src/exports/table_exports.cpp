@@ -17,7 +17,8 @@ using G = GenreArgument;
 
 // Kinds of argument given as text in a call from the command line.
 bool DonneEnTexte(GenreArgument genre) {
-    return genre == G::Texte || genre == G::Entier || genre == G::Reel || genre == G::Liste;
+    return genre == G::Texte || genre == G::Entier || genre == G::Reel || genre == G::Liste || genre == G::ListeTableau ||
+           genre == G::Lignes;
 }
 
 // Hands out the C arguments of one call, by their declared kinds, from the
@@ -27,6 +28,7 @@ public:
     explicit Arguments(const std::vector<std::string>& textes) : textes_(textes) {}
     ~Arguments() {
         for (BSTR& c : chaines_) hote::Libere(&c);
+        for (SAFEARRAY*& t : tableaux_) SafeArrayDestroy(t);
     }
 
     // The first host string the call filled, for exports that store their
@@ -50,12 +52,18 @@ public:
         } else if constexpr (std::is_same_v<T, BSTR*>) {
             chaines_.push_back(nullptr);
             return &chaines_.back();
+        } else if constexpr (std::is_same_v<T, SAFEARRAY**>) {
+            if (genre == G::ListeTableau) {
+                tableaux_.push_back(TableauDeChaines(Texte(genre)));
+                return &tableaux_.back();
+            }
+            // The result array of mode 0; an input list's text was stored
+            // as the text input before the call.
+            if (genre == G::Liste || genre == G::Lignes) Texte(genre);
+            return nullptr;
         } else {
             static_assert(std::is_pointer_v<T>, "kind of argument not handled");
-            // Arrays and records of mode 0; an input list's text was stored
-            // as the text input before the call.
-            if (genre == G::Liste) Texte(genre);
-            return nullptr;
+            return nullptr;  // a record of mode 0
         }
     }
 
@@ -66,6 +74,24 @@ private:
             return textes_[suivant_++];
         }
         throw std::invalid_argument("argument sans texte");
+    }
+
+    // A host array of the strings of "a@b@c", as a host makes it.
+    static SAFEARRAY* TableauDeChaines(const std::string& texte) {
+        std::vector<std::string> entrees;
+        for (size_t debut = 0;;) {
+            const size_t fin = texte.find('@', debut);
+            entrees.push_back(texte.substr(debut, fin == std::string::npos ? std::string::npos : fin - debut));
+            if (fin == std::string::npos) break;
+            debut = fin + 1;
+        }
+        SAFEARRAY* t = SafeArrayCreateVector(VT_BSTR, 0, static_cast<ULONG>(entrees.size()));
+        for (LONG i = 0; i < static_cast<LONG>(entrees.size()); ++i) {
+            BSTR b = SysAllocStringByteLen(entrees[i].data(), static_cast<UINT>(entrees[i].size()));
+            SafeArrayPutElement(t, &i, b);
+            SysFreeString(b);
+        }
+        return t;
     }
 
     template <class N>
@@ -80,6 +106,7 @@ private:
     const std::vector<std::string>& textes_;
     size_t suivant_ = 0;
     std::deque<BSTR> chaines_;
+    std::deque<SAFEARRAY*> tableaux_;
 };
 
 template <class R, class... A, size_t... I>
@@ -135,6 +162,8 @@ const std::vector<Export>& Table() {
         Decrit("ActiveHospitaliers_Vdx", &ActiveHospitaliers_Vdx, {{G::Entier, "Valeur"}}, {}, false),
         Decrit("NiveauCI_Vdx", &NiveauCI_Vdx, {{G::Entier, "Niveau"}}, {}, false),
         Decrit("NiveauInteraction_Vdx", &NiveauInteraction_Vdx, {{G::Entier, "Niveau"}}, {}, false),
+        Decrit("ActiveMedDC_Vdx", &ActiveMedDC_Vdx, {{G::Entier, "Valeur"}}, {}, false),
+        Decrit("Fonctionnalites_Vdx", &Fonctionnalites_Vdx, {{G::Entier, "Inutilise"}, {G::Fiche, "Champs"}}, {}, false),
         Decrit("ListeALD_Vdx", &ListeALD_Vdx, {{G::Tableau, "Tableau"}}, {"Code", "Libelle"}),
         Decrit("RechercheAMMParPas_Vdx", &RechercheAMMParPas_Vdx, ArgumentsPas, CodeLibelle),
         Decrit("RechercheAMMLexico_Vdx", &RechercheAMMLexico_Vdx, ArgumentsMot, CodeLibelle),
@@ -259,6 +288,12 @@ const std::vector<Export>& Table() {
                 "Texte1", "Texte2", "Texte3", "Texte4", "Classe1", "Classe2", "Voie1", "Voie2", "CodeType",
                 "Niveau2", "Substance2", "Substance1Associee", "Substance2Associee", "CodeCondition",
                 "LibelleCondition"}),
+        Decrit("Interactions2Test_Vdx", &Interactions2Test_Vdx,
+               {{G::ListeTableau, "Produits"}, {G::ListeTableau, "CodesPatient"}, {G::ListeTableau, "TypesPatient"},
+                {G::Entier, "Age"}, {G::Entier, "Poids"}, {G::Entier, "Grossesse"}, {G::Entier, "Allaitement"},
+                {G::Texte, "Sexe"}}),
+        Decrit("Interactions_Vdx", &Interactions_Vdx, {{G::Lignes, "Produits"}, {G::Tableau, "Tableau"}},
+               {"Niveau", "LibelleGravite", "Libelle1", "Libelle2", "TexteType", "Reference", "CIP1", "CIP2"}),
         Decrit("ProduitInteractions_Vdx", &ProduitInteractions_Vdx, {{G::Texte, "Code"}, {G::Tableau, "Tableau"}},
                {"Niveau", "LibelleGravite", "TexteType", "Reference"}),
         Decrit("EquivalentPathologie_Vdx", &EquivalentPathologie_Vdx,
@@ -277,6 +312,14 @@ size_t Export::NombreTextes() const {
 
 std::span<const Export> Exports() { return Table(); }
 
+std::span<const char* const> ExportsDeLaSession() {
+    static const char* const noms[] = {"Connection_Vdx",   "Connection2_Vdx", "DeConnection_Vdx",
+                                       "DeConnection2_Vdx", "GetLastError_Vdx", "GetLenString_Vdx",
+                                       "GetString_Vdx",    "GetString2_Vdx",  "SetString_Vdx",
+                                       "SetString2_Vdx",   "InstalleNotifications_Vdx"};
+    return noms;
+}
+
 const Export* ExportNomme(std::string_view nom) {
     for (const Export& e : Table())
         if (nom == e.nom) return &e;
@@ -293,6 +336,10 @@ Appel AppelleEnMemoire(const Export& e, const std::vector<std::string>& textes) 
     std::string listes;
     for (size_t i = 0, t = 0; i < e.arguments.size(); ++i) {
         if (e.arguments[i].genre == G::Liste) listes += textes[t].empty() ? "\r\n" : textes[t] + "\r\n\r\n";
+        if (e.arguments[i].genre == G::Lignes) {
+            for (char c : textes[t]) listes += c == '@' ? std::string("\r\n") : std::string(1, c);
+            listes += "\r\n@\r\n";
+        }
         t += DonneEnTexte(e.arguments[i].genre);
     }
     SetString_Vdx(listes.c_str());

@@ -20,6 +20,8 @@ enum class GenreArgument : uint8_t {
     ChaineSortie,  // BSTR*, a result of mode 0
     Tableau,       // SAFEARRAY**, the result array of mode 0
     Liste,         // an input list: in the flat modes read from the text input
+    ListeTableau,  // an input list read from a host array in every mode
+    Lignes,        // an input list, in the flat modes one entry a line up to a line "@"
     Fiche,         // a pointer to a host record
 };
 
@@ -42,8 +44,9 @@ struct Export {
     // Names of the fields of the rows it delivers.
     std::vector<const char*> champs;
     bool connexionRequise;
-    // Calls it with one text per argument of kinds Texte, Entier, Reel and
-    // Liste (a list as "a@b@c"); the others are given by the caller's mode.
+    // Calls it with one text per argument of kinds Texte, Entier, Reel,
+    // Liste, ListeTableau and Lignes (a list as "a@b@c"); the others are
+    // given by the caller's mode.
     std::function<Appel(const std::vector<std::string>&)> appelle;
 
     size_t NombreTextes() const;
@@ -51,6 +54,10 @@ struct Export {
 
 std::span<const Export> Exports();
 const Export* ExportNomme(std::string_view nom);
+// The exports that open, close and feed the session a call from text runs
+// in (connection, error sentence, string exchange, notices): with the
+// table, every export the header declares.
+std::span<const char* const> ExportsDeLaSession();
 
 // Calls an export in memory mode and takes its flat text. Throws
 // std::invalid_argument for an unknown name or a wrong count or kind of

@@ -60,6 +60,8 @@ const char* NomGenre(exports::GenreArgument g) {
         case exports::GenreArgument::ChaineSortie: return "chaine";
         case exports::GenreArgument::Tableau: return "tableau";
         case exports::GenreArgument::Liste: return "liste";
+        case exports::GenreArgument::ListeTableau: return "liste";
+        case exports::GenreArgument::Lignes: return "liste";
         case exports::GenreArgument::Fiche: return "fiche";
     }
     return "?";
