@@ -174,7 +174,7 @@ VDX_API int32_t VDX_CALL GetLenString_Vdx(void);
 
 /* Record of a code and its label. */
 typedef struct VdxCodeLibelle {
-    int32_t Code;
+    intptr_t Code;
     BSTR Libelle;
 } VdxCodeLibelle;
 

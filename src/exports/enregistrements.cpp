@@ -1,0 +1,127 @@
+// Every public record of the header, field by field: each field has the
+// slot of a pointer's size its rank gives it, as hosts and the library's
+// delivery count them; a record is its slots and nothing more.
+#include <cstddef>
+#include <cstdint>
+
+#include "vdx32/vdx32.h"
+
+namespace vdx {
+namespace {
+
+template <class Fiche>
+constexpr bool Cases(size_t n) {
+    return sizeof(Fiche) == n * sizeof(intptr_t);
+}
+
+}  // namespace
+
+#define VDX_CASE(Fiche, Champ, rang) \
+    static_assert(offsetof(Fiche, Champ) == (rang) * sizeof(intptr_t), #Fiche "." #Champ " is not in its slot")
+
+
+static_assert(Cases<VdxVersion>(2), "VdxVersion is not 2 slots");
+VDX_CASE(VdxVersion, Version, 0);
+VDX_CASE(VdxVersion, DateVersion, 1);
+
+static_assert(Cases<VdxCodeLibelle>(2), "VdxCodeLibelle is not 2 slots");
+VDX_CASE(VdxCodeLibelle, Code, 0);
+VDX_CASE(VdxCodeLibelle, Libelle, 1);
+
+static_assert(Cases<VdxDeuxChaines>(2), "VdxDeuxChaines is not 2 slots");
+VDX_CASE(VdxDeuxChaines, Code, 0);
+VDX_CASE(VdxDeuxChaines, Libelle, 1);
+
+static_assert(Cases<VdxTroisChaines>(3), "VdxTroisChaines is not 3 slots");
+VDX_CASE(VdxTroisChaines, Code, 0);
+VDX_CASE(VdxTroisChaines, Libelle, 1);
+VDX_CASE(VdxTroisChaines, Texte, 2);
+
+static_assert(Cases<VdxStatut>(16), "VdxStatut is not 16 slots");
+VDX_CASE(VdxStatut, Statut1, 0);
+VDX_CASE(VdxStatut, Statut2, 1);
+VDX_CASE(VdxStatut, Statut3, 2);
+VDX_CASE(VdxStatut, CodeStatut, 3);
+VDX_CASE(VdxStatut, Prescription1, 4);
+VDX_CASE(VdxStatut, Prescription2, 5);
+VDX_CASE(VdxStatut, Prescription3, 6);
+VDX_CASE(VdxStatut, LibelleStatut, 7);
+VDX_CASE(VdxStatut, LibellePrescription1, 8);
+VDX_CASE(VdxStatut, LibellePrescription2, 9);
+VDX_CASE(VdxStatut, LibellePrescription3, 10);
+VDX_CASE(VdxStatut, DetailPrescription1, 11);
+VDX_CASE(VdxStatut, DetailPrescription2, 12);
+VDX_CASE(VdxStatut, DetailPrescription3, 13);
+VDX_CASE(VdxStatut, TexteStatut1, 14);
+VDX_CASE(VdxStatut, TexteStatut2, 15);
+
+static_assert(Cases<VdxComposant>(6), "VdxComposant is not 6 slots");
+VDX_CASE(VdxComposant, SansQuantite, 0);
+VDX_CASE(VdxComposant, CodeSubstance, 1);
+VDX_CASE(VdxComposant, Quantite, 2);
+VDX_CASE(VdxComposant, Libelle, 3);
+VDX_CASE(VdxComposant, QuantiteTexte, 4);
+VDX_CASE(VdxComposant, LibelleUnite, 5);
+
+static_assert(Cases<VdxAlerteCI>(7), "VdxAlerteCI is not 7 slots");
+VDX_CASE(VdxAlerteCI, NiveauAlerte, 0);
+VDX_CASE(VdxAlerteCI, ValeurPatient, 1);
+VDX_CASE(VdxAlerteCI, CodeProduit, 2);
+VDX_CASE(VdxAlerteCI, LibelleProduit, 3);
+VDX_CASE(VdxAlerteCI, CodeTerme, 4);
+VDX_CASE(VdxAlerteCI, LibelleTerme, 5);
+VDX_CASE(VdxAlerteCI, CodePatient, 6);
+
+static_assert(Cases<VdxAnalyse>(2), "VdxAnalyse is not 2 slots");
+VDX_CASE(VdxAnalyse, ValeurAnalyse, 0);
+VDX_CASE(VdxAnalyse, TypeAnalyse, 1);
+
+static_assert(Cases<VdxFicheCI>(3), "VdxFicheCI is not 3 slots");
+VDX_CASE(VdxFicheCI, NiveauAlerte, 0);
+VDX_CASE(VdxFicheCI, LibelleProduit, 1);
+VDX_CASE(VdxFicheCI, LibelleTerme, 2);
+
+static_assert(Cases<VdxInteraction2>(23), "VdxInteraction2 is not 23 slots");
+VDX_CASE(VdxInteraction2, CIP1, 0);
+VDX_CASE(VdxInteraction2, CIP2, 1);
+VDX_CASE(VdxInteraction2, Libelle1, 2);
+VDX_CASE(VdxInteraction2, Libelle2, 3);
+VDX_CASE(VdxInteraction2, LibelleGravite, 4);
+VDX_CASE(VdxInteraction2, TexteType, 5);
+VDX_CASE(VdxInteraction2, Reference, 6);
+VDX_CASE(VdxInteraction2, Niveau, 7);
+VDX_CASE(VdxInteraction2, Texte1, 8);
+VDX_CASE(VdxInteraction2, Texte2, 9);
+VDX_CASE(VdxInteraction2, Texte3, 10);
+VDX_CASE(VdxInteraction2, Texte4, 11);
+VDX_CASE(VdxInteraction2, Classe1, 12);
+VDX_CASE(VdxInteraction2, Classe2, 13);
+VDX_CASE(VdxInteraction2, Voie1, 14);
+VDX_CASE(VdxInteraction2, Voie2, 15);
+VDX_CASE(VdxInteraction2, CodeType, 16);
+VDX_CASE(VdxInteraction2, Niveau2, 17);
+VDX_CASE(VdxInteraction2, Substance2, 18);
+VDX_CASE(VdxInteraction2, Substance1Associee, 19);
+VDX_CASE(VdxInteraction2, Substance2Associee, 20);
+VDX_CASE(VdxInteraction2, CodeCondition, 21);
+VDX_CASE(VdxInteraction2, LibelleCondition, 22);
+
+static_assert(Cases<VdxInteraction>(8), "VdxInteraction is not 8 slots");
+VDX_CASE(VdxInteraction, Niveau, 0);
+VDX_CASE(VdxInteraction, LibelleGravite, 1);
+VDX_CASE(VdxInteraction, Libelle1, 2);
+VDX_CASE(VdxInteraction, Libelle2, 3);
+VDX_CASE(VdxInteraction, TexteType, 4);
+VDX_CASE(VdxInteraction, Reference, 5);
+VDX_CASE(VdxInteraction, CIP1, 6);
+VDX_CASE(VdxInteraction, CIP2, 7);
+
+static_assert(Cases<VdxProduitInteraction>(4), "VdxProduitInteraction is not 4 slots");
+VDX_CASE(VdxProduitInteraction, Niveau, 0);
+VDX_CASE(VdxProduitInteraction, LibelleGravite, 1);
+VDX_CASE(VdxProduitInteraction, TexteType, 2);
+VDX_CASE(VdxProduitInteraction, Reference, 3);
+
+#undef VDX_CASE
+
+}  // namespace vdx
