@@ -346,7 +346,7 @@ private:
         auto [it, nouveau] = libellesProduits_.try_emplace(cip);
         if (nouveau) {
             if (EstMedDC(cip))
-                it->second = LibelleProduitInterne(cip, true).value_or(messages::LibelleSansAccentInconnu);
+                it->second = LibelleProduitInterne(cip).value_or(messages::LibelleSansAccentInconnu);
             else if (const auto fiche = FicheDuCode(TableProduits(), cip))
                 it->second = Fiche(*fiche).Texte(VDXPRO::Libelle);
             else

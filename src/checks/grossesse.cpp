@@ -100,9 +100,9 @@ struct Substances {
 
 Substances SubstancesProduit(std::string_view codeCIP) {
     Substances substances;
-    for (const Composant& composant : CompositionProduit(codeCIP, true).composants) {
+    for (const Composant& composant : CompositionProduit(codeCIP).composants) {
         substances.Ajoute(composant.CodeSubstance);
-        for (const Synonyme& synonyme : SynonymesComposant(composant.CodeSubstance, true))
+        for (const Synonyme& synonyme : SynonymesComposant(composant.CodeSubstance))
             substances.Ajoute(synonyme.Code);
     }
     return substances;
@@ -129,7 +129,7 @@ bool MemeEntree(const Entree& a, const Entree& b) {
 
 std::vector<Entree> EntreesProduit(std::string_view codeCIP, const std::string& liste) {
     std::vector<Entree> entrees;
-    for (const Voie& voie : VoiesProduit(codeCIP, true)) {
+    for (const Voie& voie : VoiesProduit(codeCIP)) {
         Entree entree{std::string(codeCIP), voie.CodeVoie, liste};
         if (std::none_of(entrees.begin(), entrees.end(), [&](const Entree& e) { return MemeEntree(e, entree); }))
             entrees.push_back(std::move(entree));
@@ -205,17 +205,16 @@ std::vector<Valeur> Champs(AlerteGrossesse&& a) {
 
 }  // namespace
 
-TablesOuvertes TablesGrossesse(bool tenuesParAppelant) {
+TablesOuvertes TablesGrossesse() {
     return TablesOuvertes({&TableGrossesse(), &TableTextesAMM(), &Nommee("VDXVCOMP"), &Nommee("VDXVCOMG"),
                            &Nommee("VDXVPA"), &Nommee("VDXVPAE"), &Nommee("VDXVPAU"), &Nommee("VDXWSYNC"),
-                           &Nommee("VDXIDPVO"), &Nommee("VDXIDVOI")},
-                          tenuesParAppelant);
+                           &Nommee("VDXIDPVO"), &Nommee("VDXIDVOI")});
 }
 
-std::vector<AlerteGrossesse> AlertesGrossesse(std::string_view codeCIP, int32_t grossesse, bool tablesTenues) {
+std::vector<AlerteGrossesse> AlertesGrossesse(std::string_view codeCIP, int32_t grossesse) {
     std::vector<AlerteGrossesse> alertes;
     if (grossesse < 0 || grossesse > DerniereSemaineGrossesse) return alertes;
-    TablesOuvertes tables = TablesGrossesse(tablesTenues);
+    TablesOuvertes tables = TablesGrossesse();
     const Substances substances = SubstancesProduit(codeCIP);
     const std::vector<Entree> entrees = EntreesProduit(codeCIP, substances.liste);
     for (const Entree& entree : entrees) {

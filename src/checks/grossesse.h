@@ -38,18 +38,16 @@ inline constexpr int32_t DerniereSemaineGrossesse = 39;
 
 // The tables that AlertesGrossesse reads: the pregnancy table, the texts
 // of the marketing authorisation, and those of the composition, the
-// synonyms and the routes of a product. Opened here unless the caller
-// already holds them.
-TablesOuvertes TablesGrossesse(bool tenuesParAppelant);
+// synonyms and the routes of a product.
+TablesOuvertes TablesGrossesse();
 
 // The alerts of `codeCIP` (a CodeCIP already checked) at the term
 // `grossesse` in weeks, 0 standing for every period; a term outside 0 to
 // DerniereSemaineGrossesse gives none. A product gives at most one alert:
 // the first row that passes, route by route of the product, substance by
-// substance with the synonyms of each. With `tablesTenues` the caller holds
-// the tables of TablesGrossesse. Throws Echec(-500) when the store fails.
-std::vector<AlerteGrossesse> AlertesGrossesse(std::string_view codeCIP, int32_t grossesse,
-                                              bool tablesTenues = false);
+// substance with the synonyms of each. Throws Echec(-500) when the store
+// fails.
+std::vector<AlerteGrossesse> AlertesGrossesse(std::string_view codeCIP, int32_t grossesse);
 
 // ControleGrossesseAFSSAPS: the rows delivered by mode (0 or 1); -2; -10
 // and -13 for the code; -20 a negative term; -30 no array of the record's

@@ -306,11 +306,12 @@ TEST_F(Grossesse, BadArgumentsAndUnknownProducts) {
 }
 
 TEST_F(Grossesse, TablesHeldByTheCallerStayOpen) {
-    TablesOuvertes tables = TablesGrossesse(false);
-    EXPECT_EQ(AlertesGrossesse("3500001", 0, true).at(0).CodeSubstance, 5502);
-    EXPECT_EQ(AlertesGrossesse("3700001", 0, true).at(0).TexteProduit, "Grossesse\r\nfi\xE8vre");
+    TablesOuvertes tables = TablesGrossesse();
+    session().BaseFichiers = "/pas/de/base/";  // no second open could succeed
+    EXPECT_EQ(AlertesGrossesse("3500001", 0).at(0).CodeSubstance, 5502);
+    EXPECT_EQ(AlertesGrossesse("3700001", 0).at(0).TexteProduit, "Grossesse\r\nfi\xE8vre");
     EXPECT_NO_THROW(tables.Ferme());
-    EXPECT_THROW(AlertesGrossesse("3500001", 0, true), Echec);
+    EXPECT_THROW(AlertesGrossesse("3500001", 0), Echec);
 }
 
 }  // namespace

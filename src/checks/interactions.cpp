@@ -448,7 +448,7 @@ private:
 
     int32_t Pere(int32_t substance) {
         auto [it, nouveau] = peres_.try_emplace(substance, 0);
-        if (nouveau) it->second = SubstancePere(substance, true);
+        if (nouveau) it->second = SubstancePere(substance);
         return it->second;
     }
 
@@ -490,33 +490,33 @@ bool VoieAdmise(std::string_view code, std::string_view liste) {
     return false;
 }
 
-LignePrescription ConstruitLigne(const std::string& codeCIP, std::string_view libelleAbsent, bool tablesTenues) {
-    TablesOuvertes tables(TablesLigne(), tablesTenues);
+LignePrescription ConstruitLigne(const std::string& codeCIP, std::string_view libelleAbsent) {
+    TablesOuvertes tables(TablesLigne());
     LignePrescription ligne;
     ligne.CodeCIP = codeCIP;
-    ligne.Libelle = LibelleProduitInterne(codeCIP, true).value_or(std::string(libelleAbsent));
+    ligne.Libelle = LibelleProduitInterne(codeCIP).value_or(std::string(libelleAbsent));
     if (ligne.Libelle.size() > LibelleLigneMax) ligne.Libelle.resize(LibelleLigneMax);
     AjouteSubstances(ligne);
     AjouteClasses(ligne);
-    ligne.Voies = VoiesProduit(codeCIP, true);
+    ligne.Voies = VoiesProduit(codeCIP);
     tables.Ferme();
     return ligne;
 }
 
 std::vector<FicheInteraction2> AnalyseInteractions(const std::vector<std::string>& codesCIP) {
-    TablesOuvertes tables(TablesLigne(), false);
+    TablesOuvertes tables(TablesLigne());
     for (const Table* t : {&TableCouples(), &TableTypes(), &TableGravites(), &TableParents(), &TableTermes()})
         tables.Ouvre(*t);
     std::vector<LignePrescription> lignes;
     for (const std::string& code : codesCIP)
-        lignes.push_back(ConstruitLigne(code, messages::LibelleSansAccentInconnu, true));
+        lignes.push_back(ConstruitLigne(code, messages::LibelleSansAccentInconnu));
     std::vector<FicheInteraction2> resultat = Appariement(std::move(lignes)).Lignes();
     tables.Ferme();
     return resultat;
 }
 
 std::vector<FicheInteraction2> InteractionsDuProduit(const std::string& codeCIP) {
-    const LignePrescription ligne = ConstruitLigne(codeCIP, messages::CIPIntrouvable(codeCIP), false);
+    const LignePrescription ligne = ConstruitLigne(codeCIP, messages::CIPIntrouvable(codeCIP));
     std::vector<FicheInteraction2> lignes;
     TablesOuvertes tables{&TableCouples(), &TableTypes(), &TableGravites(), &TableClasses(), &TableVoies()};
     for (const ClasseLigne& ci : ligne.Classes) {

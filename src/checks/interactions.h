@@ -62,10 +62,8 @@ bool VoieAdmise(std::string_view code, std::string_view liste);
 std::string TexteDuCouple(std::string_view couple, int n);
 
 // The line of a product (a CodeCIP already mapped), `libelleAbsent` being
-// the label of a product VDXPRO lacks. With `tablesTenues` the caller holds
-// its tables open. Throws Echec(-500).
-LignePrescription ConstruitLigne(const std::string& codeCIP, std::string_view libelleAbsent,
-                                 bool tablesTenues = false);
+// the label of a product VDXPRO lacks. Throws Echec(-500).
+LignePrescription ConstruitLigne(const std::string& codeCIP, std::string_view libelleAbsent);
 
 // The rows of a prescription, sorted by level from the highest, those below
 // the session's NiveauInteraction left out. Throws Echec.

@@ -181,7 +181,7 @@ int32_t ContreIndicationsProfil(const char* nomExport, SAFEARRAY** produits, SAF
 
         std::vector<FicheCI> fiches;
         for (const AlerteCI& a : alertes) {
-            std::string libelle = LibelleProduitInterne(a.CodeProduit, false).value_or(a.CodeProduit);
+            std::string libelle = LibelleProduitInterne(a.CodeProduit).value_or(a.CodeProduit);
             const bool present = std::ranges::any_of(fiches, [&](const FicheCI& f) {
                 return f.LibelleTerme == a.LibelleTerme && f.LibelleProduit == libelle;
             });

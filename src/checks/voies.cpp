@@ -31,12 +31,12 @@ std::string LibelleVoie(std::string_view code) {
     return std::string(Fiche(fiche).Texte(VDXIDVOI::Libelle));
 }
 
-std::vector<Voie> VoiesProduit(std::string_view codeCIP, bool tablesOuvertes) {
+std::vector<Voie> VoiesProduit(std::string_view codeCIP) {
     std::vector<Voie> voies;
     const size_t longueurCode = VDXIDPVO::CodeCIP.capacite();
     if (codeCIP.size() > longueurCode) return voies;
     try {
-        TablesOuvertes tables({&TableVoiesProduit(), &TableVoies()}, tablesOuvertes);
+        TablesOuvertes tables({&TableVoiesProduit(), &TableVoies()});
         Curseur routes(TableVoiesProduit());
         for (auto p = routes.SuperieureOuEgale(codeCIP); p && routes.Cle().substr(0, longueurCode) == codeCIP;
              p = routes.Suivante()) {
@@ -51,8 +51,8 @@ std::vector<Voie> VoiesProduit(std::string_view codeCIP, bool tablesOuvertes) {
     return voies;
 }
 
-int32_t SubstancePere(int32_t substance, bool tablesOuvertes) {
-    TablesOuvertes tables({&TableParents()}, tablesOuvertes);
+int32_t SubstancePere(int32_t substance) {
+    TablesOuvertes tables({&TableParents()});
     Curseur parents(TableParents(), CleParEnfant);
     const auto position = parents.SuperieureOuEgale(CleDecimale(substance, ChiffresSubstance) + "00000");
     int32_t pere = 0;

@@ -15,17 +15,16 @@ struct Voie {
 
 // The routes of a product, with their labels ("Code X introuvable" for a
 // route the vocabulary lacks). A failure of the store is not reported: the
-// product just has fewer routes. With `tablesOuvertes` the caller holds
-// VDXIDPVO and VDXIDVOI open.
-std::vector<Voie> VoiesProduit(std::string_view codeCIP, bool tablesOuvertes = false);
+// product just has fewer routes.
+std::vector<Voie> VoiesProduit(std::string_view codeCIP);
 
 // The label of a route, or "Code X introuvable"; the caller holds VDXIDVOI
 // open. Throws Echec(-500).
 std::string LibelleVoie(std::string_view code);
 
 // The parent of a substance, the substance itself when it has none, and 0
-// when no key stands at or above it. With `tablesOuvertes` the caller holds
-// VDXWPEFI open. Throws Echec(-500) when the store fails.
-int32_t SubstancePere(int32_t substance, bool tablesOuvertes = false);
+// when no key stands at or above it. Throws Echec(-500) when the store
+// fails.
+int32_t SubstancePere(int32_t substance);
 
 }  // namespace vdx

@@ -72,12 +72,22 @@ TEST_F(Voies, NoKeyAtOrAboveGivesZero) {
     EXPECT_EQ(SubstancePere(40), 40);
 }
 
-TEST_F(Voies, TablesHeldByTheCallerAreNeitherOpenedNorClosed) {
-    TablesOuvertes tables{TableNommee("VDXWPEFI")};
-    EXPECT_EQ(SubstancePere(120, true), 100);
-    EXPECT_EQ(SubstancePere(120, true), 100);  // still open
+// A table the caller holds is taken again, never reopened nor closed by
+// the callee: with the base gone, only the caller's hold lets it read.
+TEST_F(Voies, ATableHeldByTheCallerIsTakenAgainNotReopened) {
+    const Table& parents = *TableNommee("VDXWPEFI");
+    TablesOuvertes tables{&parents};
+    const std::string base = session().BaseFichiers;
+    session().BaseFichiers = "/pas/de/base/";
+    EXPECT_EQ(SubstancePere(120), 100);
+    EXPECT_EQ(SubstancePere(120), 100);  // still open
+    EXPECT_EQ(TablesOuvertes::Detenteurs(parents.donnees), 1);
     tables.Ferme();
-    EXPECT_THROW(SubstancePere(120, true), Echec);
+    EXPECT_EQ(TablesOuvertes::Detenteurs(parents.donnees), 0);
+    EXPECT_THROW(SubstancePere(120), Echec);
+    session().BaseFichiers = base;
+    EXPECT_EQ(SubstancePere(120), 100);  // opened and closed by itself
+    EXPECT_EQ(TablesOuvertes::Detenteurs(parents.donnees), 0);
 }
 
 }  // namespace

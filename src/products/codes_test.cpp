@@ -252,9 +252,9 @@ TEST_F(Codes, ALineByCommonNameIsNoProduct) {
     EXPECT_EQ(IsMedDC_Vdx("9000001"), 1);
     EXPECT_EQ(IsMedDC_Vdx("3000001"), 0);
     EXPECT_EQ(LibelleProduit_Vdx("9000001", nullptr), VDX_ARGUMENT1);
-    EXPECT_EQ(LibelleProduitInterne("9000001", false), "Parac\xE9tamol 500 mg cp");
-    EXPECT_EQ(LibelleProduitInterne("3000007", false), "SKENAN LP 10MG GELULE");  // no narcotic wording
-    EXPECT_EQ(LibelleProduitInterne("3111111", false), std::nullopt);
+    EXPECT_EQ(LibelleProduitInterne("9000001"), "Parac\xE9tamol 500 mg cp");
+    EXPECT_EQ(LibelleProduitInterne("3000007"), "SKENAN LP 10MG GELULE");  // no narcotic wording
+    EXPECT_EQ(LibelleProduitInterne("3111111"), std::nullopt);
 }
 
 TEST_F(Codes, SimpleLookupsGiveOneFieldOfTheProduct) {

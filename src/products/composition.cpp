@@ -40,9 +40,8 @@ const Table& TableUnites() {
 }
 
 // The tables of a composition, in the order they are opened.
-TablesOuvertes TablesComposition(bool tenuesParAppelant) {
-    return TablesOuvertes({&TableComposants(), &TableTextes(), &TableSubstances(), &TableBases(), &TableUnites()},
-                          tenuesParAppelant);
+TablesOuvertes TablesComposition() {
+    return TablesOuvertes({&TableComposants(), &TableTextes(), &TableSubstances(), &TableBases(), &TableUnites()});
 }
 
 // The host record of a component: SansQuantite, CodeSubstance, Quantite (a
@@ -130,8 +129,8 @@ std::string LibelleOuIntrouvable(const Table& table, const ChampTexte& libelle, 
     return texte ? std::move(*texte) : messages::CodeIntrouvable(std::to_string(code));
 }
 
-Composition CompositionProduit(std::string_view codeCIP, bool tablesTenues) {
-    TablesOuvertes tables = TablesComposition(tablesTenues);
+Composition CompositionProduit(std::string_view codeCIP) {
+    TablesOuvertes tables = TablesComposition();
     Composition composition;
     // Keys are cut to their length: a longer code would find a product by
     // its first seven characters.
@@ -173,14 +172,14 @@ Composition CompositionProduit(std::string_view codeCIP, bool tablesTenues) {
 int32_t ProduitPA(const char* code, SAFEARRAY** tableau, BSTR* exprime, BSTR* composition) {
     return CadreConnecte("ProduitPA_Vdx", [&]() -> int32_t {
         const std::string cip = CodeProduit(code);
-        TablesOuvertes tables = TablesComposition(false);
+        TablesOuvertes tables = TablesComposition();
         std::optional<TableauComposants> hote;
         if (session().ModeSortie == ModeTableau) {
             hote.emplace(tableau);
             RangeChaine(exprime, std::nullopt);
             RangeChaine(composition, std::nullopt);
         }
-        const Composition resultat = CompositionProduit(cip, true);
+        const Composition resultat = CompositionProduit(cip);
         // Nothing is delivered for a product without component: the host
         // strings stay empty.
         if (resultat.composants.empty()) throw Echec{Rien};

@@ -32,10 +32,9 @@ struct Composition {
     std::vector<Composant> composants;  // in the order of VDXVCOMP
 };
 
-// The composition of `codeCIP` (a CodeCIP already checked). With
-// `tablesTenues` the caller holds VDXVCOMP, VDXVCOMG, VDXVPA, VDXVPAE and
-// VDXVPAU open. Throws Echec(-500) when the store fails.
-Composition CompositionProduit(std::string_view codeCIP, bool tablesTenues = false);
+// The composition of `codeCIP` (a CodeCIP already checked). Throws
+// Echec(-500) when the store fails.
+Composition CompositionProduit(std::string_view codeCIP);
 
 // The label of an integer code in a table keyed by it alone (substances,
 // excipients, units, bases), which the caller holds open: nullopt for an

@@ -39,8 +39,8 @@ std::string LibelleClasse(std::string_view code) {
 
 }  // namespace
 
-std::vector<ClasseDuProduit> ClassesProduit(std::string_view codeCIP, bool tablesTenues) {
-    TablesOuvertes tables({&TableClassesProduits(), &TableClasses()}, tablesTenues);
+std::vector<ClasseDuProduit> ClassesProduit(std::string_view codeCIP) {
+    TablesOuvertes tables({&TableClassesProduits(), &TableClasses()});
     std::vector<ClasseDuProduit> classes;
     if (codeCIP.size() == LongueurCIP) {
         Curseur cles(TableClassesProduits(), CleParProduit);

@@ -19,9 +19,8 @@ struct ClasseDuProduit {
 };
 
 // The classes of `codeCIP` in the order of their codes (VDXCLAP by product).
-// With `tablesTenues` the caller holds VDXCLAP and VDXCLA open. Throws
-// Echec(-500).
-std::vector<ClasseDuProduit> ClassesProduit(std::string_view codeCIP, bool tablesTenues = false);
+// Throws Echec(-500).
+std::vector<ClasseDuProduit> ClassesProduit(std::string_view codeCIP);
 
 // ProduitClasse_Vdx: rows of three strings, the class code, the product's
 // CodeCIP and the class label. The rows, 0 for a product without class;

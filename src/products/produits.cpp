@@ -44,8 +44,8 @@ ListeProduits& Liste() {
 
 }  // namespace
 
-std::optional<std::string> LibelleProduitInterne(std::string_view code, bool tablesTenues) {
-    TablesOuvertes tables({&TableProduits()}, tablesTenues);
+std::optional<std::string> LibelleProduitInterne(std::string_view code) {
+    TablesOuvertes tables({&TableProduits()});
     std::optional<std::string> libelle;
     if (const std::optional<std::string> fiche = FicheDuCode(TableProduits(), code))
         libelle = Fiche(*fiche).Texte(VDXPRO::Libelle);

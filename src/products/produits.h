@@ -12,11 +12,10 @@
 namespace vdx {
 
 // The label of a product as the other subsystems take it (the inner form
-// of LibelleProduit_Vdx): `Libelle` of VDXPRO, which is opened and closed
-// here unless `tablesTenues` (the caller holds it open); a prescription
-// line by common name gives its own label; no narcotic wording. nullopt for
-// an unknown code. Throws Echec(-500).
-std::optional<std::string> LibelleProduitInterne(std::string_view code, bool tablesTenues);
+// of LibelleProduit_Vdx): `Libelle` of VDXPRO; a prescription line by
+// common name gives its own label; no narcotic wording. nullopt for an
+// unknown code. Throws Echec(-500).
+std::optional<std::string> LibelleProduitInterne(std::string_view code);
 
 // LibelleProduit_Vdx: -10 also for a line by common name that no product
 // has (looked at only then); a narcotic's label has its numbers spelled out.

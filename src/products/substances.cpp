@@ -146,10 +146,9 @@ int32_t LibelleDeSubstance(const char* nomExport, const Table& table, const Cham
 
 }  // namespace
 
-std::vector<ProduitDeSubstance> ProduitsDeSubstance(int32_t code, bool tablesTenues) {
+std::vector<ProduitDeSubstance> ProduitsDeSubstance(int32_t code) {
     TablesOuvertes tables({&TableSynonymes(), &TableConcepts(), &Inverses()[0].table, &Inverses()[1].table,
-                           &TableProduits()},
-                          tablesTenues);
+                           &TableProduits()});
     Parcours parcours;
     parcours.Substance(code);
     std::vector<ProduitDeSubstance> lignes = std::move(parcours).Lignes();
@@ -175,8 +174,8 @@ int32_t LibelleExcipient(int32_t code, BSTR* libelle) {
     return LibelleDeSubstance("LibelleExcipient_Vdx", TableExcipients(), VDXVEXC::Libelle, code, libelle);
 }
 
-std::vector<Synonyme> SynonymesComposant(int32_t code, bool tablesTenues) {
-    TablesOuvertes tables({&TableSynonymes(), &TableSubstances()}, tablesTenues);
+std::vector<Synonyme> SynonymesComposant(int32_t code) {
+    TablesOuvertes tables({&TableSynonymes(), &TableSubstances()});
     std::vector<Synonyme> synonymes;
     Curseur cles(TableSynonymes());
     for (auto p = cles.SuperieureOuEgale(CleEntiers({code, 0})); p && LitMot(cles.Cle(), 0) == code;

@@ -31,9 +31,8 @@ struct ProduitDeSubstance {
 // of VDXVPAP is not looked for in VDXVEXCP. Products reserved to hospitals
 // (unless HospitaliersActifs), lines by common name and deleted products
 // are left out; a product has one row, the first met, so "PA" wins. Sorted
-// by label. With `tablesTenues` the caller holds VDXWSYNC, VDXWCCCO,
-// VDXVPAP, VDXVEXCP and VDXPRO open. Throws Echec(-500).
-std::vector<ProduitDeSubstance> ProduitsDeSubstance(int32_t code, bool tablesTenues = false);
+// by label. Throws Echec(-500).
+std::vector<ProduitDeSubstance> ProduitsDeSubstance(int32_t code);
 
 // PAProduits_Vdx and ExcipientProduits_Vdx: the same walk under two names.
 // The rows; -10 a code outside 0 to 99999; -20; -500.
@@ -50,9 +49,8 @@ struct Synonyme {
     std::string Libelle;
 };
 // The synonyms of `code` in the order of VDXWSYNC, the code itself not
-// among them. With `tablesTenues` the caller holds VDXWSYNC and VDXVPA open.
-// Throws Echec(-500).
-std::vector<Synonyme> SynonymesComposant(int32_t code, bool tablesTenues = false);
+// among them. Throws Echec(-500).
+std::vector<Synonyme> SynonymesComposant(int32_t code);
 // SynonymeComposant_Vdx: the rows (code, label); -10 a code outside 0 to
 // 99999; -20; -500.
 int32_t SynonymeComposant(int32_t code, SAFEARRAY** tableau);

@@ -95,23 +95,54 @@ void FermeBaseMedecin() {
         for (const auto& f : fichiers) CloseCtFile(f.numero, f.variable ? mode | Variable : mode);
 }
 
-TablesOuvertes::TablesOuvertes(std::initializer_list<const Table*> tables) : TablesOuvertes(tables, false) {}
+namespace {
 
-TablesOuvertes::TablesOuvertes(std::initializer_list<const Table*> tables, bool tenuesParAppelant)
-    : TablesOuvertes(std::span<const Table* const>(tables.begin(), tables.size()), tenuesParAppelant) {}
+// The holders of each file number, and the file each number is bound to.
+struct Detention {
+    int detenteurs = 0;
+    std::string nom;
+};
+std::vector<Detention>& Detentions() {
+    static std::vector<Detention> detentions(NombreNumeros);
+    return detentions;
+}
 
-TablesOuvertes::TablesOuvertes(std::span<const Table* const> tables, bool tenuesParAppelant) {
-    if (tenuesParAppelant) return;
+// One holder less; true when it was the last one and the file is to close.
+bool Relache(int numero) {
+    Detention& d = Detentions().at(static_cast<size_t>(numero));
+    return d.detenteurs > 0 && --d.detenteurs == 0;
+}
+
+}  // namespace
+
+TablesOuvertes::TablesOuvertes(std::initializer_list<const Table*> tables)
+    : TablesOuvertes(std::span<const Table* const>(tables.begin(), tables.size())) {}
+
+TablesOuvertes::TablesOuvertes(std::span<const Table* const> tables) {
     for (const Table* t : tables) Ouvre(*t);
 }
 
 TablesOuvertes::~TablesOuvertes() {
-    for (const Fichier& f : ouverts_) CloseCtFile(f.numero, LectureSeule);
+    for (const Fichier& f : ouverts_)
+        if (Relache(f.numero)) CloseCtFile(f.numero, LectureSeule);
 }
 
+int TablesOuvertes::Detenteurs(int numero) { return Detentions().at(static_cast<size_t>(numero)).detenteurs; }
+
 void TablesOuvertes::Ajoute(Fichier f) {
+    if (f.numero < 0 || f.numero >= static_cast<int>(Detentions().size())) throw FauteInterne("numero de fichier");
+    Detention& d = Detentions()[static_cast<size_t>(f.numero)];
+    if (d.detenteurs > 0) {
+        // Held by a caller: the same file is taken again; another file on
+        // the same number is a fault of the library.
+        if (d.nom != f.nom) throw FauteInterne("numero deja lie a " + d.nom);
+        ++d.detenteurs;
+        ouverts_.push_back(f);
+        return;
+    }
     const bool ouvert = f.medecin ? OuvreTableMedecin(f.nom, f.numero, LectureSeule) : OuvreTable(f.nom, f.numero);
     if (!ouvert) throw EchecMagasinSur(session().FichierErreur);
+    d = {1, f.nom};
     ouverts_.push_back(f);
 }
 
@@ -132,6 +163,7 @@ void TablesOuvertes::Ferme() {
     fichiers.swap(ouverts_);
     std::optional<Echec> echec;
     for (const Fichier& f : fichiers) {
+        if (!Relache(f.numero)) continue;
         if (echec)
             CloseCtFile(f.numero, LectureSeule);  // the first failure is the one reported
         else if (!(f.medecin ? FermeTableMedecin(f.nom, f.numero, LectureSeule) : FermeTable(f.nom, f.numero)))

@@ -32,16 +32,17 @@ int FermeTableMaj(const char* nom, int numero, bool variable);
 // then for reading; failures are not reported.
 void FermeBaseMedecin();
 
-// The tables an export opens, data then index, closed in the same order by
+// The tables a call holds, data then index, released in the same order by
 // Ferme, or on any other way out by the destructor (failures ignored there).
+// Holds are counted by file number: a table that a caller already holds is
+// taken again without being opened, and it is closed when its last holder
+// releases it, so that a function called from inside the library opens
+// what it reads whoever calls it.
 class TablesOuvertes {
 public:
     TablesOuvertes() = default;
     explicit TablesOuvertes(std::initializer_list<const Table*> tables);
-    // For functions also called from inside the library: nothing is opened
-    // nor closed when the caller already holds the tables.
-    TablesOuvertes(std::initializer_list<const Table*> tables, bool tenuesParAppelant);
-    TablesOuvertes(std::span<const Table* const> tables, bool tenuesParAppelant);
+    explicit TablesOuvertes(std::span<const Table* const> tables);
     ~TablesOuvertes();
     TablesOuvertes(const TablesOuvertes&) = delete;
     TablesOuvertes& operator=(const TablesOuvertes&) = delete;
@@ -56,6 +57,9 @@ public:
     void OuvreMedecin(const Table& table);
     // Throws Echec(-500) when a file can't be closed.
     void Ferme();
+
+    // How many holders a file number has (tests).
+    static int Detenteurs(int numero);
 
 private:
     struct Fichier {
