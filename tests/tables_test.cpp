@@ -31,7 +31,7 @@ protected:
     }
     void TearDown() override { RemetSession(); }
 
-    const Table& ald = *TableNommee("VDXYALD");
+    const Table& ald = TableDuCatalogue("VDXYALD");
     static essai::BaseDeTest* base_;
 };
 essai::BaseDeTest* Tables::base_ = nullptr;

@@ -18,15 +18,8 @@
 namespace vdx {
 namespace {
 
-const Table& Nommee(const char* nom) { return *TableNommee(nom); }
-const Table& TableGrossesse() {
-    static const Table& t = Nommee("VDXYGRSS");
-    return t;
-}
-const Table& TableTextesAMM() {
-    static const Table& t = Nommee("VDXVAMPT");
-    return t;
-}
+VDX_TABLE(TableGrossesse, "VDXYGRSS")
+VDX_TABLE(TableTextesAMM, "VDXVAMPT")
 
 // The chapter of the texts of the marketing authorisation on pregnancy and
 // breast-feeding.
@@ -206,9 +199,9 @@ std::vector<Valeur> Champs(AlerteGrossesse&& a) {
 }  // namespace
 
 TablesOuvertes TablesGrossesse() {
-    return TablesOuvertes({&TableGrossesse(), &TableTextesAMM(), &Nommee("VDXVCOMP"), &Nommee("VDXVCOMG"),
-                           &Nommee("VDXVPA"), &Nommee("VDXVPAE"), &Nommee("VDXVPAU"), &Nommee("VDXWSYNC"),
-                           &Nommee("VDXIDPVO"), &Nommee("VDXIDVOI")});
+    return TablesOuvertes({&TableGrossesse(), &TableTextesAMM(), &TableDuCatalogue("VDXVCOMP"), &TableDuCatalogue("VDXVCOMG"),
+                           &TableDuCatalogue("VDXVPA"), &TableDuCatalogue("VDXVPAE"), &TableDuCatalogue("VDXVPAU"), &TableDuCatalogue("VDXWSYNC"),
+                           &TableDuCatalogue("VDXIDPVO"), &TableDuCatalogue("VDXIDVOI")});
 }
 
 std::vector<AlerteGrossesse> AlertesGrossesse(std::string_view codeCIP, int32_t grossesse) {

@@ -75,7 +75,7 @@ TEST_F(Voies, NoKeyAtOrAboveGivesZero) {
 // A table the caller holds is taken again, never reopened nor closed by
 // the callee: with the base gone, only the caller's hold lets it read.
 TEST_F(Voies, ATableHeldByTheCallerIsTakenAgainNotReopened) {
-    const Table& parents = *TableNommee("VDXWPEFI");
+    const Table& parents = TableDuCatalogue("VDXWPEFI");
     TablesOuvertes tables{&parents};
     const std::string base = session().BaseFichiers;
     session().BaseFichiers = "/pas/de/base/";

@@ -17,14 +17,8 @@
 namespace vdx {
 namespace {
 
-const Table& TablePrescriptions() {
-    static const Table& t = *TableNommee("VDXPRESR");
-    return t;
-}
-const Table& TableMedDC() {
-    static const Table& t = *TableNommee("VDXYDCI");
-    return t;
-}
+VDX_TABLE(TablePrescriptions, "VDXPRESR")
+VDX_TABLE(TableMedDC, "VDXYDCI")
 
 bool Chiffre(char c) { return c >= '0' && c <= '9'; }
 

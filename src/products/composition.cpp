@@ -18,26 +18,11 @@
 namespace vdx {
 namespace {
 
-const Table& TableComposants() {
-    static const Table& t = *TableNommee("VDXVCOMP");
-    return t;
-}
-const Table& TableTextes() {
-    static const Table& t = *TableNommee("VDXVCOMG");
-    return t;
-}
-const Table& TableSubstances() {
-    static const Table& t = *TableNommee("VDXVPA");
-    return t;
-}
-const Table& TableBases() {
-    static const Table& t = *TableNommee("VDXVPAE");
-    return t;
-}
-const Table& TableUnites() {
-    static const Table& t = *TableNommee("VDXVPAU");
-    return t;
-}
+VDX_TABLE(TableComposants, "VDXVCOMP")
+VDX_TABLE(TableTextes, "VDXVCOMG")
+VDX_TABLE(TableSubstances, "VDXVPA")
+VDX_TABLE(TableBases, "VDXVPAE")
+VDX_TABLE(TableUnites, "VDXVPAU")
 
 // The tables of a composition, in the order they are opened.
 TablesOuvertes TablesComposition() {

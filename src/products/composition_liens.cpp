@@ -14,14 +14,8 @@
 namespace vdx {
 namespace {
 
-const Table& TableClassesProduits() {
-    static const Table& t = *TableNommee("VDXCLAP");
-    return t;
-}
-const Table& TableClasses() {
-    static const Table& t = *TableNommee("VDXCLA");
-    return t;
-}
+VDX_TABLE(TableClassesProduits, "VDXCLAP")
+VDX_TABLE(TableClasses, "VDXCLA")
 
 // VDXCLAP by product: CodeCIP, then the class code padded with blanks.
 constexpr int CleParProduit = 1;

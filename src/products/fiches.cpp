@@ -6,20 +6,11 @@
 
 namespace vdx {
 
-const Table& TableProduits() {
-    static const Table& t = *TableNommee("VDXPRO");
-    return t;
-}
+VDX_TABLE(TableProduits, "VDXPRO")
 
-const Table& TableComplements() {
-    static const Table& t = *TableNommee("VDXPROA");
-    return t;
-}
+VDX_TABLE(TableComplements, "VDXPROA")
 
-const Table& TableSpecialites() {
-    static const Table& t = *TableNommee("VDXYCSCP");
-    return t;
-}
+VDX_TABLE(TableSpecialites, "VDXYCSCP")
 
 std::optional<std::string> FicheDuCode(const Table& table, std::string_view code) {
     if (code.size() != LongueurCIP) return std::nullopt;

@@ -12,10 +12,7 @@
 namespace vdx {
 namespace {
 
-const Table& TableLaboratoires() {
-    static const Table& t = *TableNommee("VDXLAB");
-    return t;
-}
+VDX_TABLE(TableLaboratoires, "VDXLAB")
 
 // `longueur` bytes of `texte` from `debut`, fewer or none when it is short.
 std::string_view Morceau(std::string_view texte, size_t debut, size_t longueur) {

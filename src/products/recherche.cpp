@@ -21,14 +21,8 @@ namespace {
 
 using magasin::Position;
 
-const Table& TableCategories() {
-    static const Table& t = *TableNommee("VDXVPRO");
-    return t;
-}
-const Table& TableMedecin() {
-    static const Table& t = *TableNommee("PRO");
-    return t;
-}
+VDX_TABLE(TableCategories, "VDXVPRO")
+VDX_TABLE(TableMedecin, "PRO")
 
 // The category whose products RechercheProduitParPas_Vdx hides on request.
 constexpr int RubriqueMasquable = 40;

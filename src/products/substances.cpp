@@ -22,22 +22,10 @@
 namespace vdx {
 namespace {
 
-const Table& TableSynonymes() {
-    static const Table& t = *TableNommee("VDXWSYNC");
-    return t;
-}
-const Table& TableConcepts() {
-    static const Table& t = *TableNommee("VDXWCCCO");
-    return t;
-}
-const Table& TableSubstances() {
-    static const Table& t = *TableNommee("VDXVPA");
-    return t;
-}
-const Table& TableExcipients() {
-    static const Table& t = *TableNommee("VDXVEXC");
-    return t;
-}
+VDX_TABLE(TableSynonymes, "VDXWSYNC")
+VDX_TABLE(TableConcepts, "VDXWCCCO")
+VDX_TABLE(TableSubstances, "VDXVPA")
+VDX_TABLE(TableExcipients, "VDXVEXC")
 
 // The reverse indexes, in the order they are looked at, and the word of
 // their rows.
@@ -46,7 +34,7 @@ struct Inverse {
     const char* nature;
 };
 const std::array<Inverse, 2>& Inverses() {
-    static const std::array<Inverse, 2> inverses{{{*TableNommee("VDXVPAP"), "PA"}, {*TableNommee("VDXVEXCP"), "EXC"}}};
+    static const std::array<Inverse, 2> inverses{{{TableDuCatalogue("VDXVPAP"), "PA"}, {TableDuCatalogue("VDXVEXCP"), "EXC"}}};
     return inverses;
 }
 

@@ -10,10 +10,7 @@
 namespace vdx {
 namespace {
 
-const Table& TableCIP13() {
-    static const Table& t = *TableNommee("VDXCIP13");
-    return t;
-}
+VDX_TABLE(TableCIP13, "VDXCIP13")
 
 // The code's other form, or the code itself.
 std::string Convertit(SensCIP sens, std::string_view code) {

@@ -24,7 +24,7 @@ namespace {
 constexpr int TamponsMagasin = 867;
 constexpr int SecteursMagasin = 16;
 
-const Table& TableIdentite() { return *TableNommee("VDXDAT"); }
+const Table& TableIdentite() { return TableDuCatalogue("VDXDAT"); }
 
 // A base older than this many months is to be updated.
 constexpr int AgeMaximal = 5;

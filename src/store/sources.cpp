@@ -525,7 +525,7 @@ std::vector<Enregistrement> FichesPropres(const fs::path& base, const Dispositio
     std::vector<Enregistrement> fiches = LitTable(base, d);
     if (!EstDerivee(d)) return fiches;
     std::vector<std::string> produits;
-    for (Enregistrement& p : LitTable(base, DispositionDe(*TableNommee("VDXPRO")))) produits.push_back(std::move(p.fiche));
+    for (Enregistrement& p : LitTable(base, DispositionDe(TableDuCatalogue("VDXPRO")))) produits.push_back(std::move(p.fiche));
     const std::vector<std::string> liste = FichesDerivees(d, produits);
     const std::set<std::string> derivees(liste.begin(), liste.end());
     std::erase_if(fiches, [&](const Enregistrement& e) { return derivees.count(e.fiche) != 0; });

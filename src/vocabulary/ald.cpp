@@ -12,7 +12,7 @@
 namespace vdx {
 int32_t ListeALD(SAFEARRAY** tableau) {
     return CadreConnecte("ListeALD_Vdx", [&]() -> int32_t {
-        const Table& ald = *TableNommee("VDXYALD");
+        const Table& ald = TableDuCatalogue("VDXYALD");
         Resultat resultat(tableau, {TypeChamp::Entier, TypeChamp::Texte}, Argument2);
         TablesOuvertes tables{&ald};
         Curseur curseur(ald);

@@ -225,7 +225,7 @@ int32_t Lexico(SAFEARRAY** resultat, const char* motsCherches, const char* motsE
         if (cherches[0].size() < LongueurMin) throw Echec{RechercheTropCourte};
         Scan scan(PremierMotLexico(cherches[0]), Plies(cherches, 1), Plies(Decoupe(motsExclus), 0), options);
 
-        const Table& produits = *TableNommee("VDXVPRO");
+        const Table& produits = TableDuCatalogue("VDXVPRO");
         TablesOuvertes tables;
         Illisible([&] { tables.Ouvre(produits); });
         FluxProduits flux = Illisible([&] { return FluxProduits(produits); });
