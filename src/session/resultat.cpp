@@ -1,5 +1,6 @@
 #include "session/resultat.h"
 
+#include <bit>
 #include <charconv>
 #include <cstdio>
 #include <cstring>
@@ -104,101 +105,96 @@ void DetruitTableau(SAFEARRAY*& tableau, const FormeHote& forme) {
 }
 
 Resultat::Resultat(SAFEARRAY** hote, FormeHote forme, int32_t codeAbsent) : forme_(std::move(forme)) {
-    if (session().ModeSortie == ModeTableau) {
-        if (!hote || !*hote) throw Echec{codeAbsent};
-        SAFEARRAY* t = *hote;
-        if (t->cDims != 1 || hote::TailleElement(t) != TailleElement(forme_)) throw Echec{codeAbsent};
-        const int32_t vide = VideTableau(t, forme_);
-        if (vide < 0) throw Echec{vide};
-        tableau_ = t;
-    } else {
-        tableau_ = hote::CreeTableau(TailleElement(forme_));
-        if (!tableau_) throw Echec{Memoire};
-        prive_ = true;
-    }
+    if (session().ModeSortie != ModeTableau) return;
+    if (!hote || !*hote) throw Echec{codeAbsent};
+    SAFEARRAY* t = *hote;
+    if (t->cDims != 1 || hote::TailleElement(t) != TailleElement(forme_)) throw Echec{codeAbsent};
+    const int32_t vide = VideTableau(t, forme_);
+    if (vide < 0) throw Echec{vide};
+    hote_ = t;
 }
 
 Resultat::~Resultat() {
-    // A private array goes with the call; a host array not delivered is
-    // left empty rather than half-filled.
-    if (!tableau_) return;
-    VideTableau(tableau_, forme_);
-    if (prive_) hote::Detruit(tableau_);
+    // A host array not delivered is left empty rather than half-filled.
+    if (hote_) VideTableau(hote_, forme_);
 }
 
 int32_t Resultat::AjouteLigne(std::initializer_list<Valeur> champs) {
-    return Ajoute(champs.begin(), champs.end(), true);
+    Ajoute(std::vector<Valeur>(champs), true);
+    return Nombre();
 }
-int32_t Resultat::AjouteLigne(const std::vector<Valeur>& champs) { return Ajoute(champs.begin(), champs.end(), true); }
+int32_t Resultat::AjouteLigne(const std::vector<Valeur>& champs) {
+    Ajoute(champs, true);
+    return Nombre();
+}
 int32_t Resultat::AjouteLigneSansCle(const std::vector<Valeur>& champs) {
-    return Ajoute(champs.begin(), champs.end(), false);
+    Ajoute(champs, false);
+    return Nombre();
 }
 
-template <class It>
-int32_t Resultat::Ajoute(It debut, It fin, bool cleUnique) {
-    if (static_cast<size_t>(fin - debut) != forme_.size()) throw FauteInterne("ligne hors forme");
+void Resultat::Ajoute(std::vector<Valeur> champs, bool cleUnique) {
+    if (champs.size() != forme_.size()) throw FauteInterne("ligne hors forme");
+    for (size_t c = 0; c < champs.size(); ++c)
+        if (champs[c].index() != static_cast<size_t>(forme_[c])) throw FauteInterne("champ hors forme");
     if (cleUnique) {
-        const Valeur& cle = *debut;
-        const bool nouvelle = std::holds_alternative<int32_t>(cle)
-                                  ? clesEntieres_.insert(std::get<int32_t>(cle)).second
-                                  : clesTexte_.insert(std::get<std::string>(cle)).second;
-        if (!nouvelle) return nombre_;
+        const Valeur& cle = champs.front();
+        const bool nouvelle = std::holds_alternative<int32_t>(cle) ? clesEntieres_.insert(std::get<int32_t>(cle)).second
+                                                                   : clesTexte_.insert(std::get<std::string>(cle)).second;
+        if (!nouvelle) return;
     }
-    if (!hote::Redimensionne(tableau_, static_cast<uint32_t>(nombre_) + 1)) throw Echec{OperationTableau};
-    Acces acces(tableau_);
+    lignes_.push_back(std::move(champs));
+}
+
+void Resultat::LivreAuTableau() {
+    if (!hote::Redimensionne(hote_, static_cast<uint32_t>(lignes_.size()))) throw Echec{OperationTableau};
+    Acces acces(hote_);
     if (!acces) throw Echec{OperationTableau};
-    ++nombre_;
-    void* e = acces.Element(static_cast<uint32_t>(nombre_ - 1), forme_);
-    uint32_t c = 0;
-    for (It v = debut; v != fin; ++v, ++c) {
-        if (forme_[c] == TypeChamp::Texte) {
-            // Rows under construction always hold 8-bit strings.
-            const std::string* texte = std::get_if<std::string>(&*v);
-            if (!hote::RangeOctets(hote::Chaine(e, c), texte ? std::string_view(*texte) : std::string_view()))
-                throw std::bad_alloc();
-        } else {
-            const int32_t* n = std::get_if<int32_t>(&*v);
-            hote::PoseEntier(e, c, n ? *n : 0);
+    const bool large = session().ChainesUnicode != 0;
+    for (uint32_t i = 0; i < lignes_.size(); ++i) {
+        void* e = acces.Element(i, forme_);
+        for (uint32_t c = 0; c < forme_.size(); ++c) {
+            const Valeur& v = lignes_[i][c];
+            switch (forme_[c]) {
+                case TypeChamp::Texte: {
+                    const std::string& texte = std::get<std::string>(v);
+                    if (!(large ? hote::RangeLarge(hote::Chaine(e, c), texte) : hote::RangeOctets(hote::Chaine(e, c), texte)))
+                        throw std::bad_alloc();
+                    break;
+                }
+                case TypeChamp::Entier: hote::PoseEntier(e, c, std::get<int32_t>(v)); break;
+                case TypeChamp::Reel: hote::PoseEntier(e, c, std::bit_cast<int32_t>(std::get<float>(v))); break;
+            }
         }
     }
-    return nombre_;
+}
+
+std::string Resultat::TextePlat() const {
+    std::string plat;
+    for (const std::vector<Valeur>& ligne : lignes_) {
+        if (!plat.empty()) AjouteTexte(FinDeLigne, plat);
+        for (const Valeur& v : ligne) {
+            if (const std::string* texte = std::get_if<std::string>(&v)) {
+                AjouteChamp(*texte, plat);
+            } else if (const int32_t* n = std::get_if<int32_t>(&v)) {
+                AjouteChamp(Decimal(*n), plat);
+            } else {
+                std::string nombre;
+                TexteNombre(std::get<float>(v), nombre, false);
+                AjouteChamp(nombre, plat);
+            }
+        }
+    }
+    return plat;
 }
 
 int32_t Resultat::Livre() {
-    const Session& s = session();
-    const int32_t n = nombre_;
-    if (s.ModeSortie == ModeTableau) {
-        if (s.ChainesUnicode) {
-            Acces acces(tableau_);
-            if (!acces) throw Echec{OperationTableau};
-            for (int32_t i = 0; i < n; ++i) {
-                void* e = acces.Element(static_cast<uint32_t>(i), forme_);
-                for (uint32_t c = 0; c < forme_.size(); ++c) {
-                    if (forme_[c] != TypeChamp::Texte) continue;
-                    const std::string octets(hote::Octets(*hote::Chaine(e, c)));
-                    if (!hote::RangeLarge(hote::Chaine(e, c), octets)) throw std::bad_alloc();
-                }
-            }
-        }
-        tableau_ = nullptr;  // delivered: the host's from now on
+    const int32_t n = Nombre();
+    if (session().ModeSortie == ModeTableau) {
+        LivreAuTableau();
+        hote_ = nullptr;  // delivered: the host's from now on
         return n;
     }
-    std::string plat;
-    {
-        Acces acces(tableau_);
-        if (!acces) throw Echec{OperationTableau};
-        for (int32_t i = 0; i < n; ++i) {
-            if (!plat.empty()) AjouteTexte(FinDeLigne, plat);
-            void* e = acces.Element(static_cast<uint32_t>(i), forme_);
-            for (uint32_t c = 0; c < forme_.size(); ++c) {
-                if (forme_[c] == TypeChamp::Texte)
-                    AjouteChamp(hote::Octets(*hote::Chaine(e, c)), plat);
-                else
-                    AjouteChamp(Decimal(hote::Entier(e, c)), plat);
-            }
-        }
-    }
-    LivreTexte(plat);
+    LivreTexte(TextePlat());
     return n;
 }
 
