@@ -72,6 +72,27 @@ TEST_F(Livraison, ArrayModeFillsTheHostsArrayWithoutDuplicateKeys) {
     SafeArrayDestroy(tableau);
 }
 
+// A host that holds its array locked gets -21 and its array as it was:
+// the same block, the same strings, nothing freed, nothing leaked.
+TEST_F(Livraison, ALockedArrayIsRefusedUntouched) {
+    Connecte(0);
+    SAFEARRAY* tableau = essai::TableauDeFiches(2);
+    ASSERT_EQ(ListeALD_Vdx(&tableau), 3);
+    auto* fiches = static_cast<VdxCodeLibelle*>(tableau->pvData);
+    const BSTR libelle = fiches[1].Libelle;
+    void* const donnees = tableau->pvData;
+    ASSERT_EQ(SafeArrayLock(tableau), S_OK);
+    EXPECT_EQ(ListeALD_Vdx(&tableau), VDX_OPERATION_TABLEAU);
+    EXPECT_EQ(tableau->pvData, donnees);
+    EXPECT_EQ(tableau->rgsabound[0].cElements, 3u);
+    EXPECT_EQ(fiches[1].Libelle, libelle);
+    EXPECT_EQ(fiches[1].Code, 2);
+    EXPECT_EQ(hote::Octets(fiches[1].Libelle), "Insuffisances m\xE9" "dullaires");
+    ASSERT_EQ(SafeArrayUnlock(tableau), S_OK);
+    VideTableau(tableau, {TypeChamp::Entier, TypeChamp::Texte});
+    SafeArrayDestroy(tableau);
+}
+
 TEST_F(Livraison, AWideSessionGivesWideLabels) {
     Connecte(0, 1);
     SAFEARRAY* tableau = essai::TableauDeFiches(2);

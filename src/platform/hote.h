@@ -49,6 +49,9 @@ bool Redimensionne(SAFEARRAY* tableau, uint32_t elements);
 // unless the array is locked, in which case it is left (leaked) rather than
 // pulled from under whoever holds the access. Elements are not released.
 bool ForceVide(SAFEARRAY* tableau);
+// Whether a host holds the array locked: it can't be resized, and what it
+// holds is not to be touched.
+inline bool Verrouille(const SAFEARRAY* tableau) { return tableau && tableau->cLocks != 0; }
 // Null on failure. Never null on success, also for an array without element.
 void* Accede(SAFEARRAY* tableau);
 void LibereAcces(SAFEARRAY* tableau);

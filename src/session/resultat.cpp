@@ -78,6 +78,8 @@ void LivreValeur(BSTR* destination, std::string_view texte) {
 }
 
 int32_t VideTableau(SAFEARRAY* tableau, const FormeHote& forme) {
+    // A locked array can't be emptied: it is left as it is, whole.
+    if (hote::Verrouille(tableau)) return OperationTableau;
     {
         Acces acces(tableau);
         if (!acces) return OperationTableau;
