@@ -8,6 +8,7 @@
 
 #include "platform/horloge.h"
 #include "platform/hote.h"
+#include "session/cadre.h"
 #include "session/connexion.h"
 #include "session/session.h"
 #include "store/fixture.h"
@@ -169,18 +170,29 @@ TEST_F(Session, AMissingVersionRecordFailsTheConnection) {
 }
 
 TEST_F(Session, AFaultReachesTheCatchAllWithTheExportsName) {
+    notices.boites.clear();
+    EXPECT_EQ(Cadre("Version_Vdx", []() -> int32_t { throw std::runtime_error("panne"); }), VDX_ERREUR_INTERNE);
+    ASSERT_EQ(notices.boites.size(), 1u);
+    EXPECT_EQ(notices.boites[0].texte, "Une erreur interne est survenue lors de l'appel de la fonction Version_Vdx !");
+    EXPECT_EQ(notices.boites[0].titre, "Erreur DLL");
+    EXPECT_EQ(notices.boites[0].style, 48);
+}
+
+// A null host string or record where a result goes is an absent argument:
+// the code of its position, and no message box.
+TEST_F(Session, ANullResultPointerGivesThePositionsCode) {
     BaseDeTest base;
     AjouteIdentite(base);
     ASSERT_EQ(Connecte(base), 1);
     notices.boites.clear();
-    EXPECT_EQ(Version_Vdx(nullptr), VDX_ERREUR_INTERNE);
-    EXPECT_EQ(Monnaie_Vdx(nullptr), VDX_ERREUR_INTERNE);
-    ASSERT_EQ(notices.boites.size(), 2u);
-    EXPECT_EQ(notices.boites[0].texte, "Une erreur interne est survenue lors de l'appel de la fonction Version_Vdx !");
-    EXPECT_EQ(notices.boites[0].titre, "Erreur DLL");
-    EXPECT_EQ(notices.boites[0].style, 48);
-    // Monnaie_Vdx has always named its sibling.
-    EXPECT_EQ(notices.boites[1].texte, notices.boites[0].texte);
+    EXPECT_EQ(Version_Vdx(nullptr), VDX_ARGUMENT1);
+    EXPECT_EQ(VersionFichier_Vdx(nullptr), VDX_ARGUMENT1);
+    EXPECT_EQ(Monnaie_Vdx(nullptr), VDX_ARGUMENT1);
+    EXPECT_EQ(SetString_Vdx(nullptr), VDX_ARGUMENT1);
+    BSTR texte = nullptr;
+    EXPECT_EQ(LibelleStupefiant_Vdx(nullptr, &texte), VDX_ARGUMENT1);
+    EXPECT_EQ(LibelleStupefiant_Vdx("SKENAN", nullptr), VDX_ARGUMENT2);
+    EXPECT_TRUE(notices.boites.empty());
 }
 
 TEST_F(Session, GivesTheStoresErrorInOneSentence) {

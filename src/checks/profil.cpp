@@ -204,7 +204,7 @@ int32_t EquivalentPathologie(const char* code, BSTR* terme) {
         if (texte.empty() || texte.size() > VDXVAMM::CodeTerme.capacite()) return SortieErreur(Argument1);
         const std::optional<std::string> equivalent = TermeEquivalent(texte);
         if (!equivalent) return Rien;
-        LivreValeur(terme, *equivalent);
+        LivreValeur(terme, *equivalent, Argument2);
         return Succes;
     });
 }

@@ -66,7 +66,7 @@ int32_t CorrespondanceExport(SensCIP sens, const char* nomExport, const char* co
         if (strnlen(code, attendue + 1) != attendue) throw Echec{CodeMalForme};
         const std::optional<std::string> autre = CorrespondanceCIP(sens, std::string_view(code, attendue));
         if (!autre) throw Echec{CodeInconnu};
-        LivreValeur(sortie, *autre);
+        LivreValeur(sortie, *autre, Argument2);
         return autre->empty() ? Rien : Succes;
     });
 }
@@ -119,8 +119,8 @@ std::string LibelleStupefiant(std::string_view texte) {
 
 int32_t LibelleStupefiantExport(const char* texte, BSTR* sortie) {
     return Cadre("LibelleStupefiant_Vdx", [&]() -> int32_t {
-        const std::string libelle = LibelleStupefiant(Requis(texte));
-        if (!hote::RangeOctets(Requis(sortie), libelle)) throw std::bad_alloc();
+        const std::string libelle = LibelleStupefiant(Requis(texte, Argument1));
+        if (!hote::RangeOctets(Requis(sortie, Argument2), libelle)) throw std::bad_alloc();
         return Succes;
     });
 }
@@ -138,7 +138,7 @@ int32_t Statut(const char* code, void* fiche) {
         if (tableau) {
             Requis(fiche);
             for (uint32_t i = 0; i < EntiersStatut; ++i) hote::PoseEntier(fiche, i, 0);
-            for (uint32_t i = 0; i < ChainesStatut; ++i) LivreValeur(hote::Chaine(fiche, EntiersStatut + i), "");
+            for (uint32_t i = 0; i < ChainesStatut; ++i) LivreValeur(hote::Chaine(fiche, EntiersStatut + i), "", Argument2);
         }
         const std::string octets = FicheRequise(TableComplements(), cip);
         const Fiche f(octets);
@@ -154,7 +154,7 @@ int32_t Statut(const char* code, void* fiche) {
         };
         if (tableau) {
             for (uint32_t i = 0; i < EntiersStatut; ++i) hote::PoseEntier(fiche, i, entiers[i]);
-            for (uint32_t i = 0; i < ChainesStatut; ++i) LivreValeur(hote::Chaine(fiche, EntiersStatut + i), textes[i]);
+            for (uint32_t i = 0; i < ChainesStatut; ++i) LivreValeur(hote::Chaine(fiche, EntiersStatut + i), textes[i], Argument2);
         } else {
             std::string plat;
             for (int32_t e : entiers) AjouteChamp(std::to_string(e), plat);

@@ -170,8 +170,8 @@ int32_t ProduitPA(const char* code, SAFEARRAY** tableau, BSTR* exprime, BSTR* co
         if (resultat.composants.empty()) throw Echec{Rien};
         if (hote) {
             hote->Livre(resultat.composants);
-            LivreValeur(exprime, resultat.LibelleExprime);
-            LivreValeur(composition, resultat.TexteComposition);
+            LivreValeur(exprime, resultat.LibelleExprime, Argument3);
+            LivreValeur(composition, resultat.TexteComposition, Argument4);
         } else {
             LivreTexte(TextePlat(resultat));
         }

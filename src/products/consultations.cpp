@@ -20,7 +20,7 @@ int32_t Lit(const Consultation& c, const Fiche& fiche, BSTR* sortie) {
     const bool texte = c.champ.nature == NatureChamp::Texte;
     switch (c.lecture) {
         case Lecture::Texte:
-            LivreValeur(sortie, fiche.Texte(ChampTexte::De(c.champ)));
+            LivreValeur(sortie, fiche.Texte(ChampTexte::De(c.champ)), Argument2);
             return Succes;
         case Lecture::Nombre:
             return texte ? Decimal(fiche.Texte(ChampTexte::De(c.champ))) : fiche.Entier(ChampEntier::De(c.champ));

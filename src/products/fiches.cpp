@@ -27,10 +27,11 @@ std::string FicheRequise(const Table& table, std::string_view code) {
     return std::move(*fiche);
 }
 
-void LivrePaire(BSTR* premiere, BSTR* seconde, std::string_view a, std::string_view b) {
+void LivrePaire(BSTR* premiere, BSTR* seconde, std::string_view a, std::string_view b,
+                std::pair<int32_t, int32_t> codes) {
     if (session().ModeSortie == ModeTableau) {
-        LivreValeur(premiere, a);
-        LivreValeur(seconde, b);
+        LivreValeur(premiere, a, codes.first);
+        LivreValeur(seconde, b, codes.second);
         return;
     }
     std::string plat;

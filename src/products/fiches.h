@@ -47,7 +47,9 @@ int32_t CadreChaine(const char* nomExport, BSTR* sortie, Corps&& corps) noexcept
 }
 
 // Two texts delivered as one result: into two host strings in mode 0 (8-bit
-// bytes), as one row of two fields otherwise.
-void LivrePaire(BSTR* premiere, BSTR* seconde, std::string_view a, std::string_view b);
+// bytes), the arguments of codes `codes` (absent), as one row of two fields
+// otherwise.
+void LivrePaire(BSTR* premiere, BSTR* seconde, std::string_view a, std::string_view b,
+                std::pair<int32_t, int32_t> codes);
 
 }  // namespace vdx

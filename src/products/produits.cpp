@@ -65,9 +65,9 @@ int32_t LibelleProduit(const char* code, BSTR* libelle) {
         if (produit.Texte(VDXPRO::CodeTableau) == "A") tables.Ouvre(TableComplements());
         const std::string_view texte = produit.Texte(VDXPRO::Libelle);
         if (StupefiantOuvert(produit))
-            LivreValeur(libelle, LibelleStupefiant(texte));
+            LivreValeur(libelle, LibelleStupefiant(texte), Argument2);
         else
-            LivreValeur(libelle, texte);
+            LivreValeur(libelle, texte, Argument2);
         tables.Ferme();
         return Succes;
     });
@@ -84,7 +84,7 @@ int32_t ProduitSupprime(const char* code, BSTR* date) {
         if (s.empty()) return Rien;
         std::string texte(Morceau(s, 1, 2));
         texte.append("/").append(Morceau(s, 3, 2)).append("/").append(Morceau(s, 5, 4));
-        LivreValeur(date, texte);
+        LivreValeur(date, texte, Argument2);
         return Succes;
     });
 }
@@ -95,7 +95,7 @@ int32_t Laboratoire(const char* code, BSTR* codeLaboratoire, BSTR* libelle) {
         TablesOuvertes tables{&TableProduits(), &TableLaboratoires()};
         const std::string octets = FicheRequise(TableProduits(), cip);
         const std::string_view laboratoire = Fiche(octets).Texte(VDXPRO::Laboratoire);
-        LivrePaire(codeLaboratoire, libelle, laboratoire, LibelleLaboratoire(laboratoire));
+        LivrePaire(codeLaboratoire, libelle, laboratoire, LibelleLaboratoire(laboratoire), {Argument2, Argument3});
         tables.Ferme();
         return Succes;
     });
@@ -108,7 +108,7 @@ int32_t CIPRemplacant(const char* code, BSTR* remplacant) {
         const std::string octets = FicheRequise(TableProduits(), cip);
         tables.Ferme();
         const std::string_view autre = Fiche(octets).Texte(VDXPRO::CIPRemplacant);
-        LivreValeur(remplacant, autre.size() == LongueurCIP ? CIPSortant(autre) : std::string(autre));
+        LivreValeur(remplacant, autre.size() == LongueurCIP ? CIPSortant(autre) : std::string(autre), Argument2);
         return Succes;
     });
 }
@@ -135,7 +135,7 @@ int32_t GetProduit(int32_t rang, BSTR* code, BSTR* libelle) {
         const std::string octets = FicheA(TableProduits(), liste.positions[static_cast<size_t>(rang)]);
         tables.Ferme();
         const Fiche produit(octets);
-        LivrePaire(code, libelle, produit.Texte(VDXPRO::CodeCIP), produit.Texte(VDXPRO::Libelle));
+        LivrePaire(code, libelle, produit.Texte(VDXPRO::CodeCIP), produit.Texte(VDXPRO::Libelle), {Argument2, Argument3});
         return Succes;
     });
 }

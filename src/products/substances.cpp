@@ -126,7 +126,7 @@ int32_t LibelleDeSubstance(const char* nomExport, const Table& table, const Cham
         TablesOuvertes tables{&table};
         const std::optional<std::string> texte = LibelleParCode(table, champ, code);
         if (!texte) throw Echec{CodeInconnu};
-        LivreValeur(libelle, *texte);
+        LivreValeur(libelle, *texte, Argument2);
         tables.Ferme();
         return Succes;
     });

@@ -42,6 +42,14 @@ T* Requis(T* pointeur) {
     return pointeur;
 }
 
+// A pointer the host gives at an argument's position, which it may not
+// leave null: the position's code (-10 for the first...) when it does.
+template <class T>
+T* Requis(T* pointeur, int32_t codeAbsent) {
+    if (!pointeur) throw Echec{codeAbsent};
+    return pointeur;
+}
+
 // Shows "Une erreur interne est survenue lors de l'appel de la fonction X !".
 void SignaleErreurInterne(const char* nomExport);
 

@@ -9,7 +9,7 @@ namespace vdx {
 
 int32_t SetString(const char* texte) {
     return Cadre("SetString_Vdx", [&]() -> int32_t {
-        if (*Requis(texte) == '\0') return Succes;
+        if (*Requis(texte, Argument1) == '\0') return Succes;
         session().ChaineMemoire.emplace(texte);
         return Succes;
     });
@@ -21,10 +21,10 @@ int32_t SetString2(const char* texte) {
         if (!texte) {
             memoire.reset();
         } else if (*texte) {
-            // Built aside so that a failed allocation leaves the old text.
-            std::string suite = memoire.value_or(std::string());
-            suite += texte;
-            memoire = std::move(suite);
+            // Appended in place, in linear time: a failed allocation leaves
+            // the old text as it was.
+            if (!memoire) memoire.emplace();
+            memoire->append(texte);
         }
         return Succes;
     });

@@ -218,9 +218,9 @@ int32_t Version(FicheVersion* fiche) {
         std::string version, date;
         LitVersion(version, date);
         if (tableau) {
-            Requis(fiche);
-            LivreValeur(&fiche->Version, version);
-            LivreValeur(&fiche->DateVersion, date);
+            Requis(fiche, Argument1);
+            LivreValeur(&fiche->Version, version, Argument1);
+            LivreValeur(&fiche->DateVersion, date, Argument1);
         } else {
             std::string plat;
             AjouteChamp(version, plat);
@@ -237,7 +237,7 @@ int32_t VersionFichier(BSTR* texte) {
         if (!session().Connecte) return NonConnecte;
         std::string version;
         LitVersionFichiers(version);
-        LivreValeur(texte, version);
+        LivreValeur(texte, version, Argument1);
         return Succes;
     });
 }
@@ -248,7 +248,7 @@ int32_t Monnaie(BSTR* texte) {
         if (!session().Connecte) return NonConnecte;
         TablesOuvertes tables{&TableIdentite()};
         // A base without its currency has always been taken for francs.
-        LivreValeur(texte, TexteIdentite(VDXDAT::Monnaie).value_or("F"));
+        LivreValeur(texte, TexteIdentite(VDXDAT::Monnaie).value_or("F"), Argument1);
         tables.Ferme();
         return Succes;
     });

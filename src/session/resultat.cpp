@@ -69,12 +69,12 @@ std::string ChaineVersTexte(BSTR source, size_t taille) {
     return texte;
 }
 
-void LivreValeur(BSTR* destination, std::string_view texte) {
+void LivreValeur(BSTR* destination, std::string_view texte, int32_t codeAbsent) {
     if (session().ModeSortie != ModeTableau) {
         LivreTexte(texte);
         return;
     }
-    if (!hote::RangeOctets(Requis(destination), texte)) throw std::bad_alloc();
+    if (!hote::RangeOctets(Requis(destination, codeAbsent), texte)) throw std::bad_alloc();
 }
 
 int32_t VideTableau(SAFEARRAY* tableau, const FormeHote& forme) {

@@ -28,9 +28,10 @@ void RangeChaine(BSTR* destination, std::optional<std::string_view> texte);
 // A wide host string in code page 1252, cut to `taille` - 1 bytes.
 std::string ChaineVersTexte(BSTR source, size_t taille = 255);
 
-// A scalar text result: in mode 0 stored 8-bit whatever the session, in
-// the other modes delivered as a flat text.
-void LivreValeur(BSTR* destination, std::string_view texte);
+// A scalar text result: in mode 0 stored 8-bit whatever the session into
+// `destination`, the host string of an argument whose code `codeAbsent`
+// is given when it is null; in the other modes delivered as a flat text.
+void LivreValeur(BSTR* destination, std::string_view texte, int32_t codeAbsent);
 
 // The shape of a record that crosses the boundary: its fields in order. A
 // float takes the first four bytes of its slot.

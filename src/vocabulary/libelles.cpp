@@ -57,7 +57,7 @@ int32_t Libelle(Choix choix, const char* nomExport, const char* code, BSTR* libe
         const std::string_view texteCode(code, longueur);
         const std::optional<std::string> texte = LibelleVocabulaire(choix(texteCode), texteCode);
         if (!texte) throw Echec{CodeInconnu};
-        LivreValeur(libelle, *texte);
+        LivreValeur(libelle, *texte, Argument2);
         return Succes;
     });
 }
