@@ -182,7 +182,7 @@ TEST_F(Livraison, SetStringReplacesAndSetString2Appends) {
     EXPECT_EQ(GetLenString_Vdx(), 0);
     EXPECT_EQ(SetString2_Vdx("ghi"), 1);
     EXPECT_EQ(*session().ChaineMemoire, "ghi");
-    EXPECT_EQ(SetString_Vdx(nullptr), VDX_ERREUR_INTERNE);
+    EXPECT_EQ(SetString_Vdx(nullptr), VDX_ARGUMENT1);
 
     // Without any text, paging faults into the frame under its older name.
     SetString2_Vdx(nullptr);

@@ -47,7 +47,7 @@ TEST_F(Produits, LabelIsEightBitInAWideSessionAndEmptiedOnFailure) {
     EXPECT_EQ(LibelleProduit_Vdx("300000", &libelle), VDX_CODE_MAL_FORME);
     EXPECT_EQ(SysStringLen(libelle), 0u);
     SysFreeString(libelle);
-    EXPECT_EQ(LibelleProduit_Vdx("3000001", nullptr), VDX_ERREUR_INTERNE);
+    EXPECT_EQ(LibelleProduit_Vdx("3000001", nullptr), VDX_ARGUMENT2);
 }
 
 TEST_F(Produits, FlagsTestOneBitEach) {
