@@ -92,6 +92,29 @@ void Reference_Memoire(benchmark::State& state) {
 }
 BENCHMARK(Reference_Memoire);
 
+// A host builds a long input text by appends: 500 pieces of 10 KB through
+// SetString2_Vdx, beside the same appends to a std::string.
+constexpr int NombreMorceaux = 500;
+const std::string Morceau(10 * 1024, 'x');
+
+void SetString2_Ajouts(benchmark::State& state) {
+    for (auto _ : state) {
+        SetString2_Vdx(nullptr);
+        for (int i = 0; i < NombreMorceaux; ++i) SetString2_Vdx(Morceau.c_str());
+    }
+    SetString2_Vdx(nullptr);
+}
+BENCHMARK(SetString2_Ajouts)->Unit(benchmark::kMillisecond);
+
+void Reference_Ajouts(benchmark::State& state) {
+    for (auto _ : state) {
+        std::string texte;
+        for (int i = 0; i < NombreMorceaux; ++i) texte += Morceau;
+        benchmark::DoNotOptimize(texte.data());
+    }
+}
+BENCHMARK(Reference_Ajouts)->Unit(benchmark::kMillisecond);
+
 }  // namespace
 
 BENCHMARK_MAIN();
