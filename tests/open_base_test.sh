@@ -6,7 +6,7 @@ set -u
 vdx=$1
 donnees=$2
 source "$(dirname "$0")/verifie.sh"
-premier() { "$vdx" search "$work/base" "$1" 1 | cut -c1-7; }
+premier() { "$vdx" search --base "$work/base" "$1" 1 | cut -c1-7; }
 interactions() { "$vdx" call --base "$work/base" Interactions2_Vdx "$1" "" "" 0 0 0 0 "" | tail -n +2; }
 niveaux() {  # the distinct levels of the interactions between two products of a prescription
   interactions "$1" | awk -F'\t' '$2 != "0000000"' | cut -f8 | sort -u | tr '\n' ' '

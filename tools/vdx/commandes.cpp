@@ -2,6 +2,7 @@
 
 #include <filesystem>
 #include <fstream>
+#include <cstdlib>
 #include <iostream>
 #include <sstream>
 
@@ -55,6 +56,18 @@ bool DemandeAide(const std::vector<std::string>& args) {
 int Usage(const char* aide) {
     std::cerr << aide;
     return SortieUsage;
+}
+
+std::string PrendBase(std::vector<std::string>& args) {
+    for (size_t i = 0; i < args.size(); ++i) {
+        if (args[i] != "--base") continue;
+        if (i + 1 == args.size()) return {};
+        std::string base = args[i + 1];
+        args.erase(args.begin() + static_cast<std::ptrdiff_t>(i), args.begin() + static_cast<std::ptrdiff_t>(i) + 2);
+        return base;
+    }
+    const char* environnement = std::getenv("VDX_BASE");
+    return environnement ? environnement : "";
 }
 
 int EchecLibrairie(const char* appel, int code) {

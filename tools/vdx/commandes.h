@@ -18,6 +18,11 @@ bool DemandeAide(const std::vector<std::string>& args);
 // Writes a command's help to standard error: the exit code of bad usage.
 int Usage(const char* aide);
 
+// The base a command reads: "--base DIR", taken out of the arguments, or
+// else the environment's VDX_BASE; empty when neither gives one (or when
+// --base has no value).
+std::string PrendBase(std::vector<std::string>& args);
+
 // Tells a failure of the library, with its code and the error sentence.
 int EchecLibrairie(const char* appel, int code);
 

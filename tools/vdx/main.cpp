@@ -31,11 +31,14 @@ constexpr char AideGenerale[] =
     "                       call an export in memory mode and print its rows\n"
     "  check --base BASE CODE... [patient options]\n"
     "                       check a prescription: interactions, contra-indications\n"
-    "  product BASE CODE    show a product\n"
-    "  search BASE TEXT     search products by the beginning of their label\n"
+    "  product --base BASE CODE\n"
+    "                       show a product\n"
+    "  search --base BASE TEXT [COUNT]\n"
+    "                       search products by the beginning of their label\n"
     "\n"
-    "vdx COMMAND --help tells more of each. Exit codes: 0 success, 1 a failure\n"
-    "of the library, 2 bad usage.\n";
+    "The commands that read a base take it as --base BASE, or from the\n"
+    "environment's VDX_BASE. vdx COMMAND --help tells more of each. Exit codes:\n"
+    "0 success, 1 a failure of the library, 2 bad usage.\n";
 
 constexpr char AideTables[] =
     "usage: vdx tables\n"
@@ -44,10 +47,11 @@ constexpr char AideTables[] =
     "keys, kind, record length and keys.\n";
 
 constexpr char AideCall[] =
-    "usage: vdx call --base BASE NAME [ARG...]\n"
+    "usage: vdx call [--base BASE] NAME [ARG...]\n"
     "       vdx call --list\n"
     "\n"
-    "Connects to BASE in memory mode, calls the export NAME with the arguments\n"
+    "Connects to BASE (or VDX_BASE) in memory mode, calls the export NAME with\n"
+    "the arguments\n"
     "given as text (integers and decimals as such, lists as A@B@C), and prints\n"
     "the result code, then the rows, one per line, fields separated by tabs,\n"
     "in UTF-8. --list lists the exports it can call with their arguments.\n";
@@ -112,18 +116,18 @@ int ListeExports() {
 int Call(std::vector<std::string> args) {
     if (DemandeAide(args)) return std::fputs(AideCall, stdout), SortieSucces;
     if (args.size() == 1 && args[0] == "--list") return ListeExports();
-    if (args.size() < 3 || args[0] != "--base") return Usage(AideCall);
-    const std::string base = args[1];
-    const exports::Export* e = exports::ExportNomme(args[2]);
+    const std::string base = PrendBase(args);
+    if (base.empty() || args.empty()) return Usage(AideCall);
+    const exports::Export* e = exports::ExportNomme(args[0]);
     if (!e) {
-        std::cerr << "vdx: unknown export " << args[2] << " (vdx call --list)\n";
+        std::cerr << "vdx: unknown export " << args[0] << " (vdx call --list)\n";
         return SortieUsage;
     }
     std::vector<std::string> textes;
-    for (size_t i = 3; i < args.size(); ++i) {
+    for (size_t i = 1; i < args.size(); ++i) {
         auto texte = codepage::DepuisUtf8(args[i]);
         if (!texte) {
-            std::cerr << "vdx: argument " << i - 2 << " is not UTF-8 text of code page 1252\n";
+            std::cerr << "vdx: argument " << i << " is not UTF-8 text of code page 1252\n";
             return SortieUsage;
         }
         textes.push_back(std::move(*texte));

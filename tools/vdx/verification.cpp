@@ -21,7 +21,7 @@ namespace vdx {
 namespace {
 
 constexpr char AideCheck[] =
-    "usage: vdx check --base BASE CODE... [--age MONTHS | --age-years N] [--weight KG]\n"
+    "usage: vdx check [--base BASE] CODE... [--age MONTHS | --age-years N] [--weight KG]\n"
     "                 [--sex M|F] [--pregnancy WEEKS] [--breastfeeding]\n"
     "                 [--pathology TYPE:CODE]... [--level N] [--json]\n"
     "\n"
@@ -36,15 +36,16 @@ constexpr char AideCheck[] =
     "found; 1 a failure of the library; 2 bad usage.\n";
 
 constexpr char AideProduct[] =
-    "usage: vdx product BASE CODE\n"
+    "usage: vdx product [--base BASE] CODE\n"
     "\n"
-    "Shows a product: label, laboratory, deletion, CIP13 and CIS codes, flags,\n"
+    "Shows a product of BASE (or VDX_BASE): label, laboratory, deletion, CIP13 and CIS codes, flags,\n"
     "status and restricted prescriptions, composition, classes and routes.\n";
 
 constexpr char AideSearch[] =
-    "usage: vdx search BASE TEXT [COUNT]\n"
+    "usage: vdx search [--base BASE] TEXT [COUNT]\n"
     "\n"
-    "Lists the products whose label begins with TEXT (20 by default).\n";
+    "Lists the products of BASE (or VDX_BASE) whose label begins with TEXT (20\n"
+    "by default).\n";
 
 // The text of a host string the library filled in an 8-bit session, in UTF-8.
 std::string Utf8(BSTR b) {
@@ -191,11 +192,12 @@ std::optional<int32_t> TypePathologie(std::string_view type) {
 }
 
 // The arguments of check, or nullopt on bad usage (told on stderr).
-std::optional<Demande> LitDemande(const std::vector<std::string>& args) {
+std::optional<Demande> LitDemande(std::vector<std::string> args) {
     Demande d;
+    d.base = PrendBase(args);
     for (size_t i = 0; i < args.size(); ++i) {
         const std::string& a = args[i];
-        const bool avecValeur = a == "--base" || a == "--age" || a == "--age-years" || a == "--weight" ||
+        const bool avecValeur = a == "--age" || a == "--age-years" || a == "--weight" ||
                                 a == "--sex" || a == "--pregnancy" || a == "--pathology" || a == "--level";
         if (avecValeur && i + 1 >= args.size()) {
             std::cerr << "vdx: " << a << " needs a value\n";
@@ -211,9 +213,7 @@ std::optional<Demande> LitDemande(const std::vector<std::string>& args) {
             cible = *n * facteur;
             return true;
         };
-        if (a == "--base") {
-            d.base = valeur;
-        } else if (a == "--age") {
+        if (a == "--age") {
             if (!entier(d.age)) return std::nullopt;
         } else if (a == "--age-years") {
             if (!entier(d.age, 12)) return std::nullopt;
@@ -298,42 +298,42 @@ bool RoutesLocales(const char* code) {
 
 int Imprime(Constat& c) {
     const Couleurs couleurs;
-    std::cout << couleurs.Gras() << "Prescription" << couleurs.Fin() << '\n';
+    std::cout << couleurs.Gras() << "Ordonnance" << couleurs.Fin() << '\n';
     for (const Produit& p : c.produits) std::cout << "  " << p.code << "  " << p.libelle << '\n';
 
     const auto imprimeLignes = [&](const char* titre, const std::vector<VdxInteraction2*>& lignes) {
         std::cout << '\n' << couleurs.Gras() << titre << " (" << lignes.size() << ")" << couleurs.Fin() << '\n';
-        if (lignes.empty()) std::cout << "  none\n";
+        if (lignes.empty()) std::cout << "  aucune\n";
         std::string gravite;
         for (VdxInteraction2* r : lignes) {
             const int32_t niveau = static_cast<int32_t>(r->Niveau);
             if (Utf8(r->LibelleGravite) != gravite) {
                 gravite = Utf8(r->LibelleGravite);
-                std::cout << "  " << couleurs.Niveau(niveau) << gravite << " (" << niveau << ")" << couleurs.Fin() << '\n';
+                std::cout << "  " << couleurs.Niveau(niveau) << gravite << couleurs.Fin() << '\n';
             }
             std::cout << "    " << Utf8(r->Libelle1) << "  +  " << Utf8(r->Libelle2) << '\n';
             std::cout << "      " << Utf8(r->TexteType) << '\n';
-            if (SysStringByteLen(r->CodeCondition)) std::cout << "      Condition: " << Utf8(r->LibelleCondition) << '\n';
-            if (SysStringByteLen(r->Texte2)) std::cout << "      Risk: " << Utf8(r->Texte2) << '\n';
+            if (SysStringByteLen(r->CodeCondition)) std::cout << "      Condition : " << Utf8(r->LibelleCondition) << '\n';
+            if (SysStringByteLen(r->Texte2)) std::cout << "      Risque : " << Utf8(r->Texte2) << '\n';
             if (SysStringByteLen(r->Texte4)) std::cout << "      Conduite \xC3\xA0 tenir : " << Utf8(r->Texte4) << '\n';
         }
     };
     imprimeLignes("Interactions", c.interactions);
     for (const Produit* p : c.nonAnalyses)
-        std::cout << "  not analysed, local route only: " << p->code << "  " << p->libelle << '\n';
-    imprimeLignes("To avoid outside the prescription", c.exterieures);
+        std::cout << "  non analys\xC3\xA9, voie locale seule : " << p->code << "  " << p->libelle << '\n';
+    imprimeLignes("\xC3\x80 \xC3\xA9viter en dehors de l'ordonnance", c.exterieures);
 
     const auto alertes = c.alertes.Lignes();
     std::cout << '\n'
-              << couleurs.Gras() << "Contra-indications and precautions (" << alertes.size() << ")"
+              << couleurs.Gras() << "Contre-indications et pr\xC3\xA9" "cautions (" << alertes.size() << ")"
               << couleurs.Fin() << '\n';
-    if (alertes.empty()) std::cout << "  none\n";
+    if (alertes.empty()) std::cout << "  aucune\n";
     for (VdxAlerteCI& a : alertes) {
         const bool precaution = a.NiveauAlerte == 3 || a.NiveauAlerte >= 30;
-        std::cout << "  " << (precaution ? "precaution        " : "contra-indication ") << Utf8(a.LibelleProduit)
+        std::cout << "  " << (precaution ? "pr\xC3\xA9" "caution         " : "contre-indication ") << Utf8(a.LibelleProduit)
                   << ": " << Utf8(a.LibelleTerme);
         if (SysStringByteLen(a.CodePatient)) std::cout << "  [" << Utf8(a.CodePatient) << "]";
-        std::cout << "  (level " << a.NiveauAlerte << ")\n";
+        std::cout << "  (niveau " << a.NiveauAlerte << ")\n";
     }
     return SortieSucces;
 }
@@ -389,7 +389,7 @@ int Check(std::vector<std::string> args) {
     for (const std::string& code : d->produits) {
         BSTR libelle = nullptr;
         const int32_t n = LibelleProduit_Vdx(code.c_str(), &libelle);
-        constat.produits.push_back({code, n == 1 ? Utf8(libelle) : "(unknown product)", RoutesLocales(code.c_str())});
+        constat.produits.push_back({code, n == 1 ? Utf8(libelle) : "(produit inconnu)", RoutesLocales(code.c_str())});
         SysFreeString(libelle);
     }
     const Entree produits{Chaines(d->produits)}, codes{Chaines(d->codesPatient)}, types{Entiers(d->typesPatient)};
@@ -411,11 +411,12 @@ int Check(std::vector<std::string> args) {
 }
 
 int Product(std::vector<std::string> args) {
-    if (args.size() == 1 && (args[0] == "--help" || args[0] == "-h")) return std::fputs(AideProduct, stdout), SortieSucces;
-    if (args.size() != 2) return Usage(AideProduct);
-    const Connexion connexion(args[0]);
+    if (DemandeAide(args)) return std::fputs(AideProduct, stdout), SortieSucces;
+    const std::string base = PrendBase(args);
+    if (base.empty() || args.size() != 1) return Usage(AideProduct);
+    const Connexion connexion(base);
     if (connexion.code != 1) return EchecLibrairie("Connection2_Vdx", connexion.code);
-    const char* code = args[1].c_str();
+    const char* code = args[0].c_str();
 
     BSTR libelle = nullptr, labo = nullptr, nomLabo = nullptr, date = nullptr;
     const int32_t n = LibelleProduit_Vdx(code, &libelle);
@@ -423,7 +424,7 @@ int Product(std::vector<std::string> args) {
         SysFreeString(libelle);
         return EchecLibrairie("LibelleProduit_Vdx", n);
     }
-    std::cout << args[1] << "  " << Utf8(libelle) << '\n';
+    std::cout << args[0] << "  " << Utf8(libelle) << '\n';
     if (Laboratoire_Vdx(code, &labo, &nomLabo) == 1) std::cout << "  laboratory: " << Utf8(nomLabo) << '\n';
     if (ProduitSupprime_Vdx(code, &date) == 1) std::cout << "  deleted on " << Utf8(date) << '\n';
     BSTR cip13 = nullptr, cis = nullptr;
@@ -474,13 +475,14 @@ int Product(std::vector<std::string> args) {
 }
 
 int Search(std::vector<std::string> args) {
-    if (args.size() == 1 && (args[0] == "--help" || args[0] == "-h")) return std::fputs(AideSearch, stdout), SortieSucces;
-    if (args.size() < 2 || args.size() > 3) return Usage(AideSearch);
-    const std::optional<int32_t> nombre = args.size() == 3 ? Nombre(args[2]) : 20;
+    if (DemandeAide(args)) return std::fputs(AideSearch, stdout), SortieSucces;
+    const std::string base = PrendBase(args);
+    if (base.empty() || args.empty() || args.size() > 2) return Usage(AideSearch);
+    const std::optional<int32_t> nombre = args.size() == 2 ? Nombre(args[1]) : 20;
     if (!nombre || *nombre <= 0) return Usage(AideSearch);
-    const Connexion connexion(args[0]);
+    const Connexion connexion(base);
     if (connexion.code != 1) return EchecLibrairie("Connection2_Vdx", connexion.code);
-    const std::string texte = codepage::DepuisUtf8(args[1]).value_or(args[1]);
+    const std::string texte = codepage::DepuisUtf8(args[0]).value_or(args[0]);
     Tableau<VdxTroisChaines> lignes;
     const int32_t n = RechercheProduitParPas_Vdx(texte.c_str(), &lignes.t, 0, "", *nombre);
     if (n < 0) return EchecLibrairie("RechercheProduitParPas_Vdx", n);
