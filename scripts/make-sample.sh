@@ -20,7 +20,7 @@ specialites_par_substance=6
 
 travail=$(mktemp -d)
 trap 'rm -rf "$travail"' EXIT
-"$vdx" import --filter "$projet/data/sample-filter.txt" --per-substance "$specialites_par_substance" \
+"$vdx" import --keep-going --filter "$projet/data/sample-filter.txt" --per-substance "$specialites_par_substance" \
     "$donnees/bdpm-2017-03" "$donnees/interactions-2016-08" "$travail/sources" >"$travail/resume"
 
 for fichier in "$projet"/data/sample-hand/*.tsv; do

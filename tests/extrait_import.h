@@ -154,9 +154,17 @@ public:
     }
     RapportImport Importe(std::vector<std::string> substances = {}, const std::string& sortie = "sources",
                           size_t parSubstance = 0) {
-        OptionsImport o{dossier_.chemin() / "bdpm", dossier_.chemin() / "interactions-2016-08", dossier_.chemin() / sortie,
-                        Filtre{std::move(substances), parSubstance}};
+        return import::Importe(Options(std::move(substances), sortie, parSubstance));
+    }
+    // An import that writes its sources although it left lines out.
+    RapportImport ImporteMalgreRejets() {
+        OptionsImport o = Options({}, "sources", 0);
+        o.continuer = true;
         return import::Importe(o);
+    }
+    OptionsImport Options(std::vector<std::string> substances, const std::string& sortie, size_t parSubstance) const {
+        return OptionsImport{dossier_.chemin() / "bdpm", dossier_.chemin() / "interactions-2016-08",
+                             dossier_.chemin() / sortie, Filtre{std::move(substances), parSubstance}};
     }
     std::vector<Ligne> Table(const std::string& table, const std::string& sortie = "sources") const {
         return Source(dossier_.chemin() / sortie / (table + ".tsv"));

@@ -85,7 +85,7 @@ std::vector<Ligne> Couples(const Extrait& e, const std::string& a, const std::st
 TEST(ImportInteractions, WhatNoMedicineHoldsIsMetByTheRoutesOfTheMedicineSideAndTakesAFreeNumber) {
     Extrait e;
     AjouteHorsMedicaments(e);
-    const RapportImport r = e.Importe();
+    const RapportImport r = e.ImporteMalgreRejets();
     auto classes = Classes(e);
     const auto voie = [&e](const char* cip) { return e.Fiche("VDXIDPVO", "CodeCIP", cip).at("CodeVoie"); };
     struct Cas {
@@ -129,7 +129,7 @@ TEST(ImportInteractions, WhatNoMedicineHoldsIsMetByTheRoutesOfTheMedicineSideAnd
 TEST(ImportInteractions, AFamilyNamedWithItsRouteHasItsMembersAndItsCouplesStayInBothOrders) {
     Extrait e;
     AjouteHorsMedicaments(e);
-    e.Importe();
+    e.ImporteMalgreRejets();
     auto classes = Classes(e);
     const std::string fer = e.Fiche("VDXVCOMP", "CodeCIP", FerInjectable).at("CodeSubstance");
     std::set<std::string> classesDuFer;
@@ -150,7 +150,7 @@ protected:
     static void SetUpTestSuite() {
         extrait_ = new Extrait;
         AjouteHorsMedicaments(*extrait_);
-        extrait_->Importe();
+        extrait_->ImporteMalgreRejets();
         magasin::InitialiseMagasin(867, NombreNumeros, 16);
         ConstruitBase(extrait_->chemin() / "sources", extrait_->chemin() / "base");
     }

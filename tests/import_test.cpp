@@ -35,7 +35,7 @@ TEST(ImportLecture, RaggedLinesAreToldAndLeftOutExtraColumnsIgnored) {
     Dossier d;
     Ecrit(d.chemin() / "t.txt", "a\tb\tc\r\nd\te\r\n\r\nf\tg\th\ti\tj\nk\tl");
     Journal journal;
-    const auto lignes = LitTableau(d.chemin() / "t.txt", 3, false, journal);
+    const auto lignes = LitTableau(d.chemin() / "t.txt", 3, "", journal);
     ASSERT_EQ(lignes.size(), 2u);
     EXPECT_EQ(lignes[0].champs, (std::vector<std::string>{"a", "b", "c"}));
     EXPECT_EQ(lignes[1].champs, (std::vector<std::string>{"f", "g", "h"}));
@@ -43,16 +43,43 @@ TEST(ImportLecture, RaggedLinesAreToldAndLeftOutExtraColumnsIgnored) {
     EXPECT_EQ(journal.Rejets(), 2u);
     ASSERT_EQ(journal.Resume().size(), 2u);
     EXPECT_EQ(journal.Resume()[0], "t.txt: 1 line, 2 columns where 3 are expected (first line 2)");
-    EXPECT_EQ(journal.Resume()[1], "t.txt: 1 line, last line cut short (first line 5)");
+    EXPECT_EQ(journal.Resume()[1], "t.txt: 1 line, last line without its line end, cut short (first line 5)");
 }
 
 TEST(ImportLecture, OptionalColumnsAreEmptyWhenLeftOut) {
     Dossier d;
     Ecrit(d.chemin() / "t.txt", "tete\nx\ty\n");
     Journal journal;
-    const auto lignes = LitTableau(d.chemin() / "t.txt", 2, true, journal, 2);
+    const auto lignes = LitTableau(d.chemin() / "t.txt", 2, "tete", journal, 2);
     ASSERT_EQ(lignes.size(), 1u);
     EXPECT_EQ(lignes[0].champs, (std::vector<std::string>{"x", "y", "", ""}));
+}
+
+// A thesaurus that would silently give no interaction is refused: an empty
+// file, a file without its header line (its first couple would be taken
+// for one), a file whose writer stopped in the middle of a line.
+TEST(ImportLecture, ABrokenThesaurusIsRefusedNamingTheFileAndTheLine) {
+    const auto message = [](Extrait& e) {
+        try {
+            e.Importe();
+        } catch (const ErreurImport& x) {
+            return std::string(x.what());
+        }
+        return std::string("no failure");
+    };
+    Extrait vide;
+    vide.Pose("interactions-2016-08/couples.tsv", "");
+    EXPECT_EQ(message(vide), "couples.tsv: no line of data");
+    Extrait sansEntete;
+    const std::string couples = CouplesThesaurus;
+    sansEntete.Pose("interactions-2016-08/couples.tsv", couples.substr(couples.find('\n') + 1));
+    EXPECT_EQ(message(sansEntete), "couples.tsv: line 1 is not the header line (\"protagoniste1...\")");
+    Extrait coupe;
+    coupe.Pose("interactions-2016-08/couples.tsv", couples.substr(0, couples.rfind("Risque de choc")));
+    EXPECT_NE(message(coupe).find("couples.tsv: 1 line, last line without its line end, cut short (first line 4)"),
+              std::string::npos)
+        << message(coupe);
+    EXPECT_FALSE(fs::exists(coupe.chemin() / "sources"));
 }
 
 TEST(ImportLecture, Utf8AndCodePage1252GiveTheSameText) {
@@ -79,7 +106,11 @@ TEST(ImportLecture, BadLinesOfTheExtractAreCountedWithTheirReason) {
     e.Ajoute("bdpm/CIS_CIP_bdpm.txt", "60000001\t1111113\n");                       // ragged
     e.Ajoute("bdpm/CIS_CIP_bdpm.txt", "69999999\t7777777\tx\ty\tz\t01/01/2010\t\t\t\t\t\t\t\n");  // unknown CIS
     e.Ajoute("bdpm/CIS_COMPO_bdpm.txt", "60000001\tcomprimé\t2202\tPARAC");        // cut short
-    const RapportImport r = e.Importe();
+    // Lines left out fail the import, and nothing is written...
+    EXPECT_THROW(e.Importe(), ErreurImport);
+    EXPECT_FALSE(fs::exists(e.chemin() / "sources"));
+    // ...unless it is to go on all the same.
+    const RapportImport r = e.ImporteMalgreRejets();
     EXPECT_EQ(r.lignesRejetees, 3u);
     const std::string tout = [&] {
         std::string t;
@@ -89,7 +120,8 @@ TEST(ImportLecture, BadLinesOfTheExtractAreCountedWithTheirReason) {
     EXPECT_NE(tout.find("CIS_CIP_bdpm.txt: 1 line, 2 columns where 12 are expected (first line 6)"), std::string::npos) << tout;
     EXPECT_NE(tout.find("CIS_CIP_bdpm.txt: 1 line, presentation of a CIS that CIS_bdpm.txt lacks (first line 7)"),
               std::string::npos) << tout;
-    EXPECT_NE(tout.find("CIS_COMPO_bdpm.txt: 1 line, last line cut short (first line 6)"), std::string::npos) << tout;
+    EXPECT_NE(tout.find("CIS_COMPO_bdpm.txt: 1 line, last line without its line end, cut short (first line 6)"),
+              std::string::npos) << tout;
     EXPECT_EQ(e.Table("VDXPRO").size(), 5u);
 }
 

@@ -12,7 +12,7 @@ niveaux() {  # the distinct levels of the interactions between two products of a
   interactions "$1" | awk -F'\t' '$2 != "0000000"' | cut -f8 | sort -u | tr '\n' ' '
 }
 
-verifie "import" "$vdx" import "$donnees/bdpm-2017-03" "$donnees/interactions-2016-08" "$work/sources"
+verifie "import" "$vdx" import --keep-going "$donnees/bdpm-2017-03" "$donnees/interactions-2016-08" "$work/sources"
 verifie "build" "$vdx" build "$work/sources" "$work/base"
 verifie "more than 20,000 products" test "$("$vdx" call --base "$work/base" TotalProduit_Vdx | head -1)" -gt 20000
 

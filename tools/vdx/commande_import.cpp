@@ -18,7 +18,7 @@ namespace fs = std::filesystem;
 
 constexpr char AideImport[] =
     "usage: vdx import [--only NAME,NAME... | --filter FILE] [--per-substance N]\n"
-    "                  [--unmatched] BDPM_DIR THESAURUS_DIR SOURCES\n"
+    "                  [--unmatched] [--keep-going] BDPM_DIR THESAURUS_DIR SOURCES\n"
     "\n"
     "Writes into SOURCES the sources of a base (for vdx build) from the public\n"
     "medicine database in BDPM_DIR (CIS_bdpm.txt, CIS_CIP_bdpm.txt,\n"
@@ -30,6 +30,10 @@ constexpr char AideImport[] =
     "that touch them; --filter reads those names from FILE, one a line.\n"
     "--per-substance keeps at most N specialities of each substance named:\n"
     "the reimbursed first, then those of fewer substances, then by CIS code.\n"
+    "An empty file, a thesaurus file without its header line, and lines left\n"
+    "out (a ragged line, a last line cut short) fail the import, naming the\n"
+    "file and the line, and nothing is written; --keep-going writes the\n"
+    "sources without those lines all the same.\n"
     "Prints the records written by table, the lines left out and the share of\n"
     "the thesaurus substances found in the medicine database; --unmatched\n"
     "lists the thesaurus substances that match none.\n";
@@ -99,6 +103,8 @@ int Import(std::vector<std::string> args) {
                 if (erreur != std::errc() || fin != n.data() + n.size() || options.filtre.parSubstance == 0) return Usage(AideImport);
             } else if (args[i] == "--unmatched") {
                 sansSubstance = true;
+            } else if (args[i] == "--keep-going") {
+                options.continuer = true;
             } else if (!args[i].empty() && args[i][0] == '-') {
                 return Usage(AideImport);
             } else {

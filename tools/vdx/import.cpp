@@ -40,6 +40,11 @@ RapportImport Importe(const OptionsImport& options) {
     EcritProduits(bdpm, selection, sortie, journal);
     EcritComposition(bdpm, substances, selection, sortie);
     EcritInteractions(thesaurus, substances, selection, AnneeMois(options.thesaurus), sortie, journal, rapport);
+    if (journal.Rejets() && !options.continuer) {
+        std::string motifs;
+        for (const std::string& r : journal.Resume()) motifs += "\n  " + r;
+        throw ErreurImport(std::to_string(journal.Rejets()) + " line(s) left out, no source written (--keep-going writes them all the same):" + motifs);
+    }
     sortie.Ecrit(options.sources);
     rapport.presentationsProches = PresentationsProches(bdpm, rapport);
 

@@ -26,6 +26,9 @@ struct OptionsImport {
     std::filesystem::path thesaurus;
     std::filesystem::path sources;
     Filtre filtre;
+    // Writes the sources although lines were left out; else such an import
+    // writes nothing and fails.
+    bool continuer = false;
 };
 
 struct RapportImport {
@@ -48,7 +51,7 @@ struct RapportImport {
 };
 
 // Reads, converts and writes; throws ErreurImport for a file that is
-// missing or unusable.
+// missing or unusable, and for lines left out unless `continuer`.
 RapportImport Importe(const OptionsImport& options);
 
 }  // namespace vdx::import

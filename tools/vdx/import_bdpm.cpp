@@ -28,7 +28,7 @@ bool CodeChiffres(std::string_view code, size_t longueur) {
 
 std::vector<Specialite> LitSpecialites(const fs::path& dossier, Journal& journal) {
     std::vector<Specialite> s;
-    for (auto& l : LitTableau(dossier / "CIS_bdpm.txt", 12, false, journal)) {
+    for (auto& l : LitTableau(dossier / "CIS_bdpm.txt", 12, "", journal)) {
         auto& c = l.champs;
         if (!CodeChiffres(Nettoie(c[0]), 8)) {
             journal.Rejette("CIS_bdpm.txt", l.numero, "CIS not of 8 digits");
@@ -43,7 +43,7 @@ std::vector<Specialite> LitSpecialites(const fs::path& dossier, Journal& journal
 std::vector<Presentation> LitPresentations(const fs::path& dossier, Journal& journal) {
     std::vector<Presentation> p;
     // The last column, the reimbursement indications, is often left out.
-    for (auto& l : LitTableau(dossier / "CIS_CIP_bdpm.txt", 12, false, journal)) {
+    for (auto& l : LitTableau(dossier / "CIS_CIP_bdpm.txt", 12, "", journal)) {
         auto& c = l.champs;
         if (!CodeChiffres(Nettoie(c[1]), 7)) {
             journal.Rejette("CIS_CIP_bdpm.txt", l.numero, "CIP7 not of 7 digits");
@@ -61,7 +61,7 @@ std::vector<Composant> LitComposants(const fs::path& dossier, Journal& journal) 
     std::vector<Composant> s;
     std::vector<size_t> lignes;
     std::set<int> nommes;
-    for (auto& l : LitTableau(dossier / "CIS_COMPO_bdpm.txt", 8, false, journal)) {
+    for (auto& l : LitTableau(dossier / "CIS_COMPO_bdpm.txt", 8, "", journal)) {
         auto& c = l.champs;
         const auto code = Entier(c[2]);
         const std::string nom = Nettoie(c[3]);
@@ -86,7 +86,7 @@ std::vector<Composant> LitComposants(const fs::path& dossier, Journal& journal) 
 
 std::vector<MembreGroupe> LitGroupes(const fs::path& dossier, Journal& journal) {
     std::vector<MembreGroupe> g;
-    for (auto& l : LitTableau(dossier / "CIS_GENER_bdpm.txt", 4, false, journal)) {
+    for (auto& l : LitTableau(dossier / "CIS_GENER_bdpm.txt", 4, "", journal)) {
         auto& c = l.champs;
         const auto groupe = Entier(c[0]), type = Entier(c[3]);
         if (!groupe || !type) {
@@ -100,7 +100,7 @@ std::vector<MembreGroupe> LitGroupes(const fs::path& dossier, Journal& journal) 
 
 std::vector<Condition> LitConditions(const fs::path& dossier, Journal& journal) {
     std::vector<Condition> s;
-    for (auto& l : LitTableau(dossier / "CIS_CPD_bdpm.txt", 2, false, journal))
+    for (auto& l : LitTableau(dossier / "CIS_CPD_bdpm.txt", 2, "", journal))
         s.push_back({Nettoie(l.champs[0]), Nettoie(l.champs[1])});
     return s;
 }

@@ -5,6 +5,7 @@
 #include <sstream>
 
 #include "platform/codepage.h"
+#include "tools/vdx/import_texte.h"
 
 namespace vdx::import {
 namespace {
@@ -71,12 +72,16 @@ std::string VersCp1252(std::string_view octets) {
     return std::string(octets);
 }
 
-std::vector<Ligne> LitTableau(const std::filesystem::path& chemin, size_t colonnes, bool entete, Journal& journal,
-                              size_t facultatives) {
+std::vector<Ligne> LitTableau(const std::filesystem::path& chemin, size_t colonnes, std::string_view entete,
+                              Journal& journal, size_t facultatives) {
     const std::string texte = VersCp1252(Lit(chemin));
     const std::string nom = chemin.filename().string();
     std::vector<Ligne> lignes;
-    size_t numero = 0;
+    size_t numero = 0, rejetees = 0;
+    const auto rejette = [&](const std::string& raison) {
+        journal.Rejette(nom, numero, raison);
+        ++rejetees;
+    };
     for (size_t debut = 0; debut < texte.size();) {
         size_t fin = texte.find('\n', debut);
         const bool coupee = fin == std::string::npos;
@@ -84,19 +89,26 @@ std::vector<Ligne> LitTableau(const std::filesystem::path& chemin, size_t colonn
         std::string_view ligne(texte.data() + debut, fin - debut);
         debut = fin + 1;
         if (!ligne.empty() && ligne.back() == '\r') ligne.remove_suffix(1);
-        if (++numero == 1 && entete) continue;
+        if (++numero == 1 && !entete.empty()) {
+            if (Nettoie(Champs(ligne).front()) != entete)
+                throw ErreurImport(nom + ": line 1 is not the header line (\"" + std::string(entete) + "...\")");
+            continue;
+        }
         if (ligne.find_first_not_of(" \t") == std::string_view::npos) continue;
         std::vector<std::string> champs = Champs(ligne);
+        // The file of a writer that stopped: its last line is no whole line.
+        if (coupee && numero > 1) {
+            rejette("last line without its line end, cut short");
+            continue;
+        }
         if (champs.size() < colonnes) {
-            journal.Rejette(nom, numero,
-                            coupee ? "last line cut short"
-                                   : std::to_string(champs.size()) + " columns where " + std::to_string(colonnes) +
-                                         " are expected");
+            rejette(std::to_string(champs.size()) + " columns where " + std::to_string(colonnes) + " are expected");
             continue;
         }
         champs.resize(colonnes + facultatives);
         lignes.push_back({numero, std::move(champs)});
     }
+    if (lignes.empty() && rejetees == 0) throw ErreurImport(nom + ": no line of data");
     return lignes;
 }
 

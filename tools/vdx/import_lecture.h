@@ -49,9 +49,12 @@ struct Ligne {
 // The lines of a tab-separated file, each with `colonnes` fields and then
 // `facultatives` fields that may be left out (they are then empty): further
 // fields are dropped, a line with fewer is told to the journal and left
-// out, blank lines are passed over. `entete` skips the first line. A
-// missing file is an ErreurImport.
-std::vector<Ligne> LitTableau(const std::filesystem::path& chemin, size_t colonnes, bool entete, Journal& journal,
-                              size_t facultatives = 0);
+// out, blank lines are passed over; a last line without its line end, when
+// the others have one, is cut short and left out. A file with a header
+// line names its first field in `entete` (empty: no header). A missing
+// file, a file without a line of data, or a first line that is not the
+// header, is an ErreurImport naming the file.
+std::vector<Ligne> LitTableau(const std::filesystem::path& chemin, size_t colonnes, std::string_view entete,
+                              Journal& journal, size_t facultatives = 0);
 
 }  // namespace vdx::import
