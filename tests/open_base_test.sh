@@ -40,8 +40,9 @@ while IFS=$'\t' read -r a b niveau note; do
 done <"$(dirname "$0")/donnees/interactions-reelles.tsv"
 # What is taken outside the prescription stays apart from its interactions.
 json=$("$vdx" check --base "$work/base" --json "$warfarine" "$ibuprofene")
-verifie "St John's wort outside, never among the interactions" \
-  test "$(grep -o '"interactions":\[.*\],"notAnalysed"' <<<"$json" | grep -c Millepertuis)" = 0
+interactionsJson=$(grep -o '"interactions":\[.*\],"noCouples"' <<<"$json")
+verifie "the interactions of the JSON read" grep -q WARFARINE <<<"$interactionsJson"
+verifie "St John's wort outside, never among the interactions" test "$(grep -c Millepertuis <<<"$interactionsJson")" = 0
 verifie "St John's wort among what to avoid" grep -q '"outside":\[.*Millepertuis' <<<"$json"
 
 [ "$echecs" -eq 0 ] && echo "open base: all checks passed"

@@ -63,7 +63,7 @@ verifie "check counts no outside row among the interactions" grep -q "^Interacti
 verifie "check tells what to avoid outside" grep -q "^À éviter en dehors de l'ordonnance (2)" <<<"$sortie"
 sortie=$("$vdx" check --base "$work/base" 3026454 3267100 --json)
 verifie "check as JSON keeps the outside rows apart" \
-  grep -q '"interactions":\[\],"notAnalysed":\[{"code":"3267100".*"outside":\[{"level":4.*"label2":"Millepertuis"' <<<"$sortie"
+  grep -q '"interactions":\[\],"noCouples":false,"noTerms":false,"notAnalysed":\[{"code":"3267100".*"outside":\[{"level":4.*"label2":"Millepertuis"' <<<"$sortie"
 sortie=$("$vdx" check --base "$work/base" 3436258 --sex F --pregnancy 30 --json)
 verifie "check as JSON" grep -q '^{"prescription":\[{"code":"3436258".*"termLabel":"Grossesse".*}]}$' <<<"$sortie"
 for ordre in "3026454@3368195" "3368195@3026454"; do
@@ -82,6 +82,18 @@ verifie "product" grep -q "CODÉINE (PHOSPHATE DE) HÉMIHYDRATÉ  30 mg" <<<"$("
 verifie "deleted product marked" grep -q "deleted on 02/03/2015" <<<"$("$vdx" product --base "$work/base" 2192297)"
 verifie "unknown product" test "$(code "$vdx" product --base "$work/base" 9999999)" = 1
 verifie "search" test "$("$vdx" search --base "$work/base" "COUMADINE 5" | cut -c1-7)" = 3569309
+# A base without couples says so, rather than reporting none found; its
+# build names the table it built empty; a source that is no file fails.
+mkdir "$work/sans-couples"
+cp "$sources"/*.tsv "$work/sans-couples/" && rm "$work/sans-couples/VDXZICOU.tsv"
+verifie "build names a table without source" \
+  grep -q "tables without a source, built empty:.* VDXZICOU" <<<"$("$vdx" build "$work/sans-couples" "$work/base-sans-couples" 2>&1)"
+sortie=$("$vdx" check --base "$work/base-sans-couples" 3026454 3368195)
+verifie "check says the base holds no couple" grep -q "la base ne contient aucun couple d'interactions" <<<"$sortie"
+verifie "check as JSON says it too" grep -q '"noCouples":true' <<<"$("$vdx" check --base "$work/base-sans-couples" 3026454 --json)"
+verifie "a full base says nothing of it" grep -q '"noCouples":false,"noTerms":false' <<<"$("$vdx" check --base "$work/base" 3026454 --json)"
+mkdir "$work/sans-couples/VDXZICOU.tsv"
+verifie "a source that is a directory fails the build" test "$(code "$vdx" build "$work/sans-couples" "$work/base-dossier")" = 1
 # Every command reading a base takes it the same way, or from VDX_BASE.
 verifie "the base from the environment" test "$(VDX_BASE="$work/base" "$vdx" search "COUMADINE 5" | cut -c1-7)" = 3569309
 verifie "product without a base" test "$(VDX_BASE= code "$vdx" product 2756239)" = 2

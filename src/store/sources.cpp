@@ -441,7 +441,9 @@ std::vector<Source> LitSources(const fs::path& dossier, Emplacement emplacement)
     std::vector<Source> sources;
     try {
         for (const auto& e : fs::directory_iterator(dossier)) {
-            if (!e.is_regular_file() || e.path().extension() != ".tsv") continue;
+            if (e.path().extension() != ".tsv") continue;
+            // A source that is no file would leave its table empty unseen.
+            if (!e.is_regular_file()) throw ErreurSource(e.path().filename().string() + ": pas un fichier");
             const std::string fichier = e.path().filename().string();
             const Table* t = TableNommee(e.path().stem().string());
             if (t == nullptr || t->emplacement != emplacement)
@@ -483,6 +485,8 @@ RapportConstruction ConstruitBase(const std::vector<Source>& sources, const fs::
                     fiches.push_back({std::move(f), {}, {}, std::string(d.table->nom) + " (de VDXPRO)"});
             if (auto s = parTable.find(d.table); s != parTable.end())
                 fiches.insert(fiches.end(), s->second->fiches.begin(), s->second->fiches.end());
+            else if (!EstDerivee(d))
+                rapport.sansSource.push_back(d.table->nom);
             Remplis(d, construite, fiches, options.modele, rapport, Est(d, "VDXPRO") ? &produits : nullptr);
         }
         Installe(construite, base, options.remplace);
@@ -519,6 +523,21 @@ std::vector<Enregistrement> LitTable(const fs::path& base, const Disposition& d)
     if (GlobalesMagasin()->ErreurMagasin != 0) EchecMagasin(t.fichierIndex, "CleSuivante");
     fichiers.Ferme();
     return fiches;
+}
+
+bool TableVide(const fs::path& base, const Table& t) {
+    using namespace magasin;
+    FichiersOuverts fichiers(t, LectureSeule);
+    Verifie(OpenCtFile(t.donnees, (base / t.fichierDonnees).c_str(), ModeDonnees(t, LectureSeule)), t.fichierDonnees,
+            "OpenCtFile");
+    fichiers.Ouvert();
+    Verifie(OpenCtFile(t.index(), (base / t.fichierIndex).c_str(), LectureSeule), t.fichierIndex, "OpenCtFile");
+    fichiers.Ouvert();
+    std::string cle(static_cast<size_t>(std::max(LongueurCle(t.index()), 1)), '\0');
+    const bool vide = PremiereCle(t.index(), cle.data()) == 0;
+    if (vide && GlobalesMagasin()->ErreurMagasin != 0) EchecMagasin(t.fichierIndex, "PremiereCle");
+    fichiers.Ferme();
+    return vide;
 }
 
 std::vector<Enregistrement> FichesPropres(const fs::path& base, const Disposition& d) {

@@ -105,6 +105,8 @@ struct RapportConstruction {
     // Records left out of a further key that already held their key, as
     // the update leaves them.
     std::vector<std::string> avertissements;
+    // The tables of the catalogue that no source filled: built empty.
+    std::vector<std::string> sansSource;
 };
 
 // Builds in a temporary directory beside `base` and renames it at the end,
@@ -116,6 +118,9 @@ RapportConstruction ConstruitBase(const std::vector<Source>& sources, const std:
 
 // The records of a table in the order of its first key.
 std::vector<Enregistrement> LitTable(const std::filesystem::path& base, const Disposition& disposition);
+// Whether a table of a base holds no record; throws ErreurSource when its
+// files can't be read.
+bool TableVide(const std::filesystem::path& base, const Table& table);
 // The same without the records that the builder files from VDXPRO.
 std::vector<Enregistrement> FichesPropres(const std::filesystem::path& base, const Disposition& disposition);
 // Writes one source a table that has records, and removes the source of a

@@ -116,6 +116,11 @@ int Build(std::vector<std::string> args) {
     try {
         const RapportConstruction rapport = ConstruitBase(chemins[0], chemins[1], options);
         for (const auto& a : rapport.avertissements) std::cerr << "vdx: " << a << '\n';
+        if (!rapport.sansSource.empty()) {
+            std::cerr << "vdx: " << rapport.sansSource.size() << " tables without a source, built empty:";
+            for (const auto& t : rapport.sansSource) std::cerr << ' ' << t;
+            std::cerr << '\n';
+        }
         std::cerr << "vdx: " << rapport.fiches << " records in " << chemins[1] << '\n';
     } catch (const ErreurSource& e) {
         std::cerr << "vdx: " << e.what() << '\n';

@@ -13,6 +13,7 @@
 #include <vector>
 
 #include "platform/codepage.h"
+#include "store/sources.h"
 #include "tools/vdx/commandes.h"
 #include "vdx32/oleauto.h"
 #include "vdx32/vdx32.h"
@@ -262,6 +263,11 @@ struct Produit {
     bool local = false;
 };
 
+constexpr char BaseSansCouples[] =
+    "la base ne contient aucun couple d'interactions : aucune interaction ne peut \xC3\xAAtre signal\xC3\xA9" "e";
+constexpr char BaseSansTermes[] =
+    "la base ne contient aucun terme de contre-indication : aucune ne peut \xC3\xAAtre signal\xC3\xA9" "e";
+
 // The code the library gives the second product of a row with what is
 // taken outside the prescription.
 constexpr char SansSecondProduit[] = "0000000";
@@ -276,6 +282,9 @@ struct Constat {
     std::vector<VdxInteraction2*> interactions, exterieures;
     // The products the route rule leaves out, of which no row speaks.
     std::vector<const Produit*> nonAnalyses;
+    // A base without couples or without terms can find none: it is said,
+    // never taken for a prescription without risk.
+    bool sansCouples = false, sansTermes = false;
 
     void Trie() {
         for (VdxInteraction2& r : lignes.Lignes())
@@ -319,6 +328,7 @@ int Imprime(Constat& c) {
         }
     };
     imprimeLignes("Interactions", c.interactions);
+    if (c.sansCouples) std::cout << "  " << BaseSansCouples << '\n';
     for (const Produit* p : c.nonAnalyses)
         std::cout << "  non analys\xC3\xA9, voie locale seule : " << p->code << "  " << p->libelle << '\n';
     imprimeLignes("\xC3\x80 \xC3\xA9viter en dehors de l'ordonnance", c.exterieures);
@@ -328,6 +338,7 @@ int Imprime(Constat& c) {
               << couleurs.Gras() << "Contre-indications et pr\xC3\xA9" "cautions (" << alertes.size() << ")"
               << couleurs.Fin() << '\n';
     if (alertes.empty()) std::cout << "  aucune\n";
+    if (c.sansTermes) std::cout << "  " << BaseSansTermes << '\n';
     for (VdxAlerteCI& a : alertes) {
         const bool precaution = a.NiveauAlerte == 3 || a.NiveauAlerte >= 30;
         std::cout << "  " << (precaution ? "pr\xC3\xA9" "caution         " : "contre-indication ") << Utf8(a.LibelleProduit)
@@ -356,7 +367,8 @@ int ImprimeJson(Constat& c) {
     };
     std::cout << "],\"interactions\":[";
     lignes(c.interactions);
-    std::cout << "],\"notAnalysed\":[";
+    std::cout << "],\"noCouples\":" << (c.sansCouples ? "true" : "false") << ",\"noTerms\":"
+              << (c.sansTermes ? "true" : "false") << ",\"notAnalysed\":[";
     for (size_t i = 0; i < c.nonAnalyses.size(); ++i)
         std::cout << (i ? "," : "") << "{\"code\":" << Json(c.nonAnalyses[i]->code) << ",\"label\":" << Json(c.nonAnalyses[i]->libelle)
                   << ",\"reason\":\"local route only\"}";
@@ -407,6 +419,13 @@ int Check(std::vector<std::string> args) {
                                                    d->allaitement, d->sexe.c_str());
     if (m < 0) return EchecLibrairie("ContreIndicationsProfil2_Vdx", m);
     constat.Trie();
+    try {
+        constat.sansCouples = TableVide(d->base, TableDuCatalogue("VDXZICOU"));
+        constat.sansTermes = TableVide(d->base, TableDuCatalogue("VDXVAMM"));
+    } catch (const ErreurSource& e) {
+        std::cerr << "vdx: " << e.what() << '\n';
+        return SortieEchec;
+    }
     return d->json ? ImprimeJson(constat) : Imprime(constat);
 }
 
