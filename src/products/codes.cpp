@@ -4,6 +4,7 @@
 #include <charconv>
 #include <cmath>
 #include <cstring>
+#include <unordered_set>
 
 #include "platform/hote.h"
 #include "posology/nombres.h"
@@ -166,7 +167,27 @@ int32_t Statut(const char* code, void* fiche) {
     });
 }
 
-bool EstMedDC(std::string_view code) { return FicheMedDC(code).has_value(); }
+// The codes of the lines by common name, read once per generation of the
+// tables: every label asks for them first.
+bool EstMedDC(std::string_view code) {
+    struct Codes {
+        uint64_t generation = 0;
+        std::string base;
+        std::unordered_set<std::string> codes;
+    };
+    static Codes memo;
+    const Session& s = session();
+    if (memo.generation != s.GenerationTables || memo.base != s.BaseFichiers) {
+        Codes lus{s.GenerationTables, s.BaseFichiers, {}};
+        TablesOuvertes tables{&TableMedDC()};
+        Curseur curseur(TableMedDC());
+        for (auto p = curseur.Premiere(); p; p = curseur.Suivante())
+            lus.codes.emplace(curseur.Cle().substr(0, LongueurCIP));
+        tables.Ferme();
+        memo = std::move(lus);
+    }
+    return code.size() == LongueurCIP && memo.codes.count(std::string(code)) > 0;
+}
 
 std::optional<std::string> LibelleMedDC(std::string_view code) {
     const std::optional<std::string> fiche = FicheMedDC(code);
@@ -175,7 +196,13 @@ std::optional<std::string> LibelleMedDC(std::string_view code) {
 }
 
 int32_t IsMedDC(const char* code) {
-    return CadreConnecte("IsMedDC_Vdx", [&]() -> int32_t { return EstMedDC(CodeProduit(code)) ? Succes : Rien; });
+    return CadreConnecte("IsMedDC_Vdx", [&]() -> int32_t {
+        // Seven characters, whatever CIP13Actif says: a 13-digit code is no
+        // line by common name.
+        if (!code || !*code) throw Echec{Argument1};
+        if (strnlen(code, LongueurCIP + 1) != LongueurCIP) throw Echec{CodeMalForme};
+        return EstMedDC(code) ? Succes : Rien;
+    });
 }
 
 }  // namespace vdx

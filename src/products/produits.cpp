@@ -55,11 +55,12 @@ std::optional<std::string> LibelleProduitInterne(std::string_view code) {
 int32_t LibelleProduit(const char* code, BSTR* libelle) {
     return CadreChaine("LibelleProduit_Vdx", libelle, [&]() -> int32_t {
         const std::string cip = CodeProduit(code);
+        // A prescription line by common name has no label here, even where
+        // a product has the same code.
+        if (EstMedDC(cip)) throw Echec{Argument1};
         TablesOuvertes tables{&TableProduits()};
         const std::optional<std::string> octets = FicheDuCode(TableProduits(), cip);
-        // A code no product has may be a prescription line by common name,
-        // which has no label here. Looked at last: it is the rare case.
-        if (!octets) throw Echec{EstMedDC(cip) ? Argument1 : CodeInconnu};
+        if (!octets) throw Echec{CodeInconnu};
         const Fiche produit(*octets);
         // The narcotic rule reads VDXPROA for a product of list "A" only.
         if (produit.Texte(VDXPRO::CodeTableau) == "A") tables.Ouvre(TableComplements());

@@ -33,6 +33,23 @@ TEST_F(Produits, LabelsAreShownAsFiledWithTheirMarksOfUniqueness) {
     EXPECT_EQ(Libelle("3111111"), "-90");
 }
 
+// A line by common name is asked for first: its code gives -10 even where a
+// product is filed under the same code.
+class ProduitsEtLignes : public essai::SurUneBase<ProduitsEtLignes> {
+public:
+    static void Remplit(BaseDeTest& b) {
+        essai::RemplitProduits(b);
+        b.Ajoute("VDXYDCI", {{"Code", "3000009"}, {"Libelle", "Listea 5 mg cp"}, {"LibelleCle", "LISTEA"}});
+    }
+};
+
+TEST_F(ProduitsEtLignes, ALineByCommonNameWinsOverAProductOfItsCode) {
+    EXPECT_EQ(IsMedDC_Vdx("3000009"), 1);
+    EXPECT_EQ(LibelleProduit_Vdx("3000009", nullptr), VDX_ARGUMENT1);
+    EXPECT_EQ(LibelleProduit_Vdx("3000001", nullptr), 1);
+    EXPECT_EQ(Memoire(), "DOLIPRANE 500MG CPR");
+}
+
 TEST_F(Produits, NarcoticLabelsHaveTheirNumbersSpelledOut) {
     EXPECT_EQ(Libelle("3000007"), "SKENAN LP 10 (dix) MG GELULE");
     EXPECT_EQ(Libelle("3000008"), "MORPHINE 0,5 (z\xE9ro virgule cinq) MG/1 (un(e)) ML");

@@ -34,6 +34,9 @@ struct Session {
     bool MedDCMasque = false;
     bool AdviceAgeBase = false;
     bool FichiersEnPhase = false;
+    // Raised at each connection and each time tables are replaced: what a
+    // subsystem keeps from the tables is good for one generation.
+    uint64_t GenerationTables = 0;
 };
 
 Session& session();
