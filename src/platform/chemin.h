@@ -17,4 +17,8 @@ inline constexpr char Separateur = '/';
 std::string Repertoire(std::string nom);
 bool FichierExiste(const std::string& chemin);
 
+// This process's number, and whether a process of that number still runs.
+long NumeroProcessus();
+bool ProcessusVivant(long numero);
+
 }  // namespace vdx::chemin

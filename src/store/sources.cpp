@@ -11,6 +11,7 @@
 #include <set>
 #include <sstream>
 
+#include "platform/chemin.h"
 #include "platform/codepage.h"
 #include "store/cles.h"
 #include "store/magasin.h"
@@ -231,11 +232,28 @@ fs::path Normalise(const fs::path& chemin) {
     return p.has_filename() ? p : p.parent_path();
 }
 
+// ".BASE.construction-PID-XXXXXX": the number of the process that builds,
+// so that what a killed build left can be told from a running one's.
 fs::path DossierTemporaire(const fs::path& base, const char* motif) {
     fs::create_directories(base.parent_path());
-    std::string modele = (base.parent_path() / ("." + base.filename().string() + motif + "XXXXXX")).string();
+    std::string modele = (base.parent_path() / ("." + base.filename().string() + motif +
+                                                std::to_string(chemin::NumeroProcessus()) + "-XXXXXX"))
+                             .string();
     if (mkdtemp(modele.data()) == nullptr) throw ErreurSource(modele + ": dossier temporaire impossible");
     return modele;
+}
+
+// Removes the directories that builds of `base` left when they were killed:
+// those of a process that no longer runs.
+void OteConstructionsAbandonnees(const fs::path& base, const char* motif) {
+    const std::string debut = "." + base.filename().string() + motif;
+    std::error_code erreur;
+    for (const auto& e : fs::directory_iterator(base.parent_path(), erreur)) {
+        const std::string nom = e.path().filename().string();
+        if (!nom.starts_with(debut) || !e.is_directory(erreur)) continue;
+        const long numero = std::strtol(nom.c_str() + debut.size(), nullptr, 10);
+        if (numero > 0 && !chemin::ProcessusVivant(numero)) fs::remove_all(e.path(), erreur);
+    }
 }
 
 bool FichierDeTable(const fs::directory_entry& e) {
@@ -475,6 +493,7 @@ RapportConstruction ConstruitBase(const std::vector<Source>& sources, const fs::
     fs::path construite;
     RapportConstruction rapport;
     try {
+        OteConstructionsAbandonnees(base, ".construction-");
         construite = DossierTemporaire(base, ".construction-");
         std::vector<std::string> produits;
         for (const Disposition& d : Dispositions()) {

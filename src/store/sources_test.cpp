@@ -11,6 +11,7 @@
 #include <sstream>
 #include <string>
 
+#include "platform/chemin.h"
 #include "platform/codepage.h"
 #include "store/cles.h"
 #include "store/fixture.h"
@@ -276,6 +277,22 @@ TEST_F(Base, ProductsAreFiledByCategoryAndLaboratoryAndTheirLabelsMadeUnique) {
     VideBase(dossier_ / "base2", dossier_ / "vidage2");
     EXPECT_EQ(Fichiers(dossier_ / "vidage2"), vidage);
     EXPECT_EQ(Textes(dossier_ / "base2", "VDXVPRO", VDXVPRO::Categorie), Textes(base, "VDXVPRO", VDXVPRO::Categorie));
+}
+
+// A killed build leaves its directory beside the base: the next build
+// removes those of processes that no longer run, never a running one's.
+TEST_F(Base, ABuildRemovesWhatKilledBuildsLeft) {
+    const fs::path base = dossier_ / "base";
+    Ecrit(dossier_ / "bonnes" / "VDXYALD.tsv", "Code\tLibelle\n1\tPremier\n");
+    const fs::path abandonnee = dossier_ / ".base.construction-999999999-abcdef";
+    const fs::path enCours = dossier_ / (".base.construction-" + std::to_string(chemin::NumeroProcessus()) + "-ghijkl");
+    fs::create_directories(abandonnee);
+    fs::create_directories(enCours);
+    Ecrit(abandonnee / "VDXYALD.DAT", "");
+    ConstruitBase(dossier_ / "bonnes", base);
+    EXPECT_FALSE(fs::exists(abandonnee));
+    EXPECT_TRUE(fs::exists(enCours));
+    EXPECT_EQ(Textes(base, "VDXYALD", VDXYALD::Libelle), std::vector<std::string>{"Premier"});
 }
 
 TEST_F(Base, AFailedBuildLeavesTheBaseAsItWas) {
