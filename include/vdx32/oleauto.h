@@ -67,6 +67,15 @@
  *   The library empties and refills a host's array in place; the BSTRs it
  *   leaves there belong to the host, which frees each with SysFreeString
  *   before SafeArrayDestroy (the array has no FADF_BSTR to do it).
+ *   A descriptor made by these functions keeps the size of its data block:
+ *   its data must come from SafeArrayAllocData or SafeArrayRedim, and its
+ *   bounds must not claim more elements than that block holds, or the
+ *   library refuses the array with its code (-21 for a result array, the
+ *   argument's code for an input list) rather than read or write past it.
+ *   A hand-made descriptor whose memory the host owns carries FADF_STATIC,
+ *   FADF_AUTO or FADF_EMBEDDED: its bounds are then taken as given, and the
+ *   host answers for them. A locked array (SafeArrayLock) is refused with
+ *   -21 and left exactly as it was.
  *
  * Errors are HRESULTs, as on Windows: S_OK, E_INVALIDARG, E_OUTOFMEMORY,
  * DISP_E_BADINDEX, DISP_E_ARRAYISLOCKED, E_UNEXPECTED. Functions returning a

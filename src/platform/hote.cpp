@@ -1,5 +1,9 @@
 #include "platform/hote.h"
 
+#ifndef _WIN32
+#include "platform/oleauto_interne.h"
+#endif
+
 #include <cstdlib>
 #include <limits>
 
@@ -49,7 +53,13 @@ bool ForceVide(SAFEARRAY* tableau) {
 
 void* Accede(SAFEARRAY* tableau) {
     void* donnees = nullptr;
-    if (!tableau || FAILED(SafeArrayAccessData(tableau, &donnees))) return nullptr;
+    if (!tableau) return nullptr;
+    // A descriptor claiming more elements than its block holds would let a
+    // write run past the block.
+    if (const int64_t alloues = OctetsAlloues(tableau);
+        alloues >= 0 && uint64_t{NombreElements(tableau)} * tableau->cbElements > static_cast<uint64_t>(alloues))
+        return nullptr;
+    if (FAILED(SafeArrayAccessData(tableau, &donnees))) return nullptr;
     if (!donnees) {
         if (NombreElements(tableau) != 0) {
             SafeArrayUnaccessData(tableau);
@@ -62,6 +72,15 @@ void* Accede(SAFEARRAY* tableau) {
 
 void LibereAcces(SAFEARRAY* tableau) {
     if (tableau) SafeArrayUnaccessData(tableau);
+}
+
+int64_t OctetsAlloues(const SAFEARRAY* tableau) {
+#ifdef _WIN32
+    (void)tableau;
+    return -1;  // the system's own arrays: their bounds are taken as given
+#else
+    return oleauto::OctetsDuBloc(tableau);
+#endif
 }
 
 uint32_t NombreElements(const SAFEARRAY* tableau) {

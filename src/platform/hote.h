@@ -52,8 +52,14 @@ bool ForceVide(SAFEARRAY* tableau);
 // Whether a host holds the array locked: it can't be resized, and what it
 // holds is not to be touched.
 inline bool Verrouille(const SAFEARRAY* tableau) { return tableau && tableau->cLocks != 0; }
-// Null on failure. Never null on success, also for an array without element.
+// Null on failure, and for a descriptor of this platform's own making whose
+// bounds claim more than its data block holds. Never null on success, also
+// for an array without element.
 void* Accede(SAFEARRAY* tableau);
+// The bytes of the data block of an array made by this platform's own
+// functions (SafeArrayCreate, SafeArrayAllocData, SafeArrayRedim), or -1
+// for a descriptor it did not make (its bounds are then taken as given).
+int64_t OctetsAlloues(const SAFEARRAY* tableau);
 void LibereAcces(SAFEARRAY* tableau);
 uint32_t NombreElements(const SAFEARRAY* tableau);  // 0 for null
 // Access to the data of an array, held while the object lives and released

@@ -5,10 +5,14 @@
 
 #include "vdx32/oleauto.h"
 
+#include "platform/oleauto_interne.h"
+
 #include <cstddef>
 #include <cstdint>
 #include <cstdlib>
 #include <cstring>
+#include <mutex>
+#include <unordered_map>
 
 namespace {
 
@@ -49,6 +53,31 @@ size_t LongueurZ(const OLECHAR* s) {
 
 constexpr size_t EnteteTableau = 16;
 constexpr uint16_t MemoireHote = FADF_AUTO | FADF_STATIC | FADF_EMBEDDED;
+
+// The descriptors this file made and the bytes of their data blocks, so that
+// bounds a host wrote over can be checked against what is there.
+struct Blocs {
+    std::mutex verrou;
+    std::unordered_map<const SAFEARRAY*, size_t> octets;
+};
+Blocs& LesBlocs() {
+    static Blocs* b = new Blocs;  // never destroyed: hosts free arrays at exit
+    return *b;
+}
+void NoteBloc(const SAFEARRAY* psa, size_t octets, bool descripteurNouveau = false) {
+    Blocs& b = LesBlocs();
+    const std::lock_guard<std::mutex> garde(b.verrou);
+    if (descripteurNouveau) {
+        b.octets[psa] = octets;
+        return;
+    }
+    if (const auto it = b.octets.find(psa); it != b.octets.end()) it->second = octets;
+}
+void OublieDescripteur(const SAFEARRAY* psa) {
+    Blocs& b = LesBlocs();
+    const std::lock_guard<std::mutex> garde(b.verrou);
+    b.octets.erase(psa);
+}
 constexpr ULONG VerrousMax = 0xFFFF;
 
 uint32_t& TypeCache(SAFEARRAY* psa) {
@@ -174,6 +203,7 @@ HRESULT SafeArrayAllocDescriptor(UINT cDims, SAFEARRAY** ppsaOut) {
     if (!bloc) return E_OUTOFMEMORY;
     auto* psa = reinterpret_cast<SAFEARRAY*>(bloc + EnteteTableau);
     psa->cDims = static_cast<USHORT>(cDims);
+    NoteBloc(psa, 0, true);
     *ppsaOut = psa;
     return S_OK;
 }
@@ -188,6 +218,7 @@ HRESULT SafeArrayAllocData(SAFEARRAY* psa) {
     void* donnees = std::calloc(1, octets ? octets : 1);
     if (!donnees) return E_OUTOFMEMORY;
     psa->pvData = donnees;
+    NoteBloc(psa, octets);
     return S_OK;
 }
 
@@ -262,6 +293,7 @@ HRESULT SafeArrayDestroyData(SAFEARRAY* psa) {
     }
     std::free(psa->pvData);
     psa->pvData = nullptr;
+    NoteBloc(psa, 0);
     return S_OK;
 }
 
@@ -269,6 +301,7 @@ HRESULT SafeArrayDestroyDescriptor(SAFEARRAY* psa) {
     if (!psa) return S_OK;
     if (psa->cLocks) return DISP_E_ARRAYISLOCKED;
     if (psa->fFeatures & MemoireHote) return S_OK;
+    OublieDescripteur(psa);
     std::free(reinterpret_cast<unsigned char*>(psa) - EnteteTableau);
     return S_OK;
 }
@@ -306,6 +339,7 @@ HRESULT SafeArrayRedim(SAFEARRAY* psa, SAFEARRAYBOUND* psaboundNew) {
         size_t gardes = psa->pvData ? octetsAvant : 0;
         std::memset(static_cast<unsigned char*>(donnees) + gardes, 0, octetsApres - gardes);
         psa->pvData = donnees;
+        NoteBloc(psa, octetsApres);
     }
     derniere.cElements = psaboundNew->cElements;
     derniere.lLbound = psaboundNew->lLbound;
@@ -400,5 +434,17 @@ HRESULT SafeArrayPutElement(SAFEARRAY* psa, LONG* rgIndices, void* pv) {
 }
 
 }  // extern "C"
+
+namespace vdx::oleauto {
+
+int64_t OctetsDuBloc(const SAFEARRAY* tableau) {
+    if (!tableau || (tableau->fFeatures & MemoireHote)) return -1;
+    Blocs& b = LesBlocs();
+    const std::lock_guard<std::mutex> garde(b.verrou);
+    const auto it = b.octets.find(tableau);
+    return it == b.octets.end() ? -1 : static_cast<int64_t>(it->second);
+}
+
+}  // namespace vdx::oleauto
 
 #endif  // !_WIN32
