@@ -1,7 +1,8 @@
 #!/usr/bin/env bash
 # Builds the library and runs the whole test suite twice: a normal build,
 # then one with AddressSanitizer and UndefinedBehaviorSanitizer; then runs
-# the RTF reader's fuzz target for 20 seconds (clang, libFuzzer).
+# the fuzz targets (RTF, base sources, import) for 20 seconds each (clang,
+# libFuzzer).
 # --quick runs the normal build only.
 set -euo pipefail
 cd "$(dirname "$0")/.."

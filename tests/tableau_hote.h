@@ -6,6 +6,7 @@
 #include <string>
 #include <vector>
 
+#include "platform/hote.h"
 #include "vdx32/oleauto.h"
 
 namespace vdx::essai {
@@ -26,15 +27,7 @@ inline SAFEARRAY* TableauDeFiches(unsigned champs) {
 
 // Input arrays as a host makes them: strings of 8-bit bytes, and 32-bit
 // integers.
-inline SAFEARRAY* TableauDeChaines(const std::vector<std::string>& textes) {
-    SAFEARRAY* t = SafeArrayCreateVector(VT_BSTR, 0, static_cast<ULONG>(textes.size()));
-    for (LONG i = 0; i < static_cast<LONG>(textes.size()); ++i) {
-        BSTR b = SysAllocStringByteLen(textes[i].data(), static_cast<UINT>(textes[i].size()));
-        SafeArrayPutElement(t, &i, b);
-        SysFreeString(b);
-    }
-    return t;
-}
+inline SAFEARRAY* TableauDeChaines(const std::vector<std::string>& textes) { return hote::TableauDeChaines(textes); }
 inline SAFEARRAY* TableauDEntiers(const std::vector<int32_t>& valeurs) {
     SAFEARRAY* t = SafeArrayCreateVector(VT_I4, 0, static_cast<ULONG>(valeurs.size()));
     for (LONG i = 0; i < static_cast<LONG>(valeurs.size()); ++i) {

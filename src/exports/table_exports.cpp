@@ -76,22 +76,15 @@ private:
         throw std::invalid_argument("argument sans texte");
     }
 
-    // A host array of the strings of "a@b@c", as a host makes it.
+    // A host array of the strings of "a@b@c".
     static SAFEARRAY* TableauDeChaines(const std::string& texte) {
         std::vector<std::string> entrees;
         for (size_t debut = 0;;) {
             const size_t fin = texte.find('@', debut);
             entrees.push_back(texte.substr(debut, fin == std::string::npos ? std::string::npos : fin - debut));
-            if (fin == std::string::npos) break;
+            if (fin == std::string::npos) return hote::TableauDeChaines(entrees);
             debut = fin + 1;
         }
-        SAFEARRAY* t = SafeArrayCreateVector(VT_BSTR, 0, static_cast<ULONG>(entrees.size()));
-        for (LONG i = 0; i < static_cast<LONG>(entrees.size()); ++i) {
-            BSTR b = SysAllocStringByteLen(entrees[i].data(), static_cast<UINT>(entrees[i].size()));
-            SafeArrayPutElement(t, &i, b);
-            SysFreeString(b);
-        }
-        return t;
     }
 
     template <class N>

@@ -74,6 +74,17 @@ void LibereAcces(SAFEARRAY* tableau) {
     if (tableau) SafeArrayUnaccessData(tableau);
 }
 
+SAFEARRAY* TableauDeChaines(const std::vector<std::string>& textes) {
+    SAFEARRAY* t = SafeArrayCreateVector(VT_BSTR, 0, static_cast<ULONG>(textes.size()));
+    if (!t) return nullptr;
+    for (LONG i = 0; i < static_cast<LONG>(textes.size()); ++i) {
+        BSTR b = SysAllocStringByteLen(textes[i].data(), static_cast<UINT>(textes[i].size()));
+        SafeArrayPutElement(t, &i, b);
+        SysFreeString(b);
+    }
+    return t;
+}
+
 int64_t OctetsAlloues(const SAFEARRAY* tableau) {
 #ifdef _WIN32
     (void)tableau;

@@ -9,6 +9,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "vdx32/oleauto.h"
 
@@ -60,6 +61,9 @@ void* Accede(SAFEARRAY* tableau);
 // functions (SafeArrayCreate, SafeArrayAllocData, SafeArrayRedim), or -1
 // for a descriptor it did not make (its bounds are then taken as given).
 int64_t OctetsAlloues(const SAFEARRAY* tableau);
+// An array of strings as a host makes it, each of the bytes given; null if
+// memory fails.
+SAFEARRAY* TableauDeChaines(const std::vector<std::string>& textes);
 void LibereAcces(SAFEARRAY* tableau);
 uint32_t NombreElements(const SAFEARRAY* tableau);  // 0 for null
 // Access to the data of an array, held while the object lives and released

@@ -143,6 +143,16 @@ public:
         if (ouverts_ > 1) magasin::CloseCtFile(table_.index(), mode_);
     }
     void Ouvert() { ++ouverts_; }
+    // The data file then the index of `base`, read-only.
+    void OuvreEnLecture(const fs::path& base) {
+        using namespace magasin;
+        Verifie(OpenCtFile(table_.donnees, (base / table_.fichierDonnees).c_str(), ModeDonnees(table_, LectureSeule)),
+                table_.fichierDonnees, "OpenCtFile");
+        Ouvert();
+        Verifie(OpenCtFile(table_.index(), (base / table_.fichierIndex).c_str(), LectureSeule), table_.fichierIndex,
+                "OpenCtFile");
+        Ouvert();
+    }
     // Closing commits: its failure is the build's.
     void Ferme() {
         const int donnees = ouverts_ > 0 ? magasin::CloseCtFile(table_.donnees, ModeDonnees(table_, mode_)) : 0;
@@ -521,11 +531,7 @@ std::vector<Enregistrement> LitTable(const fs::path& base, const Disposition& d)
     using namespace magasin;
     const Table& t = *d.table;
     FichiersOuverts fichiers(t, LectureSeule);
-    Verifie(OpenCtFile(t.donnees, (base / t.fichierDonnees).c_str(), ModeDonnees(t, LectureSeule)), t.fichierDonnees,
-            "OpenCtFile");
-    fichiers.Ouvert();
-    Verifie(OpenCtFile(t.index(), (base / t.fichierIndex).c_str(), LectureSeule), t.fichierIndex, "OpenCtFile");
-    fichiers.Ouvert();
+    fichiers.OuvreEnLecture(base);
 
     std::string cle(static_cast<size_t>(std::max<int>(LongueurCle(t.index()), d.cles[0].longueur)), '\0');
     std::vector<Enregistrement> fiches;
@@ -547,11 +553,7 @@ std::vector<Enregistrement> LitTable(const fs::path& base, const Disposition& d)
 bool TableVide(const fs::path& base, const Table& t) {
     using namespace magasin;
     FichiersOuverts fichiers(t, LectureSeule);
-    Verifie(OpenCtFile(t.donnees, (base / t.fichierDonnees).c_str(), ModeDonnees(t, LectureSeule)), t.fichierDonnees,
-            "OpenCtFile");
-    fichiers.Ouvert();
-    Verifie(OpenCtFile(t.index(), (base / t.fichierIndex).c_str(), LectureSeule), t.fichierIndex, "OpenCtFile");
-    fichiers.Ouvert();
+    fichiers.OuvreEnLecture(base);
     std::string cle(static_cast<size_t>(std::max(LongueurCle(t.index()), 1)), '\0');
     const bool vide = PremiereCle(t.index(), cle.data()) == 0;
     if (vide && GlobalesMagasin()->ErreurMagasin != 0) EchecMagasin(t.fichierIndex, "PremiereCle");
