@@ -46,6 +46,18 @@ TEST(ImportLecture, RaggedLinesAreToldAndLeftOutExtraColumnsIgnored) {
     EXPECT_EQ(journal.Resume()[1], "t.txt: 1 line, last line without its line end, cut short (first line 5)");
 }
 
+// A NUL byte no text of a base can hold: its line is told and left out,
+// never handed on to fail the writing of the sources.
+TEST(ImportLecture, ALineWithANulByteIsLeftOut) {
+    Dossier d;
+    Ecrit(d.chemin() / "t.txt", std::string("a\tb\n", 4) + std::string("c\0d\te\n", 6));
+    Journal journal;
+    const auto lignes = LitTableau(d.chemin() / "t.txt", 2, "", journal);
+    ASSERT_EQ(lignes.size(), 1u);
+    ASSERT_EQ(journal.Resume().size(), 1u);
+    EXPECT_EQ(journal.Resume()[0], "t.txt: 1 line, a NUL byte in the line (first line 2)");
+}
+
 TEST(ImportLecture, OptionalColumnsAreEmptyWhenLeftOut) {
     Dossier d;
     Ecrit(d.chemin() / "t.txt", "tete\nx\ty\n");

@@ -95,6 +95,11 @@ std::vector<Ligne> LitTableau(const std::filesystem::path& chemin, size_t colonn
             continue;
         }
         if (ligne.find_first_not_of(" \t") == std::string_view::npos) continue;
+        // No text of a base holds a NUL: such a line is no published line.
+        if (ligne.find('\0') != std::string_view::npos) {
+            rejette("a NUL byte in the line");
+            continue;
+        }
         std::vector<std::string> champs = Champs(ligne);
         // The file of a writer that stopped: its last line is no whole line.
         if (coupee && numero > 1) {

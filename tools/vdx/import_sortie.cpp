@@ -52,16 +52,22 @@ std::map<std::string, size_t> Sortie::Comptes() const {
 }
 
 void Sortie::Ecrit(const std::filesystem::path& dossier) const {
-    std::filesystem::create_directories(dossier);
+    // Every table is checked against its layout before the first file is
+    // written: a refused row leaves no half-written sources.
+    std::map<std::string, std::vector<Enregistrement>> parTable;
     for (const auto& [nom, t] : tables_) {
         const Disposition& d = DispositionDeTable(nom);
-        std::vector<Enregistrement> fiches;
+        std::vector<Enregistrement>& fiches = parTable[nom];
         size_t numero = 1;
         for (const auto& ligne : t.lignes) {
             Redaction r(d, nom + ".tsv:" + std::to_string(++numero));
             for (size_t i = 0; i < ligne.size(); ++i) r.Pose(t.colonnes[i], codepage::VersUtf8(ligne[i]));
             fiches.push_back(std::move(r).Termine());
         }
+    }
+    std::filesystem::create_directories(dossier);
+    for (const auto& [nom, fiches] : parTable) {
+        const Disposition& d = DispositionDeTable(nom);
         std::ofstream fichier(dossier / (nom + ".tsv"), std::ios::binary | std::ios::trunc);
         EcritSource(fichier, d, fiches);
         if (!fichier) throw std::runtime_error((dossier / (nom + ".tsv")).string() + ": can't be written");
