@@ -1,6 +1,7 @@
 #!/usr/bin/env bash
-# Builds the library and runs the whole test suite twice: a normal build,
-# then one with AddressSanitizer and UndefinedBehaviorSanitizer; then runs
+# Builds the library and runs the whole test suite in a normal build, then
+# again (all but the import of the whole public extract) in a build with
+# AddressSanitizer and UndefinedBehaviorSanitizer; then runs
 # the fuzz targets (RTF, base sources, import) for 10 seconds each (clang,
 # libFuzzer).
 # --quick runs the normal build only.
