@@ -64,13 +64,15 @@ Blocs& LesBlocs() {
     static Blocs* b = new Blocs;  // never destroyed: hosts free arrays at exit
     return *b;
 }
-void NoteBloc(const SAFEARRAY* psa, size_t octets, bool descripteurNouveau = false) {
+void NoteDescripteur(const SAFEARRAY* psa) {
     Blocs& b = LesBlocs();
     const std::lock_guard<std::mutex> garde(b.verrou);
-    if (descripteurNouveau) {
-        b.octets[psa] = octets;
-        return;
-    }
+    b.octets[psa] = 0;
+}
+// The block of a descriptor this file made; others are not followed.
+void NoteBloc(const SAFEARRAY* psa, size_t octets) {
+    Blocs& b = LesBlocs();
+    const std::lock_guard<std::mutex> garde(b.verrou);
     if (const auto it = b.octets.find(psa); it != b.octets.end()) it->second = octets;
 }
 void OublieDescripteur(const SAFEARRAY* psa) {
@@ -203,7 +205,7 @@ HRESULT SafeArrayAllocDescriptor(UINT cDims, SAFEARRAY** ppsaOut) {
     if (!bloc) return E_OUTOFMEMORY;
     auto* psa = reinterpret_cast<SAFEARRAY*>(bloc + EnteteTableau);
     psa->cDims = static_cast<USHORT>(cDims);
-    NoteBloc(psa, 0, true);
+    NoteDescripteur(psa);
     *ppsaOut = psa;
     return S_OK;
 }

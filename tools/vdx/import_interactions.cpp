@@ -290,15 +290,21 @@ void EcritInteractions(const Thesaurus& t, const Substances& substances, const S
         e.gravite = s->gravite;
         e.nature = &NatureDe(c.mecanisme);
         e.conduite = Conduite(c, *s);
-        const std::string& p1 = c.protagoniste1;
-        const std::string& p2 = c.protagoniste2;
-        const bool medicament1 = Medicament(p1), medicament2 = Medicament(p2);
-        const bool dehors1 = Exterieure(p1) || FamilleDeVoie(p1), dehors2 = Exterieure(p2) || FamilleDeVoie(p2);
-        if (!(medicament1 && (medicament2 || dehors2)) && !(medicament2 && dehors1)) {
+        // Each side: a medicine, and taken outside or a whole route (St
+        // John's wort is both).
+        struct Cote {
+            const std::string& nom;
+            bool medicament, dehors;
+        };
+        const auto cote = [](const std::string& p) { return Cote{p, Medicament(p), Exterieure(p) || FamilleDeVoie(p)}; };
+        const Cote c1 = cote(c.protagoniste1), c2 = cote(c.protagoniste2);
+        const std::string& p1 = c1.nom;
+        const std::string& p2 = c2.nom;
+        if (!(c1.medicament && (c2.medicament || c2.dehors)) && !(c2.medicament && c1.dehors)) {
             journal.Rejette("couples.tsv", ligne, "no medicine on either side");
             continue;
         }
-        if (medicament1 && medicament2) {
+        if (c1.medicament && c2.medicament) {
             e.a = classes.codes.at(p1);
             e.b = classes.codes.at(p2);
             ++rapport.couplesMedicaments;
@@ -318,20 +324,21 @@ void EcritInteractions(const Thesaurus& t, const Substances& substances, const S
         // With what is taken outside or a whole route, one couple: the
         // medicine side alone against it, met by its routes when the
         // medicine names none.
-        for (const auto& [medicament, autre] : {std::pair{&p1, &p2}, std::pair{&p2, &p1}}) {
-            if (!Medicament(*medicament) || !(Exterieure(*autre) || FamilleDeVoie(*autre))) continue;
+        for (const auto& [medicament, dehors] : {std::pair{&c1, &c2}, std::pair{&c2, &c1}}) {
+            if (!medicament->medicament || !dehors->dehors) continue;
+            const std::string& autre = dehors->nom;
             CoupleEcrit x = e;
-            x.a = classes.codes.at(*medicament);
+            x.a = classes.codes.at(medicament->nom);
             if (!touche(x.a)) continue;
-            const auto famille = FamilleDeVoie(*autre);
-            x.b = classes.codes.at(famille ? *autre : ClasseExterieure(*autre));
+            const auto famille = FamilleDeVoie(autre);
+            x.b = classes.codes.at(famille ? autre : ClasseExterieure(autre));
             x.genre = famille ? GenreVoie : GenreExterieur;
             x.sens = 1;
-            x.voiesB = famille ? *famille : Exterieure(*autre)->voies;
-            x.voiesA = VoiesNommees(*medicament).value_or(x.voiesB);
+            x.voiesB = famille ? *famille : Exterieure(autre)->voies;
+            x.voiesA = VoiesNommees(medicament->nom).value_or(x.voiesB);
             if (!famille) {
-                x.substancesB = std::to_string(exterieures.at(*autre));
-                exterieuresEcrites.insert(*autre);
+                x.substancesB = std::to_string(exterieures.at(autre));
+                exterieuresEcrites.insert(autre);
             }
             ecritCouple(x, c);
         }

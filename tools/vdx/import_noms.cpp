@@ -44,14 +44,12 @@ const std::map<std::string, std::string, std::less<>> Cations = {
 // Cations that are the medicine whatever their anion (lithium carbonate or
 // gluconate, strontium ranelate).
 const Ensemble CationsActifs = {"LITHIUM", "STRONTIUM"};
-// Words that leave the substance as it is.
-const Ensemble Qualites = {
-    "BASE",          "ANHYDRE",     "MONOHYDRATE",   "MONOHYDRATEE", "HEMIHYDRATE",  "HEMIHYDRATEE", "DIHYDRATE",
-    "DIHYDRATEE",    "TRIHYDRATE",  "TRIHYDRATEE",   "SESQUIHYDRATE", "PENTAHYDRATE", "PENTAHYDRATEE", "HEXAHYDRATE",
-    "HEXAHYDRATEE",  "HEPTAHYDRATE", "HEPTAHYDRATEE", "NONAHYDRATE",  "NONAHYDRATEE", "HYDRATE",      "HYDRATEE",
-    "ELEMENT",       "RECOMBINANTE", "RECOMBINANT",   "BIOSYNTHETIQUE", "DESSECHE",   "DESSECHEE",    "CRISTALLISE",
-    "CRISTALLISEE",  "NEUTRE",      "MICRONISE",     "MICRONISEE",   "SOLUBLE",      "TROMETAMOL",   "MEGLUMINE",
-    "ARGININE",      "LYSINE",      "TERT-BUTYLAMINE", "ERBUMINE",   "AMMONIQUE"};
+// Words that leave the substance as it is, besides the hydrates.
+const Ensemble Qualites = {"BASE",        "ANHYDRE",      "ELEMENT",       "RECOMBINANTE", "RECOMBINANT",
+                           "BIOSYNTHETIQUE", "DESSECHE",  "DESSECHEE",     "CRISTALLISE",  "CRISTALLISEE",
+                           "NEUTRE",      "MICRONISE",    "MICRONISEE",    "SOLUBLE",      "TROMETAMOL",
+                           "MEGLUMINE",   "ARGININE",     "LYSINE",        "TERT-BUTYLAMINE", "ERBUMINE",
+                           "AMMONIQUE"};
 // The words of a plant's part and of its extract.
 const Ensemble MotsDePlante = {
     "EXTRAIT", "EXTRAITS", "SEC", "SECHE", "FLUIDE", "MOU", "AQUEUX", "HYDROALCOOLIQUE", "ETHANOLIQUE",
@@ -79,8 +77,8 @@ const std::map<std::string, std::string, std::less<>> Synonymes = {
 
 bool Dans(const Ensemble& e, std::string_view mot) { return e.find(mot) != e.end(); }
 
-// A word that leaves the substance as it is, any hydrate among them
-// ("TETRAHYDRATE", not "CHLORHYDRATE").
+// A word that leaves the substance as it is: a quality, or any hydrate
+// ("HYDRATE", "TETRAHYDRATEE", not "CHLORHYDRATE").
 bool Qualite(std::string_view mot) {
     if (Dans(Qualites, mot)) return true;
     const bool hydrate = mot.ends_with("HYDRATE") || mot.ends_with("HYDRATEE");
