@@ -11,8 +11,8 @@
 #include <vector>
 
 #include "session/entrees.h"
+#include "session/lignes.h"
 #include "store/catalogue.h"
-#include "vdx32/oleauto.h"
 
 namespace vdx {
 
@@ -86,26 +86,20 @@ std::vector<AlerteCI> ContreIndicationsPatient(ProfilPatient patient, const std:
 // taken 5% lower and b 5% higher. False for a text without two numbers.
 bool Chevauche(std::string_view patient, std::string_view terme);
 
-// The exports. The inputs come from the arrays in mode 0 and from the text
-// input in the other modes, as lists ended by an empty line: CodesPatient,
-// TypesPatient, ValeursPatient, the products, and for the third the
-// analyses (value and kind, alternately).
-int32_t ContreIndicationsProfil2(SAFEARRAY** codes, SAFEARRAY** types, SAFEARRAY** valeurs, SAFEARRAY** produits,
-                                 SAFEARRAY** tableau, int32_t age, int32_t poids, int32_t grossesse,
-                                 int32_t allaitement, const char* sexe);
-int32_t ContreIndicationsProfil3(SAFEARRAY** codes, SAFEARRAY** types, SAFEARRAY** valeurs, SAFEARRAY** produits,
-                                 SAFEARRAY** analyses, SAFEARRAY** tableau, int32_t age, int32_t poids,
-                                 int32_t grossesse, int32_t allaitement, const char* sexe);
-// The variant of the reports: the arguments of the third, the report's rule.
-int32_t ContreIndicationsRapport(SAFEARRAY** codes, SAFEARRAY** types, SAFEARRAY** valeurs, SAFEARRAY** produits,
-                                 SAFEARRAY** analyses, SAFEARRAY** tableau, int32_t age, int32_t poids,
-                                 int32_t grossesse, int32_t allaitement, const char* sexe);
-
-// ContreIndicationsProfil_Vdx (and its pharmacy twin, `nomExport`): the
-// products against the term that stands for the last of `termes`, at an
-// age; short rows of level, product label and term label.
-int32_t ContreIndicationsProfil(const char* nomExport, SAFEARRAY** produits, SAFEARRAY** termes,
-                                SAFEARRAY** tableau, int32_t age);
+// A row of ContreIndicationsProfil_Vdx: a product against a term.
+struct FicheCI {
+    int32_t NiveauAlerte = 0;
+    std::string LibelleProduit;
+    std::string LibelleTerme;
+};
+struct ContreIndicationsCourtes {
+    std::vector<FicheCI> fiches;  // one per product label and term
+    int32_t alertes = 0;          // the alerts they come from
+};
+// The products against the term that stands for the last of `termes`, at
+// an age: rows by product label from the last, then by level.
+ContreIndicationsCourtes ContreIndicationsDesTermes(const std::vector<std::string>& produits,
+                                                    const std::vector<std::string>& termes, int32_t age);
 
 // The vocabulary of terms, VDXVAMM, and the record of a term, which the
 // caller holds open: the first key at or above its ten characters, when it
@@ -118,8 +112,7 @@ std::optional<std::string> FicheTerme(std::string_view code);
 // as its equivalent; else the first term linked with it as a CIM10 code.
 // nullopt for none. Throws Echec(-500).
 std::optional<std::string> TermeEquivalent(std::string_view code);
-// EquivalentPathologie_Vdx: 1 and the term; 0 and an empty text for none;
-// -10 a code absent, empty or longer than a term's ten characters.
-int32_t EquivalentPathologie(const char* code, BSTR* terme);
+VDX_LIGNE(AlerteCI, NiveauAlerte, ValeurPatient, CodeProduit, LibelleProduit, CodeTerme, LibelleTerme, CodePatient);
+VDX_LIGNE(FicheCI, NiveauAlerte, LibelleProduit, LibelleTerme);
 
 }  // namespace vdx

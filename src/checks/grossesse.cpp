@@ -72,11 +72,6 @@ bool Couvre(const Periode& periode, int32_t terme) {
     return terme == 0 || (periode.debut <= terme && terme <= periode.fin);
 }
 
-// The host record of an alert.
-const FormeHote FormeAlerte{TypeChamp::Texte,  TypeChamp::Texte,  TypeChamp::Texte,  TypeChamp::Texte,
-                            TypeChamp::Texte,  TypeChamp::Entier, TypeChamp::Entier, TypeChamp::Entier,
-                            TypeChamp::Entier, TypeChamp::Entier, TypeChamp::Texte,  TypeChamp::Texte,
-                            TypeChamp::Texte,  TypeChamp::Texte};
 
 // The substances of a product, each followed by its synonyms: the codes to
 // look up, and the same as a list of decimal codes each ended by "@".
@@ -188,14 +183,6 @@ AlerteGrossesse Alerte(std::string_view codeCIP, const Fiche& ligne, const Perio
     return alerte;
 }
 
-std::vector<Valeur> Champs(AlerteGrossesse&& a) {
-    return {std::move(a.CodeProduit),  std::move(a.Inconnu),  std::move(a.LibelleGrossesse),
-            std::move(a.PhraseNiveau), std::move(a.TexteProduit), a.CodeSubstance,
-            a.Partenaire1,             a.Partenaire2,          a.Partenaire3,
-            a.NiveauGrossesse,         std::move(a.Couleur),   std::move(a.NomNiveau),
-            std::move(a.Periode),      std::move(a.TexteGrossesse)};
-}
-
 }  // namespace
 
 TablesOuvertes TablesGrossesse() {
@@ -226,16 +213,6 @@ std::vector<AlerteGrossesse> AlertesGrossesse(std::string_view codeCIP, int32_t 
     }
     tables.Ferme();
     return alertes;
-}
-
-int32_t ControleGrossesseAFSSAPS(const char* code, int32_t grossesse, SAFEARRAY** tableau) {
-    return CadreConnecte("ControleGrossesseAFSSAPS", [&]() -> int32_t {
-        const std::string cip = CodeProduit(code);
-        if (grossesse < 0) throw Echec{Argument2};
-        Resultat resultat(tableau, FormeAlerte, Argument3);
-        for (AlerteGrossesse& alerte : AlertesGrossesse(cip, grossesse)) resultat.AjouteLigne(Champs(std::move(alerte)));
-        return resultat.Livre();
-    });
 }
 
 }  // namespace vdx

@@ -9,8 +9,8 @@
 #include <string_view>
 #include <vector>
 
+#include "session/lignes.h"
 #include "session/tables.h"
-#include "vdx32/oleauto.h"
 
 namespace vdx {
 
@@ -49,9 +49,7 @@ TablesOuvertes TablesGrossesse();
 // fails.
 std::vector<AlerteGrossesse> AlertesGrossesse(std::string_view codeCIP, int32_t grossesse);
 
-// ControleGrossesseAFSSAPS: the rows delivered by mode (0 or 1); -2; -10
-// and -13 for the code; -20 a negative term; -30 no array of the record's
-// shape in array mode; -500.
-int32_t ControleGrossesseAFSSAPS(const char* code, int32_t grossesse, SAFEARRAY** tableau);
+VDX_LIGNE(AlerteGrossesse, CodeProduit, Inconnu, LibelleGrossesse, PhraseNiveau, TexteProduit, CodeSubstance,
+          Partenaire1, Partenaire2, Partenaire3, NiveauGrossesse, Couleur, NomNiveau, Periode, TexteGrossesse);
 
 }  // namespace vdx

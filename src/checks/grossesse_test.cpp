@@ -1,6 +1,7 @@
 // The pregnancy control: which row of the pregnancy table a product gets
 // at a term, its wording, and the rows delivered by ControleGrossesseAFSSAPS.
 #include "checks/grossesse.h"
+#include "exports/internes.h"
 
 #include <gtest/gtest.h>
 

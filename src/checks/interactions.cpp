@@ -549,4 +549,13 @@ std::vector<FicheInteraction2> InteractionsDuProduit(const std::string& codeCIP)
     return lignes;
 }
 
+std::vector<FicheInteraction2> InteractionsDuProduitParType(const std::string& codeCIP) {
+    std::vector<FicheInteraction2> uniques;
+    for (FicheInteraction2& r : InteractionsDuProduit(codeCIP))
+        if (std::ranges::none_of(uniques, [&](const FicheInteraction2& u) { return u.TexteType == r.TexteType; }))
+            uniques.push_back(std::move(r));
+    TriParNiveau(uniques);
+    return uniques;
+}
+
 }  // namespace vdx

@@ -9,7 +9,7 @@
 #include <vector>
 
 #include "checks/voies.h"
-#include "vdx32/oleauto.h"
+#include "session/lignes.h"
 
 namespace vdx {
 
@@ -69,19 +69,20 @@ LignePrescription ConstruitLigne(const std::string& codeCIP, std::string_view li
 // the session's NiveauInteraction left out. Throws Echec.
 std::vector<FicheInteraction2> AnalyseInteractions(const std::vector<std::string>& codesCIP);
 
-// What one product can interact with, alone: the rows of
-// ProduitInteractions_Vdx before they are made unique by text.
+// What one product can interact with, alone: every row, as the analysis
+// would give them beside any other product.
 std::vector<FicheInteraction2> InteractionsDuProduit(const std::string& codeCIP);
+// The same, one row per text of the kind, by level from the highest.
+std::vector<FicheInteraction2> InteractionsDuProduitParType(const std::string& codeCIP);
 
 // Rows by level from the highest, by the exchange sort.
 void TriParNiveau(std::vector<FicheInteraction2>& lignes);
 
-// The exports.
-int32_t Interactions2(SAFEARRAY** produits, SAFEARRAY** codesPatient, SAFEARRAY** typesPatient, SAFEARRAY** tableau,
-                      int32_t age, int32_t poids, int32_t grossesse, int32_t allaitement, const char* sexe);
-int32_t Interactions2Test(SAFEARRAY** produits, SAFEARRAY** codesPatient, SAFEARRAY** typesPatient, int32_t age,
-                          int32_t poids, int32_t grossesse, int32_t allaitement, const char* sexe);
-int32_t Interactions(SAFEARRAY** produits, SAFEARRAY** tableau);
-int32_t ProduitInteractions(const char* code, SAFEARRAY** tableau);
-
+VDX_LIGNE(FicheInteraction2, CIP1, CIP2, Libelle1, Libelle2, LibelleGravite, TexteType, Reference, Niveau, Texte1,
+          Texte2, Texte3, Texte4, Classe1, Classe2, Voie1, Voie2, CodeType, Niveau2, Substance2, Substance1Associee,
+          Substance2Associee, CodeCondition, LibelleCondition);
+// The shorter records of Interactions_Vdx and ProduitInteractions_Vdx.
+VDX_VUE(FormeInteraction, FicheInteraction2, Niveau, LibelleGravite, Libelle1, Libelle2, TexteType, Reference, CIP1,
+        CIP2);
+VDX_VUE(FormeProduitInteraction, FicheInteraction2, Niveau, LibelleGravite, TexteType, Reference);
 }  // namespace vdx

@@ -153,17 +153,15 @@ std::string RtfVersTexte(std::string_view rtf) {
 }
 
 int32_t Rtf_To_Texte(const char* texte, BSTR* sortie) {
-    return Cadre("Rtf_To_Texte", [&]() -> int32_t {
-        if (session().ModeSortie == ModeTableau) RangeEnOctets(sortie, "");
-        std::string resultat;
-        try {
-            resultat = RtfVersTexte(Requis(texte));
-        } catch (const std::bad_alloc&) {
-            return TamponRtfIndisponible;
-        }
-        RangeEnOctets(sortie, resultat);
-        return Succes;
-    });
+    if (session().ModeSortie == ModeTableau) RangeEnOctets(sortie, "");
+    std::string resultat;
+    try {
+        resultat = RtfVersTexte(Requis(texte));
+    } catch (const std::bad_alloc&) {
+        return TamponRtfIndisponible;
+    }
+    RangeEnOctets(sortie, resultat);
+    return Succes;
 }
 
 }  // namespace vdx

@@ -1,59 +1,264 @@
-// The C exports of the safety checks.
+// The C exports of the safety checks: their inputs read by mode (the host's
+// arrays in mode 0, the text input in the others) and their rows delivered.
+#include <algorithm>
+#include <tuple>
+#include <utility>
+
 #include "checks/contreindications.h"
+#include "checks/grossesse.h"
 #include "checks/interactions.h"
-#include "vdx32/vdx32.h"
+#include "exports/declaration.h"
+#include "exports/internes.h"
+#include "session/codeproduit.h"
+#include "session/entrees.h"
+#include "session/texte.h"
+#include "store/layouts/composition.h"
 
-extern "C" {
+namespace vdx {
+namespace {
 
-VDX_API int32_t VDX_CALL ContreIndicationsProfil2_Vdx(SAFEARRAY** CodesPatient, SAFEARRAY** TypesPatient,
-                                                      SAFEARRAY** ValeursPatient, SAFEARRAY** Produits,
-                                                      SAFEARRAY** Tableau, int32_t Age, int32_t Poids,
-                                                      int32_t Grossesse, int32_t Allaitement, const char* Sexe) {
-    return vdx::ContreIndicationsProfil2(CodesPatient, TypesPatient, ValeursPatient, Produits, Tableau, Age, Poids,
-                                         Grossesse, Allaitement, Sexe);
+// The codes of a prescription as given: the list ends at its first empty
+// entry, and a code after it gives -12; a 13-digit code is mapped under
+// CIP13Actif 1 (-13 without mapping).
+std::vector<std::string> CodesPrescription(std::vector<std::string> codes) {
+    const auto vide = std::ranges::find_if(codes, [](const std::string& c) { return c.empty(); });
+    if (std::any_of(vide, codes.end(), [](const std::string& c) { return !c.empty(); })) throw Echec{ListeVide};
+    codes.erase(vide, codes.end());
+    for (std::string& code : codes)
+        if (session().CIP13Actif == CIP13Correspondance && code.size() == LongueurCIP13) {
+            const auto cip = CorrespondanceCIP(SensCIP::Vers7, code);
+            if (!cip || cip->empty()) throw Echec{CodeMalForme};
+            code = *cip;
+        }
+    return codes;
 }
 
-VDX_API int32_t VDX_CALL ContreIndicationsProfil3_Vdx(SAFEARRAY** CodesPatient, SAFEARRAY** TypesPatient,
-                                                      SAFEARRAY** ValeursPatient, SAFEARRAY** Produits,
-                                                      SAFEARRAY** Analyses, SAFEARRAY** Tableau, int32_t Age,
-                                                      int32_t Poids, int32_t Grossesse, int32_t Allaitement,
-                                                      const char* Sexe) {
-    return vdx::ContreIndicationsProfil3(CodesPatient, TypesPatient, ValeursPatient, Produits, Analyses, Tableau,
-                                         Age, Poids, Grossesse, Allaitement, Sexe);
+// The product codes from the host's array (null or without element: -10).
+std::vector<std::string> CodesDuTableau(SAFEARRAY** produits) {
+    std::vector<std::string> codes = ChainesDuTableau(produits, {Argument1, OperationTableau});
+    if (codes.empty()) throw Echec{Argument1};
+    return CodesPrescription(std::move(codes));
 }
 
-VDX_API int32_t VDX_CALL ContreIndicationsProfil_Vdx(SAFEARRAY** Produits, SAFEARRAY** Termes, SAFEARRAY** Tableau,
-                                                     int32_t Age) {
-    return vdx::ContreIndicationsProfil("ContreIndicationsProfil_Vdx", Produits, Termes, Tableau, Age);
+// A product code of the text input is cut to the length of a CodeCIP.
+std::string Coupe(std::string code) {
+    if (code.size() > LongueurCIP) code.resize(LongueurCIP);
+    return code;
+}
+std::vector<std::string> CodesCIPDuTexte(std::vector<std::string> codes) {
+    std::ranges::transform(codes, codes.begin(), Coupe);
+    return codes;
 }
 
-VDX_API int32_t VDX_CALL ContreIndicationsProfilPharm_Vdx(SAFEARRAY** Produits, SAFEARRAY** Termes,
-                                                          SAFEARRAY** Tableau, int32_t Age, int32_t /*Mode*/) {
-    return vdx::ContreIndicationsProfil("ContreIndicationsProfilPharm_Vdx", Produits, Termes, Tableau, Age);
+// The first list of the text input (the product codes); the patient's
+// lists behind it are not needed.
+std::vector<std::string> CodesDuTexte() {
+    ListesDuTexte listes(LitTexte());
+    if (listes.Vide()) throw Echec{ListeVide};
+    return CodesPrescription(CodesCIPDuTexte(listes.Suivante()));
 }
 
-VDX_API int32_t VDX_CALL EquivalentPathologie_Vdx(const char* Code, BSTR* Terme) {
-    return vdx::EquivalentPathologie(Code, Terme);
+// The text input of Interactions_Vdx: lines up to one that begins with "@",
+// a code in the first seven bytes of each.
+std::vector<std::string> LignesDuTexte() {
+    const std::string texte = LitTexte();
+    if (texte.empty()) throw Echec{ListeVide};
+    std::vector<std::string> codes;
+    for (size_t debut = 0; debut < texte.size();) {
+        size_t fin = texte.find(FinDeLigne, debut);
+        if (fin == std::string::npos) fin = texte.size();
+        const std::string_view ligne = std::string_view(texte).substr(debut, fin - debut);
+        if (ligne.starts_with('@')) break;
+        codes.push_back(Coupe(std::string(ligne)));
+        debut = fin + 2;
+    }
+    return CodesPrescription(std::move(codes));
 }
 
-VDX_API int32_t VDX_CALL Interactions2_Vdx(SAFEARRAY** Produits, SAFEARRAY** CodesPatient, SAFEARRAY** TypesPatient,
-                                           SAFEARRAY** Tableau, int32_t Age, int32_t Poids, int32_t Grossesse,
-                                           int32_t Allaitement, const char* Sexe) {
-    return vdx::Interactions2(Produits, CodesPatient, TypesPatient, Tableau, Age, Poids, Grossesse, Allaitement, Sexe);
+// The inputs of the contra-indication checks and their codes: null, then
+// unreadable.
+constexpr CodesEntree EntreeCodes{Argument1, OperationTableau};
+constexpr CodesEntree EntreeTypes{Argument2, Argument2};
+constexpr CodesEntree EntreeValeurs{Argument3, Argument3};
+constexpr CodesEntree EntreeProduits{Argument5, Argument5};
+constexpr CodesEntree EntreeAnalyses{Argument6, Argument6};
+
+struct EntreesProfil {
+    ProfilPatient patient;
+    std::vector<std::string> produits;
+};
+
+// The lists of the check: CodesPatient, TypesPatient, ValeursPatient, the
+// products, and when `analyses` is given the analyses (in the text input
+// value and kind alternately); from the arrays in mode 0, from the text
+// input otherwise.
+EntreesProfil LitEntrees(SAFEARRAY** codes, SAFEARRAY** types, SAFEARRAY** valeurs, SAFEARRAY** produits,
+                         SAFEARRAY** analyses, bool avecAnalyses) {
+    EntreesProfil e;
+    ProfilPatient& p = e.patient;
+    if (session().ModeSortie == ModeTableau) {
+        p.CodesPatient = ChainesDuTableau(codes, EntreeCodes);
+        p.TypesPatient = EntiersDuTableau(types, EntreeTypes);
+        p.ValeursPatient = EntiersDuTableau(valeurs, EntreeValeurs);
+        e.produits = ChainesDuTableau(produits, EntreeProduits);
+        if (avecAnalyses) p.Analyses = AnalysesDuTableau(analyses, EntreeAnalyses);
+    } else {
+        ListesDuTexte listes(LitTexte());
+        if (listes.Vide()) throw Echec{ListeVide};
+        p.CodesPatient = listes.Suivante();
+        p.TypesPatient = EntiersDeTextes(listes.Suivante());
+        p.ValeursPatient = EntiersDeTextes(listes.Suivante());
+        e.produits = CodesCIPDuTexte(listes.Suivante());
+        if (avecAnalyses) {
+            const std::vector<std::string> paires = listes.Suivante();
+            for (size_t i = 0; i + 1 < paires.size(); i += 2)
+                p.Analyses.push_back({paires[i], EntiersDeTextes({paires[i + 1]}).front()});
+        }
+    }
+    if (p.TypesPatient.size() != p.CodesPatient.size() || p.ValeursPatient.size() != p.CodesPatient.size())
+        throw Echec{Argument1};
+    return e;
 }
 
-VDX_API int32_t VDX_CALL Interactions2Test_Vdx(SAFEARRAY** Produits, SAFEARRAY** CodesPatient,
-                                               SAFEARRAY** TypesPatient, int32_t Age, int32_t Poids,
-                                               int32_t Grossesse, int32_t Allaitement, const char* Sexe) {
-    return vdx::Interactions2Test(Produits, CodesPatient, TypesPatient, Age, Poids, Grossesse, Allaitement, Sexe);
+int32_t Profil(const RegleProfil& regle, EntreesProfil e, SAFEARRAY** tableau, int32_t tableauAbsent, int32_t age,
+               int32_t poids, int32_t grossesse, int32_t allaitement, const char* sexe) {
+    e.patient.Age = age;
+    e.patient.Poids = poids;
+    e.patient.Grossesse = grossesse;
+    e.patient.Allaitement = allaitement;
+    e.patient.Sexe = SexeNormalise(sexe);
+    Resultat resultat(tableau, FormeDe<AlerteCI>(), tableauAbsent);
+    AjouteLignes<AlerteCI>(resultat, ContreIndicationsPatient(std::move(e.patient), e.produits, regle));
+    return resultat.Livre();
 }
 
-VDX_API int32_t VDX_CALL Interactions_Vdx(SAFEARRAY** Produits, SAFEARRAY** Tableau) {
-    return vdx::Interactions(Produits, Tableau);
+// The entries of a part of the short form's text input: separated by "@"
+// or by line ends, the empty ones kept (an empty product stops the check).
+std::vector<std::string> EntreesCourtes(std::string_view partie) {
+    while (partie.ends_with(FinDeLigne)) partie.remove_suffix(2);
+    std::vector<std::string> entrees;
+    if (partie.empty()) return entrees;
+    size_t debut = 0;
+    for (size_t i = 0; i <= partie.size(); ++i) {
+        const bool finDeLigne = partie.substr(i).starts_with(FinDeLigne);
+        if (i < partie.size() && partie[i] != '@' && !finDeLigne) continue;
+        entrees.emplace_back(partie.substr(debut, i - debut));
+        if (finDeLigne) ++i;
+        debut = i + 1;
+    }
+    return entrees;
 }
 
-VDX_API int32_t VDX_CALL ProduitInteractions_Vdx(const char* Code, SAFEARRAY** Tableau) {
-    return vdx::ProduitInteractions(Code, Tableau);
+// The text input of the short form: the product codes, then behind the
+// last line end the terms.
+std::pair<std::vector<std::string>, std::vector<std::string>> ProduitsEtTermesDuTexte(std::string_view texte) {
+    while (texte.ends_with(FinDeLigne)) texte.remove_suffix(2);
+    const size_t fin = texte.rfind(FinDeLigne);
+    if (fin == std::string_view::npos) return {EntreesCourtes(texte), {}};
+    return {EntreesCourtes(texte.substr(0, fin)), EntreesCourtes(texte.substr(fin + 2))};
 }
 
-}  // extern "C"
+// ContreIndicationsProfil_Vdx and its pharmacy twin.
+int32_t ProfilCourt(SAFEARRAY** produits, SAFEARRAY** termes, SAFEARRAY** tableau, int32_t age) {
+    std::vector<std::string> codes;
+    std::vector<std::string> pathologies;
+    if (session().ModeSortie == ModeTableau) {
+        codes = ChainesDuTableau(produits, {Argument1, Argument1});
+        pathologies = ChainesDuTableau(termes, {Argument2, Argument2});
+    } else {
+        const std::string texte = LitTexte();
+        if (texte.empty()) throw Echec{ListeVide};
+        std::tie(codes, pathologies) = ProduitsEtTermesDuTexte(texte);
+        codes = CodesCIPDuTexte(std::move(codes));
+    }
+    Resultat resultat(tableau, FormeDe<FicheCI>(), Argument3);
+    const bool vide = std::ranges::any_of(codes, [](const std::string& c) { return c.empty(); });
+    if (codes.empty() || vide) return resultat.Livre();
+    ContreIndicationsCourtes courtes = ContreIndicationsDesTermes(codes, pathologies, age);
+    AjouteLignes<FicheCI>(resultat, std::move(courtes.fiches));
+    resultat.Livre();
+    return courtes.alertes;
+}
+
+}  // namespace
+
+int32_t ControleGrossesseAFSSAPS(const char* code, int32_t grossesse, SAFEARRAY** tableau) {
+    return CadreConnecte("ControleGrossesseAFSSAPS", [&]() -> int32_t {
+        const std::string cip = CodeProduit(code);
+        if (grossesse < 0) throw Echec{Argument2};
+        Resultat resultat(tableau, FormeDe<AlerteGrossesse>(), Argument3);
+        for (AlerteGrossesse& alerte : AlertesGrossesse(cip, grossesse))
+            resultat.AjouteLigne(ValeursDe(std::move(alerte)));
+        return resultat.Livre();
+    });
+}
+
+}  // namespace vdx
+
+using namespace vdx;
+
+VDX_EXPORT(Interactions2_Vdx, Connecte, NomsDesChamps<FicheInteraction2>(), (Liste, Produits),
+           (Liste, CodesPatient), (Liste, TypesPatient), (Tableau, Tableau), (Entier, Age), (Entier, Poids),
+           (Entier, Grossesse), (Entier, Allaitement), (Texte, Sexe)) {
+    const std::vector<std::string> codes =
+        session().ModeSortie == ModeTableau ? CodesDuTableau(Produits) : CodesDuTexte();
+    Resultat resultat(Tableau, FormeDe<FicheInteraction2>(), Argument4);
+    AjouteLignes<FicheInteraction2>(resultat, AnalyseInteractions(codes));
+    return resultat.Livre();
+}
+
+// The count of rows of the analysis; the arrays are read in every mode.
+VDX_EXPORT(Interactions2Test_Vdx, Connecte, {}, (ListeTableau, Produits), (ListeTableau, CodesPatient),
+           (ListeTableau, TypesPatient), (Entier, Age), (Entier, Poids), (Entier, Grossesse), (Entier, Allaitement),
+           (Texte, Sexe)) {
+    return static_cast<int32_t>(AnalyseInteractions(CodesDuTableau(Produits)).size());
+}
+
+VDX_EXPORT(Interactions_Vdx, Connecte, NomsDesChamps<FormeInteraction>(), (Lignes, Produits), (Tableau, Tableau)) {
+    const std::vector<std::string> codes =
+        session().ModeSortie == ModeTableau ? CodesDuTableau(Produits) : LignesDuTexte();
+    Resultat resultat(Tableau, FormeDe<FormeInteraction>(), Argument2);
+    AjouteLignes<FormeInteraction>(resultat, AnalyseInteractions(codes));
+    return resultat.Livre();
+}
+
+VDX_EXPORT(ProduitInteractions_Vdx, Connecte, NomsDesChamps<FormeProduitInteraction>(), (Texte, Code),
+           (Tableau, Tableau)) {
+    const std::string cip = CodeProduit(Code);
+    Resultat resultat(Tableau, FormeDe<FormeProduitInteraction>(), Argument2);
+    AjouteLignes<FormeProduitInteraction>(resultat, InteractionsDuProduitParType(cip));
+    return resultat.Livre();
+}
+
+VDX_EXPORT(ContreIndicationsProfil2_Vdx, Connecte, NomsDesChamps<AlerteCI>(), (Liste, CodesPatient),
+           (Liste, TypesPatient), (Liste, ValeursPatient), (Liste, Produits), (Tableau, Tableau), (Entier, Age),
+           (Entier, Poids), (Entier, Grossesse), (Entier, Allaitement), (Texte, Sexe)) {
+    return Profil(RegleProfil2, LitEntrees(CodesPatient, TypesPatient, ValeursPatient, Produits, nullptr, false),
+                  Tableau, Argument6, Age, Poids, Grossesse, Allaitement, Sexe);
+}
+
+VDX_EXPORT(ContreIndicationsProfil3_Vdx, Connecte, NomsDesChamps<AlerteCI>(), (Liste, CodesPatient),
+           (Liste, TypesPatient), (Liste, ValeursPatient), (Liste, Produits), (Liste, Analyses), (Tableau, Tableau),
+           (Entier, Age), (Entier, Poids), (Entier, Grossesse), (Entier, Allaitement), (Texte, Sexe)) {
+    return Profil(RegleProfil3, LitEntrees(CodesPatient, TypesPatient, ValeursPatient, Produits, Analyses, true),
+                  Tableau, Argument7, Age, Poids, Grossesse, Allaitement, Sexe);
+}
+
+VDX_EXPORT(ContreIndicationsProfil_Vdx, Connecte, NomsDesChamps<FicheCI>(), (Liste, Produits), (Liste, Termes),
+           (Tableau, Tableau), (Entier, Age)) {
+    return ProfilCourt(Produits, Termes, Tableau, Age);
+}
+
+VDX_EXPORT(ContreIndicationsProfilPharm_Vdx, Connecte, NomsDesChamps<FicheCI>(), (Liste, Produits),
+           (Liste, Termes), (Tableau, Tableau), (Entier, Age), (Entier, Mode)) {
+    return ProfilCourt(Produits, Termes, Tableau, Age);
+}
+
+VDX_EXPORT(EquivalentPathologie_Vdx, Chaines, exports::Noms("CodeTerme"), (Texte, Code), (ChaineSortie, Terme)) {
+    const std::string_view texte = Code ? std::string_view(Code) : std::string_view();
+    if (texte.empty() || texte.size() > VDXVAMM::CodeTerme.capacite()) return SortieErreur(Argument1);
+    const std::optional<std::string> equivalent = TermeEquivalent(texte);
+    if (!equivalent) return Rien;
+    LivreValeur(Terme, *equivalent, Argument2);
+    return Succes;
+}

@@ -1,39 +1,46 @@
 // The C exports of the composition: the components of a product, the
 // products of a substance, the labels of substances, and what the checks
 // ask of a product beside it (synonyms, classes, routes).
+#include "exports/declaration.h"
 #include "products/composition.h"
 #include "products/composition_liens.h"
 #include "products/substances.h"
-#include "vdx32/vdx32.h"
 
-extern "C" {
+using namespace vdx;
+using exports::Noms;
 
-VDX_API int32_t VDX_CALL ProduitPA_Vdx(const char* Code, SAFEARRAY** Tableau, BSTR* Exprime, BSTR* Composition) {
-    return vdx::ProduitPA(Code, Tableau, Exprime, Composition);
+VDX_EXPORT(ProduitPA_Vdx, Connecte,
+           Noms("CodeSubstance", "SansQuantite", "Quantite", "Libelle", "QuantiteTexte", "LibelleUnite"),
+           (Texte, Code), (Tableau, Tableau), (ChaineSortie, Exprime), (ChaineSortie, Composition)) {
+    return ProduitPA(Code, Tableau, Exprime, Composition);
 }
 
-VDX_API int32_t VDX_CALL PAProduits_Vdx(int32_t Code, SAFEARRAY** Tableau) {
-    return vdx::ProduitsSubstanceExport("PAProduits_Vdx", Code, Tableau);
+VDX_EXPORT(PAProduits_Vdx, Connecte, Noms("CodeCIP", "Libelle", "Nature"), (Entier, Code), (Tableau, Tableau)) {
+    return ProduitsSubstanceExport(Code, Tableau);
 }
 
-VDX_API int32_t VDX_CALL ExcipientProduits_Vdx(int32_t Code, SAFEARRAY** Tableau) {
-    return vdx::ProduitsSubstanceExport("ExcipientProduits_Vdx", Code, Tableau);
+VDX_EXPORT(ExcipientProduits_Vdx, Connecte, Noms("CodeCIP", "Libelle", "Nature"), (Entier, Code),
+           (Tableau, Tableau)) {
+    return ProduitsSubstanceExport(Code, Tableau);
 }
 
-VDX_API int32_t VDX_CALL LibellePA_Vdx(int32_t Code, BSTR* Libelle) { return vdx::LibellePA(Code, Libelle); }
-
-VDX_API int32_t VDX_CALL LibelleExcipient_Vdx(int32_t Code, BSTR* Libelle) {
-    return vdx::LibelleExcipient(Code, Libelle);
+VDX_EXPORT(LibellePA_Vdx, Chaines, Noms("Libelle"), (Entier, Code), (ChaineSortie, Libelle)) {
+    return LibellePA(Code, Libelle);
 }
 
-VDX_API int32_t VDX_CALL SynonymeComposant_Vdx(int32_t Code, SAFEARRAY** Tableau) {
-    return vdx::SynonymeComposant(Code, Tableau);
+VDX_EXPORT(LibelleExcipient_Vdx, Chaines, Noms("Libelle"), (Entier, Code), (ChaineSortie, Libelle)) {
+    return LibelleExcipient(Code, Libelle);
 }
 
-VDX_API int32_t VDX_CALL ProduitClasse_Vdx(const char* Code, SAFEARRAY** Tableau) {
-    return vdx::ProduitClasse(Code, Tableau);
+VDX_EXPORT(SynonymeComposant_Vdx, Connecte, Noms("Code", "Libelle"), (Entier, Code), (Tableau, Tableau)) {
+    return SynonymeComposant(Code, Tableau);
 }
 
-VDX_API int32_t VDX_CALL ListeVoie_Vdx(const char* Code, SAFEARRAY** Tableau) { return vdx::ListeVoie(Code, Tableau); }
+VDX_EXPORT(ProduitClasse_Vdx, Connecte, Noms("CodeClasse", "CodeCIP", "Libelle"), (Texte, Code),
+           (Tableau, Tableau)) {
+    return ProduitClasse(Code, Tableau);
+}
 
-}  // extern "C"
+VDX_EXPORT(ListeVoie_Vdx, Connecte, Noms("Code", "Libelle"), (Texte, Code), (Tableau, Tableau)) {
+    return ListeVoie(Code, Tableau);
+}

@@ -1,9 +1,7 @@
 // The C exports of the documents.
 #include "documents/rtf.h"
-#include "vdx32/vdx32.h"
+#include "exports/declaration.h"
 
-extern "C" {
-
-VDX_API int32_t VDX_CALL Rtf_To_Texte(const char* Texte, BSTR* Sortie) { return vdx::Rtf_To_Texte(Texte, Sortie); }
-
-}  // extern "C"
+VDX_EXPORT(Rtf_To_Texte, Libre, {}, (Texte, Texte), (ChaineSortie, Sortie)) {
+    return vdx::Rtf_To_Texte(Texte, Sortie);
+}

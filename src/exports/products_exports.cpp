@@ -1,82 +1,95 @@
 // The C exports of the products: code mapping and regulatory status, the
 // simple lookups, labels and flags, and the searches of products.
+#include "exports/declaration.h"
 #include "products/codes.h"
 #include "products/consultations.h"
 #include "products/produits.h"
 #include "products/recherche.h"
-#include "vdx32/vdx32.h"
 
+using namespace vdx;
+using exports::Noms;
 namespace c = vdx::consultations;
-
-extern "C" {
 
 // Code mapping and regulatory status.
 
-VDX_API int32_t VDX_CALL CIP_CIP13_Vdx(const char* Code, BSTR* Sortie) {
-    return vdx::CorrespondanceExport(vdx::SensCIP::Vers13, "CIP_CIP13_Vdx", Code, Sortie);
+VDX_EXPORT(CIP_CIP13_Vdx, Chaines, Noms("CIP13"), (Texte, Code), (ChaineSortie, Sortie)) {
+    return CorrespondanceExport(SensCIP::Vers13, Code, Sortie);
 }
 
-VDX_API int32_t VDX_CALL CIP13_CIP_Vdx(const char* Code, BSTR* Sortie) {
-    return vdx::CorrespondanceExport(vdx::SensCIP::Vers7, "CIP13_CIP_Vdx", Code, Sortie);
+VDX_EXPORT(CIP13_CIP_Vdx, Chaines, Noms("CodeCIP"), (Texte, Code), (ChaineSortie, Sortie)) {
+    return CorrespondanceExport(SensCIP::Vers7, Code, Sortie);
 }
 
-VDX_API int32_t VDX_CALL IsStupefiant_Vdx(const char* Code) { return vdx::IsStupefiant(Code); }
+VDX_EXPORT(IsStupefiant_Vdx, Connecte, {}, (Texte, Code)) { return IsStupefiant(Code); }
 
-VDX_API int32_t VDX_CALL LibelleStupefiant_Vdx(const char* Texte, BSTR* Sortie) {
-    return vdx::LibelleStupefiantExport(Texte, Sortie);
+VDX_EXPORT(LibelleStupefiant_Vdx, Libre, {}, (Texte, Texte), (ChaineSortie, Sortie)) {
+    return LibelleStupefiantExport(Texte, Sortie);
 }
 
-VDX_API int32_t VDX_CALL Statut_Vdx(const char* Code, VdxStatut* Fiche) { return vdx::Statut(Code, Fiche); }
-
-VDX_API int32_t VDX_CALL IsMedDC_Vdx(const char* Code) { return vdx::IsMedDC(Code); }
-
-// Simple lookups.
-
-VDX_API int32_t VDX_CALL UCD_Vdx(const char* Code, BSTR* UCD) { return vdx::Consulte(c::UCD, Code, UCD); }
-VDX_API int32_t VDX_CALL GenCode_Vdx(const char* Code, BSTR* GenCode) {
-    return vdx::Consulte(c::GenCode, Code, GenCode);
+VDX_EXPORT(Statut_Vdx, Connecte,
+           Noms("Statut1", "Statut2", "Statut3", "CodeStatut", "Prescription1", "Prescription2", "Prescription3",
+                "LibelleStatut", "LibellePrescription1", "LibellePrescription2", "LibellePrescription3",
+                "DetailPrescription1", "DetailPrescription2", "DetailPrescription3", "TexteStatut1", "TexteStatut2"),
+           (Texte, Code), (Fiche, Fiche)) {
+    return Statut(Code, Fiche);
 }
-VDX_API int32_t VDX_CALL CIP_To_CIS_Vdx(const char* Code, BSTR* CIS) { return vdx::Consulte(c::CIS, Code, CIS); }
-VDX_API int32_t VDX_CALL CodeRubrique_Vdx(const char* Code) { return vdx::Consulte(c::CodeRubrique, Code); }
-VDX_API int32_t VDX_CALL NombreUCDParCIP_Vdx(const char* Code) { return vdx::Consulte(c::NombreUCD, Code); }
-VDX_API int32_t VDX_CALL GetPictogramme_Vdx(const char* Code) { return vdx::Consulte(c::Pictogramme, Code); }
-VDX_API int32_t VDX_CALL IsT2A_Vdx(const char* Code) { return vdx::Consulte(c::T2A, Code); }
-VDX_API int32_t VDX_CALL ProduitStatut_Vdx(const char* Code) { return vdx::Consulte(c::Statut, Code); }
-VDX_API int32_t VDX_CALL ProduitGenerique_Vdx(const char* Code) { return vdx::Consulte(c::Generique, Code); }
-VDX_API int32_t VDX_CALL ProduitDopant_Vdx(const char* Code) { return vdx::Consulte(c::Dopant, Code); }
-VDX_API int32_t VDX_CALL ProduitReferent_Vdx(const char* Code) { return vdx::Consulte(c::Referent, Code); }
-VDX_API int32_t VDX_CALL ProduitHospitalier_Vdx(const char* Code) { return vdx::Consulte(c::Hospitalier, Code); }
+
+VDX_EXPORT(IsMedDC_Vdx, Connecte, {}, (Texte, Code)) { return IsMedDC(Code); }
+
+// Simple lookups: a text into a host string, a number or a flag as the
+// result. The flags test their code before the connection.
+#define CONSULTATION_TEXTE(Nom, consultation, champ)                                            \
+    VDX_EXPORT(Nom, Chaines, Noms(#champ), (Texte, Code), (ChaineSortie, champ)) {              \
+        return Consulte(c::consultation, Code, champ);                                          \
+    }
+#define CONSULTATION(Nom, consultation, acces) \
+    VDX_EXPORT(Nom, acces, {}, (Texte, Code)) { return Consulte(c::consultation, Code); }
+
+CONSULTATION_TEXTE(UCD_Vdx, UCD, UCD)
+CONSULTATION_TEXTE(GenCode_Vdx, GenCode, GenCode)
+CONSULTATION_TEXTE(CIP_To_CIS_Vdx, CIS, CIS)
+CONSULTATION(CodeRubrique_Vdx, CodeRubrique, Connecte)
+CONSULTATION(NombreUCDParCIP_Vdx, NombreUCD, Connecte)
+CONSULTATION(GetPictogramme_Vdx, Pictogramme, Connecte)
+CONSULTATION(IsT2A_Vdx, T2A, Connecte)
+CONSULTATION(ProduitStatut_Vdx, Statut, Connecte)
+CONSULTATION(ProduitGenerique_Vdx, Generique, Libre)
+CONSULTATION(ProduitDopant_Vdx, Dopant, Libre)
+CONSULTATION(ProduitReferent_Vdx, Referent, Libre)
+CONSULTATION(ProduitHospitalier_Vdx, Hospitalier, Libre)
 
 // Labels and facts of a product.
 
-VDX_API int32_t VDX_CALL LibelleProduit_Vdx(const char* Code, BSTR* Libelle) {
-    return vdx::LibelleProduit(Code, Libelle);
+VDX_EXPORT(LibelleProduit_Vdx, Chaines, Noms("Libelle"), (Texte, Code), (ChaineSortie, Libelle)) {
+    return LibelleProduit(Code, Libelle);
 }
-VDX_API int32_t VDX_CALL ProduitSupprime_Vdx(const char* Code, BSTR* Date) { return vdx::ProduitSupprime(Code, Date); }
-VDX_API int32_t VDX_CALL Laboratoire_Vdx(const char* Code, BSTR* CodeLaboratoire, BSTR* Libelle) {
-    return vdx::Laboratoire(Code, CodeLaboratoire, Libelle);
+VDX_EXPORT(ProduitSupprime_Vdx, Chaines, Noms("Date"), (Texte, Code), (ChaineSortie, Date)) {
+    return ProduitSupprime(Code, Date);
 }
-VDX_API int32_t VDX_CALL CIP_Remplacant_Vdx(const char* Code, BSTR* Remplacant) {
-    return vdx::CIPRemplacant(Code, Remplacant);
+VDX_EXPORT(Laboratoire_Vdx, Chaines, Noms("CodeLaboratoire", "Libelle"), (Texte, Code),
+           (ChaineSortie, CodeLaboratoire), (ChaineSortie, Libelle)) {
+    return Laboratoire(Code, CodeLaboratoire, Libelle);
 }
-VDX_API int32_t VDX_CALL TotalProduit_Vdx(void) { return vdx::TotalProduit(); }
-VDX_API int32_t VDX_CALL GetProduit_Vdx(int32_t Rang, BSTR* Code, BSTR* Libelle) {
-    return vdx::GetProduit(Rang, Code, Libelle);
+VDX_EXPORT(CIP_Remplacant_Vdx, Chaines, Noms("CodeCIP"), (Texte, Code), (ChaineSortie, Remplacant)) {
+    return CIPRemplacant(Code, Remplacant);
+}
+VDX_EXPORT(TotalProduit_Vdx, Connecte, {}) { return TotalProduit(); }
+VDX_EXPORT(GetProduit_Vdx, Chaines, Noms("CodeCIP", "Libelle"), (Entier, Rang), (ChaineSortie, Code),
+           (ChaineSortie, Libelle)) {
+    return GetProduit(Rang, Code, Libelle);
 }
 
 // Searches.
 
-VDX_API int32_t VDX_CALL RechercheProduitParPas_Vdx(const char* Texte, SAFEARRAY** Tableau, int32_t Options,
-                                                    const char* Suite, int32_t Nombre) {
-    return vdx::RechercheProduitParPas(Texte, Tableau, Options, Suite, Nombre);
+VDX_EXPORT(RechercheProduitParPas_Vdx, Connecte, Noms("Code", "Libelle", "Texte"), (Texte, Texte),
+           (Tableau, Tableau), (Entier, Options), (Texte, Suite), (Entier, Nombre)) {
+    return RechercheProduitParPas(Texte, Tableau, Options, Suite, Nombre);
 }
-VDX_API int32_t VDX_CALL RechercheProduitParPas2_Vdx(const char* Texte, SAFEARRAY** Tableau, int32_t Options,
-                                                     const char* Suite, int32_t Nombre) {
-    return vdx::RechercheProduitParPas2(Texte, Tableau, Options, Suite, Nombre);
+VDX_EXPORT(RechercheProduitParPas2_Vdx, Connecte, Noms("Code", "Libelle", "Texte"), (Texte, Texte),
+           (Tableau, Tableau), (Entier, Options), (Texte, Suite), (Entier, Nombre)) {
+    return RechercheProduitParPas2(Texte, Tableau, Options, Suite, Nombre);
 }
-VDX_API int32_t VDX_CALL RechercheProduitParStatut_Vdx(int32_t CodeStatut, SAFEARRAY** Tableau, const char* Suite,
-                                                       int32_t Nombre) {
-    return vdx::RechercheProduitParStatut(CodeStatut, Tableau, Suite, Nombre);
+VDX_EXPORT(RechercheProduitParStatut_Vdx, Connecte, Noms("Code", "Libelle", "Texte"), (Entier, CodeStatut),
+           (Tableau, Tableau), (Texte, Suite), (Entier, Nombre)) {
+    return RechercheProduitParStatut(CodeStatut, Tableau, Suite, Nombre);
 }
-
-}  // extern "C"

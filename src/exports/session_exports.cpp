@@ -1,6 +1,5 @@
 // The C exports of the session, the text exchange and the notices.
-#include "vdx32/vdx32.h"
-
+#include "exports/declaration.h"
 #include "platform/notices.h"
 #include "session/chaines.h"
 #include "session/connexion.h"
@@ -8,30 +7,14 @@
 extern "C" {
 
 VDX_API int32_t VDX_CALL Connection_Vdx(const char* Chemin, int32_t ModeSortie, int32_t ChainesUnicode) {
-    return vdx::Connection(Chemin, ModeSortie, ChainesUnicode);
+    return vdx::Cadre("Connection_Vdx", [&] { return vdx::Connection(Chemin, ModeSortie, ChainesUnicode); });
 }
 VDX_API int32_t VDX_CALL Connection2_Vdx(const char* Chemin, int32_t ModeSortie, int32_t ChainesUnicode) {
-    return vdx::Connection2(Chemin, ModeSortie, ChainesUnicode);
+    return vdx::Cadre("Connection2_Vdx", [&] { return vdx::Connection2(Chemin, ModeSortie, ChainesUnicode); });
 }
 VDX_API void VDX_CALL DeConnection_Vdx(void) { vdx::DeConnection(); }
 VDX_API void VDX_CALL DeConnection2_Vdx(void) { vdx::DeConnection2(); }
 VDX_API char* VDX_CALL GetLastError_Vdx(char* Tampon) { return vdx::GetLastError(Tampon); }
-
-VDX_API int32_t VDX_CALL Version_Vdx(VdxVersion* Fiche) {
-    static_assert(sizeof(VdxVersion) == sizeof(vdx::FicheVersion));
-    return vdx::Version(reinterpret_cast<vdx::FicheVersion*>(Fiche));
-}
-VDX_API int32_t VDX_CALL VersionFichier_Vdx(BSTR* Texte) { return vdx::VersionFichier(Texte); }
-VDX_API int32_t VDX_CALL Monnaie_Vdx(BSTR* Texte) { return vdx::Monnaie(Texte); }
-
-VDX_API int32_t VDX_CALL ActiveCIP13_Vdx(int32_t Valeur) { return vdx::ActiveCIP13(Valeur); }
-VDX_API int32_t VDX_CALL ActiveHospitaliers_Vdx(int32_t Valeur) { return vdx::ActiveHospitaliers(Valeur); }
-VDX_API int32_t VDX_CALL NiveauCI_Vdx(int32_t Niveau) { return vdx::NiveauCI(Niveau); }
-VDX_API int32_t VDX_CALL NiveauInteraction_Vdx(int32_t Niveau) { return vdx::NiveauInteraction(Niveau); }
-VDX_API int32_t VDX_CALL ActiveMedDC_Vdx(int32_t Valeur) { return vdx::ActiveMedDC(Valeur); }
-VDX_API int32_t VDX_CALL Fonctionnalites_Vdx(int32_t Inutilise, int32_t* Champs) {
-    return vdx::Fonctionnalites(Inutilise, Champs);
-}
 
 VDX_API int32_t VDX_CALL InstalleNotifications_Vdx(VdxBoiteMessage Boite, VdxProgression Progression,
                                                    void* Contexte) {
@@ -49,6 +32,27 @@ VDX_API int32_t VDX_CALL GetString2_Vdx(char* Tampon, int32_t Page, int32_t Tail
 VDX_API int32_t VDX_CALL GetLenString_Vdx(void) { return vdx::GetLenString(); }
 
 }  // extern "C"
+
+using namespace vdx;
+using exports::Noms;
+
+// The identity of the base and the switches of the session.
+
+VDX_EXPORT(Version_Vdx, Libre, Noms("Version", "DateVersion"), (Fiche, Fiche)) {
+    static_assert(sizeof(VdxVersion) == sizeof(FicheVersion));
+    return Version(reinterpret_cast<FicheVersion*>(Fiche));
+}
+VDX_EXPORT(VersionFichier_Vdx, Chaines, Noms("Version"), (ChaineSortie, Texte)) { return VersionFichier(Texte); }
+VDX_EXPORT(Monnaie_Vdx, Chaines, Noms("Monnaie"), (ChaineSortie, Texte)) { return Monnaie(Texte); }
+
+VDX_EXPORT(ActiveCIP13_Vdx, Libre, {}, (Entier, Valeur)) { return ActiveCIP13(Valeur); }
+VDX_EXPORT(ActiveHospitaliers_Vdx, Libre, {}, (Entier, Valeur)) { return ActiveHospitaliers(Valeur); }
+VDX_EXPORT(NiveauCI_Vdx, Libre, {}, (Entier, Niveau)) { return NiveauCI(Niveau); }
+VDX_EXPORT(NiveauInteraction_Vdx, Libre, {}, (Entier, Niveau)) { return NiveauInteraction(Niveau); }
+VDX_EXPORT(ActiveMedDC_Vdx, Libre, {}, (Entier, Valeur)) { return ActiveMedDC(Valeur); }
+VDX_EXPORT(Fonctionnalites_Vdx, Libre, {}, (Entier, Inutilise), (Fiche, Champs)) {
+    return Fonctionnalites(Inutilise, Champs);
+}
 
 namespace {
 // The unload of the library disconnects and stops the store.

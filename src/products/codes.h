@@ -18,7 +18,7 @@ namespace vdx {
 // first in mode 0): 1; 0 when the next key belongs to another code, the
 // string empty; -10 no code; -13 a code not of its form's length; -90 no key
 // at or above the code; -500.
-int32_t CorrespondanceExport(SensCIP sens, const char* nomExport, const char* code, BSTR* sortie);
+int32_t CorrespondanceExport(SensCIP sens, const char* code, BSTR* sortie);
 
 // The code of restricted prescription that makes a product of list "A" a
 // narcotic.

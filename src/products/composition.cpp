@@ -155,29 +155,27 @@ Composition CompositionProduit(std::string_view codeCIP) {
 }
 
 int32_t ProduitPA(const char* code, SAFEARRAY** tableau, BSTR* exprime, BSTR* composition) {
-    return CadreConnecte("ProduitPA_Vdx", [&]() -> int32_t {
-        const std::string cip = CodeProduit(code);
-        TablesOuvertes tables = TablesComposition();
-        std::optional<TableauComposants> hote;
-        if (session().ModeSortie == ModeTableau) {
-            hote.emplace(tableau);
-            RangeChaine(exprime, std::nullopt);
-            RangeChaine(composition, std::nullopt);
-        }
-        const Composition resultat = CompositionProduit(cip);
-        // Nothing is delivered for a product without component: the host
-        // strings stay empty.
-        if (resultat.composants.empty()) throw Echec{Rien};
-        if (hote) {
-            hote->Livre(resultat.composants);
-            LivreValeur(exprime, resultat.LibelleExprime, Argument3);
-            LivreValeur(composition, resultat.TexteComposition, Argument4);
-        } else {
-            LivreTexte(TextePlat(resultat));
-        }
-        tables.Ferme();
-        return static_cast<int32_t>(resultat.composants.size());
-    });
+    const std::string cip = CodeProduit(code);
+    TablesOuvertes tables = TablesComposition();
+    std::optional<TableauComposants> hote;
+    if (session().ModeSortie == ModeTableau) {
+        hote.emplace(tableau);
+        RangeChaine(exprime, std::nullopt);
+        RangeChaine(composition, std::nullopt);
+    }
+    const Composition resultat = CompositionProduit(cip);
+    // Nothing is delivered for a product without component: the host
+    // strings stay empty.
+    if (resultat.composants.empty()) throw Echec{Rien};
+    if (hote) {
+        hote->Livre(resultat.composants);
+        LivreValeur(exprime, resultat.LibelleExprime, Argument3);
+        LivreValeur(composition, resultat.TexteComposition, Argument4);
+    } else {
+        LivreTexte(TextePlat(resultat));
+    }
+    tables.Ferme();
+    return static_cast<int32_t>(resultat.composants.size());
 }
 
 }  // namespace vdx

@@ -50,21 +50,17 @@ std::vector<ClasseDuProduit> ClassesProduit(std::string_view codeCIP) {
 }
 
 int32_t ProduitClasse(const char* code, SAFEARRAY** tableau) {
-    return CadreConnecte("ProduitClasse_Vdx", [&]() -> int32_t {
-        const std::string cip = CodeProduit(code);
-        Resultat resultat(tableau, TroisChaines, Argument2);
-        for (ClasseDuProduit& c : ClassesProduit(cip)) resultat.AjouteLigne({std::move(c.CodeClasse), cip, std::move(c.Libelle)});
-        return resultat.Livre();
-    });
+    const std::string cip = CodeProduit(code);
+    Resultat resultat(tableau, TroisChaines, Argument2);
+    for (ClasseDuProduit& c : ClassesProduit(cip)) resultat.AjouteLigne({std::move(c.CodeClasse), cip, std::move(c.Libelle)});
+    return resultat.Livre();
 }
 
 int32_t ListeVoie(const char* code, SAFEARRAY** tableau) {
-    return CadreConnecte("ListeVoie_Vdx", [&]() -> int32_t {
-        const std::string cip = CodeProduit(code);
-        Resultat resultat(tableau, DeuxChaines, Argument2);
-        for (Voie& v : VoiesProduit(cip)) resultat.AjouteLigne({std::move(v.CodeVoie), std::move(v.Libelle)});
-        return resultat.Livre();
-    });
+    const std::string cip = CodeProduit(code);
+    Resultat resultat(tableau, DeuxChaines, Argument2);
+    for (Voie& v : VoiesProduit(cip)) resultat.AjouteLigne({std::move(v.CodeVoie), std::move(v.Libelle)});
+    return resultat.Livre();
 }
 
 }  // namespace vdx

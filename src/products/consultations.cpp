@@ -45,10 +45,9 @@ int32_t ConsulteFiche(const Consultation& c, const char* code, BSTR* sortie) {
 }  // namespace
 
 int32_t Consulte(const Consultation& c, const char* code, BSTR* sortie) {
-    const auto corps = [&] { return ConsulteFiche(c, code, sortie); };
-    if (c.lecture == Lecture::Texte) return CadreChaine(c.nomExport, sortie, corps);
     if (c.codeAvantConnexion && (!code || !*code)) return Argument1;
-    return CadreConnecte(c.nomExport, corps);
+    if (!session().Connecte) return NonConnecte;
+    return ConsulteFiche(c, code, sortie);
 }
 
 }  // namespace vdx

@@ -21,7 +21,6 @@ enum class Lecture : uint8_t {
 };
 
 struct Consultation {
-    const char* nomExport;
     const Table& (*table)();  // keyed first by the CodeCIP, alone or followed by another code
     Champ champ;
     Lecture lecture;
@@ -30,30 +29,31 @@ struct Consultation {
     bool codeAvantConnexion = false;
 };
 
-// The frame: -2; the product code checked and mapped (-10, -13); the
-// record looked up (-90 when there is none); the field delivered; -500.
-// `sortie` is for Lecture::Texte, emptied first in mode 0.
+// -2 (after -10 for an absent or empty code when codeAvantConnexion); the
+// product code checked and mapped (-10, -13); the record looked up (-90
+// when there is none); the field delivered; -500. `sortie` is for
+// Lecture::Texte.
 int32_t Consulte(const Consultation& consultation, const char* code, BSTR* sortie = nullptr);
 
 namespace consultations {
 
-inline constexpr Consultation Generique{"ProduitGenerique_Vdx", TableProduits, VDXPRO::Drapeaux, Lecture::Bit,
+inline constexpr Consultation Generique{TableProduits, VDXPRO::Drapeaux, Lecture::Bit,
                                         VDXPRO::Generique, true};
-inline constexpr Consultation Dopant{"ProduitDopant_Vdx", TableProduits, VDXPRO::Drapeaux, Lecture::Bit, VDXPRO::Dopant,
+inline constexpr Consultation Dopant{TableProduits, VDXPRO::Drapeaux, Lecture::Bit, VDXPRO::Dopant,
                                      true};
-inline constexpr Consultation Referent{"ProduitReferent_Vdx", TableProduits, VDXPRO::Drapeaux, Lecture::Bit,
+inline constexpr Consultation Referent{TableProduits, VDXPRO::Drapeaux, Lecture::Bit,
                                        VDXPRO::Referent, true};
-inline constexpr Consultation Hospitalier{"ProduitHospitalier_Vdx", TableProduits, VDXPRO::Drapeaux, Lecture::Bit,
+inline constexpr Consultation Hospitalier{TableProduits, VDXPRO::Drapeaux, Lecture::Bit,
                                           VDXPRO::Hospitalier, true};
-inline constexpr Consultation CodeRubrique{"CodeRubrique_Vdx", TableProduits, VDXPRO::CodeRubrique, Lecture::Nombre};
-inline constexpr Consultation UCD{"UCD_Vdx", TableComplements, VDXPROA::CodeUCD, Lecture::Texte};
-inline constexpr Consultation GenCode{"GenCode_Vdx", TableComplements, VDXPROA::GenCode, Lecture::Texte};
-inline constexpr Consultation NombreUCD{"NombreUCDParCIP_Vdx", TableComplements, VDXPROA::NombreUCD, Lecture::Nombre};
-inline constexpr Consultation Pictogramme{"GetPictogramme_Vdx", TableComplements, VDXPROA::Pictogramme,
+inline constexpr Consultation CodeRubrique{TableProduits, VDXPRO::CodeRubrique, Lecture::Nombre};
+inline constexpr Consultation UCD{TableComplements, VDXPROA::CodeUCD, Lecture::Texte};
+inline constexpr Consultation GenCode{TableComplements, VDXPROA::GenCode, Lecture::Texte};
+inline constexpr Consultation NombreUCD{TableComplements, VDXPROA::NombreUCD, Lecture::Nombre};
+inline constexpr Consultation Pictogramme{TableComplements, VDXPROA::Pictogramme,
                                           Lecture::Nombre};
-inline constexpr Consultation T2A{"IsT2A_Vdx", TableComplements, VDXPROA::T2A, Lecture::Oui};
-inline constexpr Consultation Statut{"ProduitStatut_Vdx", TableComplements, VDXPROA::CodeStatut, Lecture::Nombre};
-inline constexpr Consultation CIS{"CIP_To_CIS_Vdx", TableSpecialites, VDXYCSCP::CodeCIS, Lecture::Texte};
+inline constexpr Consultation T2A{TableComplements, VDXPROA::T2A, Lecture::Oui};
+inline constexpr Consultation Statut{TableComplements, VDXPROA::CodeStatut, Lecture::Nombre};
+inline constexpr Consultation CIS{TableSpecialites, VDXYCSCP::CodeCIS, Lecture::Texte};
 
 }  // namespace consultations
 

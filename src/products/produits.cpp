@@ -53,92 +53,80 @@ std::optional<std::string> LibelleProduitInterne(std::string_view code) {
 }
 
 int32_t LibelleProduit(const char* code, BSTR* libelle) {
-    return CadreChaine("LibelleProduit_Vdx", libelle, [&]() -> int32_t {
-        const std::string cip = CodeProduit(code);
-        // A prescription line by common name has no label here, even where
-        // a product has the same code.
-        if (EstMedDC(cip)) throw Echec{Argument1};
-        TablesOuvertes tables{&TableProduits()};
-        const std::optional<std::string> octets = FicheDuCode(TableProduits(), cip);
-        if (!octets) throw Echec{CodeInconnu};
-        const Fiche produit(*octets);
-        // The narcotic rule reads VDXPROA for a product of list "A" only.
-        if (produit.Texte(VDXPRO::CodeTableau) == "A") tables.Ouvre(TableComplements());
-        const std::string_view texte = produit.Texte(VDXPRO::Libelle);
-        if (StupefiantOuvert(produit))
-            LivreValeur(libelle, LibelleStupefiant(texte), Argument2);
-        else
-            LivreValeur(libelle, texte, Argument2);
-        tables.Ferme();
-        return Succes;
-    });
+    const std::string cip = CodeProduit(code);
+    // A prescription line by common name has no label here, even where
+    // a product has the same code.
+    if (EstMedDC(cip)) throw Echec{Argument1};
+    TablesOuvertes tables{&TableProduits()};
+    const std::optional<std::string> octets = FicheDuCode(TableProduits(), cip);
+    if (!octets) throw Echec{CodeInconnu};
+    const Fiche produit(*octets);
+    // The narcotic rule reads VDXPROA for a product of list "A" only.
+    if (produit.Texte(VDXPRO::CodeTableau) == "A") tables.Ouvre(TableComplements());
+    const std::string_view texte = produit.Texte(VDXPRO::Libelle);
+    if (StupefiantOuvert(produit))
+        LivreValeur(libelle, LibelleStupefiant(texte), Argument2);
+    else
+        LivreValeur(libelle, texte, Argument2);
+    tables.Ferme();
+    return Succes;
 }
 
 int32_t ProduitSupprime(const char* code, BSTR* date) {
-    return CadreChaine("ProduitSupprime_Vdx", date, [&]() -> int32_t {
-        const std::string cip = CodeProduit(code);
-        TablesOuvertes tables{&TableProduits()};
-        const std::string octets = FicheRequise(TableProduits(), cip);
-        tables.Ferme();
-        // A letter, then the day, the month and the year.
-        const std::string_view s = Fiche(octets).Texte(VDXPRO::Suppression);
-        if (s.empty()) return Rien;
-        std::string texte(Morceau(s, 1, 2));
-        texte.append("/").append(Morceau(s, 3, 2)).append("/").append(Morceau(s, 5, 4));
-        LivreValeur(date, texte, Argument2);
-        return Succes;
-    });
+    const std::string cip = CodeProduit(code);
+    TablesOuvertes tables{&TableProduits()};
+    const std::string octets = FicheRequise(TableProduits(), cip);
+    tables.Ferme();
+    // A letter, then the day, the month and the year.
+    const std::string_view s = Fiche(octets).Texte(VDXPRO::Suppression);
+    if (s.empty()) return Rien;
+    std::string texte(Morceau(s, 1, 2));
+    texte.append("/").append(Morceau(s, 3, 2)).append("/").append(Morceau(s, 5, 4));
+    LivreValeur(date, texte, Argument2);
+    return Succes;
 }
 
 int32_t Laboratoire(const char* code, BSTR* codeLaboratoire, BSTR* libelle) {
-    return CadreChaines("Laboratoire_Vdx", {codeLaboratoire, libelle}, [&]() -> int32_t {
-        const std::string cip = CodeProduit(code);
-        TablesOuvertes tables{&TableProduits(), &TableLaboratoires()};
-        const std::string octets = FicheRequise(TableProduits(), cip);
-        const std::string_view laboratoire = Fiche(octets).Texte(VDXPRO::Laboratoire);
-        LivrePaire(codeLaboratoire, libelle, laboratoire, LibelleLaboratoire(laboratoire), {Argument2, Argument3});
-        tables.Ferme();
-        return Succes;
-    });
+    const std::string cip = CodeProduit(code);
+    TablesOuvertes tables{&TableProduits(), &TableLaboratoires()};
+    const std::string octets = FicheRequise(TableProduits(), cip);
+    const std::string_view laboratoire = Fiche(octets).Texte(VDXPRO::Laboratoire);
+    LivrePaire(codeLaboratoire, libelle, laboratoire, LibelleLaboratoire(laboratoire), {Argument2, Argument3});
+    tables.Ferme();
+    return Succes;
 }
 
 int32_t CIPRemplacant(const char* code, BSTR* remplacant) {
-    return CadreChaine("CIP_Remplacant_Vdx", remplacant, [&]() -> int32_t {
-        const std::string cip = CodeProduit(code);
-        TablesOuvertes tables{&TableProduits()};
-        const std::string octets = FicheRequise(TableProduits(), cip);
-        tables.Ferme();
-        const std::string_view autre = Fiche(octets).Texte(VDXPRO::CIPRemplacant);
-        LivreValeur(remplacant, autre.size() == LongueurCIP ? CIPSortant(autre) : std::string(autre), Argument2);
-        return Succes;
-    });
+    const std::string cip = CodeProduit(code);
+    TablesOuvertes tables{&TableProduits()};
+    const std::string octets = FicheRequise(TableProduits(), cip);
+    tables.Ferme();
+    const std::string_view autre = Fiche(octets).Texte(VDXPRO::CIPRemplacant);
+    LivreValeur(remplacant, autre.size() == LongueurCIP ? CIPSortant(autre) : std::string(autre), Argument2);
+    return Succes;
 }
 
 int32_t TotalProduit() {
-    return CadreConnecte("TotalProduit_Vdx", []() -> int32_t {
-        TablesOuvertes tables{&TableProduits()};
-        Curseur curseur(TableProduits());
-        std::vector<magasin::Position> positions;
-        for (auto position = curseur.Premiere(); position; position = curseur.Suivante())
-            positions.push_back(*position);
-        tables.Ferme();
-        Liste() = {session().BaseFichiers, std::move(positions)};
-        return static_cast<int32_t>(Liste().positions.size());
-    });
+    TablesOuvertes tables{&TableProduits()};
+    Curseur curseur(TableProduits());
+    std::vector<magasin::Position> positions;
+    for (auto position = curseur.Premiere(); position; position = curseur.Suivante())
+        positions.push_back(*position);
+    tables.Ferme();
+    Liste() = {session().BaseFichiers, std::move(positions)};
+    return static_cast<int32_t>(Liste().positions.size());
 }
 
 int32_t GetProduit(int32_t rang, BSTR* code, BSTR* libelle) {
-    return CadreChaines("GetProduit_Vdx", {code, libelle}, [&]() -> int32_t {
-        const ListeProduits& liste = Liste();
-        if (liste.base != session().BaseFichiers || rang < 0 || static_cast<size_t>(rang) >= liste.positions.size())
-            throw Echec{Argument1};
-        TablesOuvertes tables{&TableProduits()};
-        const std::string octets = FicheA(TableProduits(), liste.positions[static_cast<size_t>(rang)]);
-        tables.Ferme();
-        const Fiche produit(octets);
-        LivrePaire(code, libelle, produit.Texte(VDXPRO::CodeCIP), produit.Texte(VDXPRO::Libelle), {Argument2, Argument3});
-        return Succes;
-    });
+    const ListeProduits& liste = Liste();
+    if (liste.base != session().BaseFichiers || rang < 0 || static_cast<size_t>(rang) >= liste.positions.size())
+        throw Echec{Argument1};
+    TablesOuvertes tables{&TableProduits()};
+    const std::string octets = FicheA(TableProduits(), liste.positions[static_cast<size_t>(rang)]);
+    tables.Ferme();
+    const Fiche produit(octets);
+    LivrePaire(code, libelle, produit.Texte(VDXPRO::CodeCIP), produit.Texte(VDXPRO::Libelle), {Argument2, Argument3});
+    return Succes;
 }
 
 }  // namespace vdx

@@ -186,76 +186,70 @@ std::string CodeSuite(const char* suite) {
 
 int32_t RechercheProduitParPas(const char* texte, SAFEARRAY** tableau, int32_t options, const char* suite,
                                int32_t nombre) {
-    return CadreConnecte("RechercheProduitParPas_Vdx", [&]() -> int32_t {
-        if (CommenceParUnBlanc(texte)) return Rien;
-        Resultat resultat(tableau, FormeProduit, Argument2);
-        if ((options & (SansRubrique40 | BaseMedecin)) == (SansRubrique40 | BaseMedecin)) throw Echec{Argument3};
-        const size_t libelleCle = VDXPRO::Libelle.capacite();
-        if (!(options & BaseMedecin)) {
-            TablesOuvertes tables{&TableProduits()};
-            const int32_t n = Parcourt({TableProduits(), 1, "", libelleCle, CleLibelleProduit, true, ProduitDe},
-                                       texte, resultat, options, suite, nombre);
-            tables.Ferme();
-            return n;
-        }
-        if (!session().ConnecteMedecin) throw Echec{MedecinNonConnecte};
-        TablesOuvertes medecin;
-        medecin.OuvreMedecin(TableMedecin());
+    if (CommenceParUnBlanc(texte)) return Rien;
+    Resultat resultat(tableau, FormeProduit, Argument2);
+    if ((options & (SansRubrique40 | BaseMedecin)) == (SansRubrique40 | BaseMedecin)) throw Echec{Argument3};
+    const size_t libelleCle = VDXPRO::Libelle.capacite();
+    if (!(options & BaseMedecin)) {
         TablesOuvertes tables{&TableProduits()};
-        const int32_t n = Parcourt({TableMedecin(), 1, "", libelleCle, CleLibelleProduit, true, ProduitMedecin},
+        const int32_t n = Parcourt({TableProduits(), 1, "", libelleCle, CleLibelleProduit, true, ProduitDe},
                                    texte, resultat, options, suite, nombre);
-        medecin.Ferme();
         tables.Ferme();
         return n;
-    });
+    }
+    if (!session().ConnecteMedecin) throw Echec{MedecinNonConnecte};
+    TablesOuvertes medecin;
+    medecin.OuvreMedecin(TableMedecin());
+    TablesOuvertes tables{&TableProduits()};
+    const int32_t n = Parcourt({TableMedecin(), 1, "", libelleCle, CleLibelleProduit, true, ProduitMedecin},
+                               texte, resultat, options, suite, nombre);
+    medecin.Ferme();
+    tables.Ferme();
+    return n;
 }
 
 int32_t RechercheProduitParPas2(const char* texte, SAFEARRAY** tableau, int32_t options, const char* suite,
                                 int32_t nombre) {
-    return CadreConnecte("RechercheProduitParPas2_Vdx", [&]() -> int32_t {
-        if (CommenceParUnBlanc(texte)) return Rien;
-        Resultat resultat(tableau, FormeProduit, Argument2);
-        const std::optional<char> lettre = CategorieDesOptions(options);
-        if (!lettre) throw Echec{Argument3};
-        TablesOuvertes tables{&TableCategories()};
-        // The letter leads the key, so a walk stays in its category.
-        const auto cle = [l = *lettre](std::string_view libelle) { return CleCategorie(l, libelle); };
-        const int32_t n = Parcourt({TableCategories(), 0, std::string(1, *lettre), VDXVPRO::Libelle.capacite(), cle,
-                                    false, ProduitCategorie},
-                                   texte, resultat, options, suite, nombre);
-        tables.Ferme();
-        return n;
-    });
+    if (CommenceParUnBlanc(texte)) return Rien;
+    Resultat resultat(tableau, FormeProduit, Argument2);
+    const std::optional<char> lettre = CategorieDesOptions(options);
+    if (!lettre) throw Echec{Argument3};
+    TablesOuvertes tables{&TableCategories()};
+    // The letter leads the key, so a walk stays in its category.
+    const auto cle = [l = *lettre](std::string_view libelle) { return CleCategorie(l, libelle); };
+    const int32_t n = Parcourt({TableCategories(), 0, std::string(1, *lettre), VDXVPRO::Libelle.capacite(), cle,
+                                false, ProduitCategorie},
+                               texte, resultat, options, suite, nombre);
+    tables.Ferme();
+    return n;
 }
 
 int32_t RechercheProduitParStatut(int32_t codeStatut, SAFEARRAY** tableau, const char* suite, int32_t nombre) {
-    return CadreConnecte("RechercheProduitParStatut_Vdx", [&]() -> int32_t {
-        Resultat resultat(tableau, FormeProduit, Argument2);
-        TablesOuvertes tables{&TableComplements(), &TableProduits()};
-        // Key 2 of VDXPROA: the status's four bytes, then the CodeCIP.
-        const std::string statut = CleEntiers({codeStatut});
-        const std::string depart = suite && *suite ? statut + CodeSuite(suite) : statut;
-        Curseur curseur(TableComplements(), 1);
-        std::optional<Position> position = curseur.SuperieureOuEgale(depart);
-        if (position && depart.size() > statut.size() && curseur.Cle().substr(0, depart.size()) == depart)
-            position = curseur.Suivante();
-        for (; position && curseur.Cle().starts_with(statut) && (nombre <= 0 || resultat.Nombre() < nombre);
-             position = curseur.Suivante()) {
-            const std::string complement = FicheA(TableComplements(), *position);
-            const Fiche c(complement);
-            const std::string_view code = c.Texte(VDXPROA::CodeCIP);
-            std::string libelle = messages::CodeIntrouvable(code);
-            if (const std::optional<std::string> produit = FicheDuCode(TableProduits(), code)) {
-                const Fiche p(*produit);
-                libelle = p.Texte(VDXPRO::Libelle);
-                if (EstStupefiant(p.Texte(VDXPRO::CodeTableau), &c)) libelle = LibelleStupefiant(libelle);
-            }
-            resultat.AjouteLigne({CIPSortant(code), std::move(libelle), std::string()});
+    Resultat resultat(tableau, FormeProduit, Argument2);
+    TablesOuvertes tables{&TableComplements(), &TableProduits()};
+    // Key 2 of VDXPROA: the status's four bytes, then the CodeCIP.
+    const std::string statut = CleEntiers({codeStatut});
+    const std::string depart = suite && *suite ? statut + CodeSuite(suite) : statut;
+    Curseur curseur(TableComplements(), 1);
+    std::optional<Position> position = curseur.SuperieureOuEgale(depart);
+    if (position && depart.size() > statut.size() && curseur.Cle().substr(0, depart.size()) == depart)
+        position = curseur.Suivante();
+    for (; position && curseur.Cle().starts_with(statut) && (nombre <= 0 || resultat.Nombre() < nombre);
+         position = curseur.Suivante()) {
+        const std::string complement = FicheA(TableComplements(), *position);
+        const Fiche c(complement);
+        const std::string_view code = c.Texte(VDXPROA::CodeCIP);
+        std::string libelle = messages::CodeIntrouvable(code);
+        if (const std::optional<std::string> produit = FicheDuCode(TableProduits(), code)) {
+            const Fiche p(*produit);
+            libelle = p.Texte(VDXPRO::Libelle);
+            if (EstStupefiant(p.Texte(VDXPRO::CodeTableau), &c)) libelle = LibelleStupefiant(libelle);
         }
-        const int32_t n = resultat.Livre();
-        tables.Ferme();
-        return n;
-    });
+        resultat.AjouteLigne({CIPSortant(code), std::move(libelle), std::string()});
+    }
+    const int32_t n = resultat.Livre();
+    tables.Ferme();
+    return n;
 }
 
 }  // namespace vdx

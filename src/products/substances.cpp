@@ -119,17 +119,15 @@ private:
 };
 
 // A label export of a table keyed by a substance number.
-int32_t LibelleDeSubstance(const char* nomExport, const Table& table, const ChampTexte& champ, int32_t code,
+int32_t LibelleDeSubstance(const Table& table, const ChampTexte& champ, int32_t code,
                            BSTR* libelle) {
-    return CadreChaine(nomExport, libelle, [&]() -> int32_t {
-        if (!CodeValide(code)) throw Echec{Argument1};
-        TablesOuvertes tables{&table};
-        const std::optional<std::string> texte = LibelleParCode(table, champ, code);
-        if (!texte) throw Echec{CodeInconnu};
-        LivreValeur(libelle, *texte, Argument2);
-        tables.Ferme();
-        return Succes;
-    });
+    if (!CodeValide(code)) throw Echec{Argument1};
+    TablesOuvertes tables{&table};
+    const std::optional<std::string> texte = LibelleParCode(table, champ, code);
+    if (!texte) throw Echec{CodeInconnu};
+    LivreValeur(libelle, *texte, Argument2);
+    tables.Ferme();
+    return Succes;
 }
 
 }  // namespace
@@ -144,22 +142,20 @@ std::vector<ProduitDeSubstance> ProduitsDeSubstance(int32_t code) {
     return lignes;
 }
 
-int32_t ProduitsSubstanceExport(const char* nomExport, int32_t code, SAFEARRAY** tableau) {
-    return CadreConnecte(nomExport, [&]() -> int32_t {
-        if (!CodeValide(code)) throw Echec{Argument1};
-        Resultat resultat(tableau, TroisChaines, Argument2);
-        for (ProduitDeSubstance& p : ProduitsDeSubstance(code))
-            resultat.AjouteLigne({std::move(p.CodeCIP), std::move(p.Libelle), std::move(p.Nature)});
-        return resultat.Livre();
-    });
+int32_t ProduitsSubstanceExport(int32_t code, SAFEARRAY** tableau) {
+    if (!CodeValide(code)) throw Echec{Argument1};
+    Resultat resultat(tableau, TroisChaines, Argument2);
+    for (ProduitDeSubstance& p : ProduitsDeSubstance(code))
+        resultat.AjouteLigne({std::move(p.CodeCIP), std::move(p.Libelle), std::move(p.Nature)});
+    return resultat.Livre();
 }
 
 int32_t LibellePA(int32_t code, BSTR* libelle) {
-    return LibelleDeSubstance("LibellePA_Vdx", TableSubstances(), VDXVPA::Libelle, code, libelle);
+    return LibelleDeSubstance(TableSubstances(), VDXVPA::Libelle, code, libelle);
 }
 
 int32_t LibelleExcipient(int32_t code, BSTR* libelle) {
-    return LibelleDeSubstance("LibelleExcipient_Vdx", TableExcipients(), VDXVEXC::Libelle, code, libelle);
+    return LibelleDeSubstance(TableExcipients(), VDXVEXC::Libelle, code, libelle);
 }
 
 std::vector<Synonyme> SynonymesComposant(int32_t code) {
@@ -176,12 +172,10 @@ std::vector<Synonyme> SynonymesComposant(int32_t code) {
 }
 
 int32_t SynonymeComposant(int32_t code, SAFEARRAY** tableau) {
-    return CadreConnecte("SynonymeComposant_Vdx", [&]() -> int32_t {
-        if (!CodeValide(code)) throw Echec{Argument1};
-        Resultat resultat(tableau, CodeLibelle, Argument2);
-        for (Synonyme& s : SynonymesComposant(code)) resultat.AjouteLigne({s.Code, std::move(s.Libelle)});
-        return resultat.Livre();
-    });
+    if (!CodeValide(code)) throw Echec{Argument1};
+    Resultat resultat(tableau, CodeLibelle, Argument2);
+    for (Synonyme& s : SynonymesComposant(code)) resultat.AjouteLigne({s.Code, std::move(s.Libelle)});
+    return resultat.Livre();
 }
 
 }  // namespace vdx

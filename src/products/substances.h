@@ -36,7 +36,7 @@ std::vector<ProduitDeSubstance> ProduitsDeSubstance(int32_t code);
 
 // PAProduits_Vdx and ExcipientProduits_Vdx: the same walk under two names.
 // The rows; -10 a code outside 0 to 99999; -20; -500.
-int32_t ProduitsSubstanceExport(const char* nomExport, int32_t code, SAFEARRAY** tableau);
+int32_t ProduitsSubstanceExport(int32_t code, SAFEARRAY** tableau);
 
 // LibellePA_Vdx (VDXVPA) and LibelleExcipient_Vdx (VDXVEXC): 1; -10 a code
 // outside 0 to 99999; -90 unknown; -500.

@@ -133,27 +133,23 @@ int32_t ModifieNiveau(int32_t& niveau, int32_t valeur) {
 }  // namespace
 
 int32_t Connection(const char* chemin, int32_t modeSortie, int32_t chainesUnicode) {
-    return Cadre("Connection_Vdx", [&]() -> int32_t {
-        Session& s = session();
-        if (notices().AgentPresent(messages::FenetreAgent)) s.AgentPresent = true;
-        if (!s.Connecte) {
-            const int32_t code = Connecte(chemin, modeSortie, chainesUnicode);
-            if (code != Succes) return code;
-        }
-        const int32_t avis = AvisConnexion();
-        if (avis < 0) return SortieErreur(avis);
-        if (s.AdviceAgeBase) notices().BoiteMessage(messages::BaseAgee, messages::TitreBaseAgee, StyleExclamation);
-        if (!s.FichiersEnPhase)
-            notices().BoiteMessage(messages::HorsPhase, messages::TitreHorsPhase, StyleExclamation);
-        return Succes;
-    });
+    Session& s = session();
+    if (notices().AgentPresent(messages::FenetreAgent)) s.AgentPresent = true;
+    if (!s.Connecte) {
+        const int32_t code = Connecte(chemin, modeSortie, chainesUnicode);
+        if (code != Succes) return code;
+    }
+    const int32_t avis = AvisConnexion();
+    if (avis < 0) return SortieErreur(avis);
+    if (s.AdviceAgeBase) notices().BoiteMessage(messages::BaseAgee, messages::TitreBaseAgee, StyleExclamation);
+    if (!s.FichiersEnPhase)
+        notices().BoiteMessage(messages::HorsPhase, messages::TitreHorsPhase, StyleExclamation);
+    return Succes;
 }
 
 int32_t Connection2(const char* chemin, int32_t modeSortie, int32_t chainesUnicode) {
-    return Cadre("Connection2_Vdx", [&]() -> int32_t {
-        if (session().Connecte) return Succes;
-        return Connecte(chemin, modeSortie, chainesUnicode);
-    });
+    if (session().Connecte) return Succes;
+    return Connecte(chemin, modeSortie, chainesUnicode);
 }
 
 void DeConnection() {
@@ -211,50 +207,40 @@ int32_t Fonctionnalites(int32_t, int32_t* champs) {
 }
 
 int32_t Version(FicheVersion* fiche) {
-    return Cadre("Version_Vdx", [&]() -> int32_t {
-        const bool tableau = session().ModeSortie == ModeTableau;
-        if (tableau && fiche) {
-            RangeChaine(&fiche->Version, std::nullopt);
-            RangeChaine(&fiche->DateVersion, std::nullopt);
-        }
-        if (!session().Connecte) return NonConnecte;
-        std::string version, date;
-        LitVersion(version, date);
-        if (tableau) {
-            Requis(fiche, Argument1);
-            LivreValeur(&fiche->Version, version, Argument1);
-            LivreValeur(&fiche->DateVersion, date, Argument1);
-        } else {
-            std::string plat;
-            AjouteChamp(version, plat);
-            AjouteChamp(date, plat);
-            LivreTexte(plat);
-        }
-        return Succes;
-    });
+    const bool tableau = session().ModeSortie == ModeTableau;
+    if (tableau && fiche) {
+        RangeChaine(&fiche->Version, std::nullopt);
+        RangeChaine(&fiche->DateVersion, std::nullopt);
+    }
+    if (!session().Connecte) return NonConnecte;
+    std::string version, date;
+    LitVersion(version, date);
+    if (tableau) {
+        Requis(fiche, Argument1);
+        LivreValeur(&fiche->Version, version, Argument1);
+        LivreValeur(&fiche->DateVersion, date, Argument1);
+    } else {
+        std::string plat;
+        AjouteChamp(version, plat);
+        AjouteChamp(date, plat);
+        LivreTexte(plat);
+    }
+    return Succes;
 }
 
 int32_t VersionFichier(BSTR* texte) {
-    return Cadre("VersionFichier_Vdx", [&]() -> int32_t {
-        if (session().ModeSortie == ModeTableau && texte) RangeChaine(texte, std::nullopt);
-        if (!session().Connecte) return NonConnecte;
-        std::string version;
-        LitVersionFichiers(version);
-        LivreValeur(texte, version, Argument1);
-        return Succes;
-    });
+    std::string version;
+    LitVersionFichiers(version);
+    LivreValeur(texte, version, Argument1);
+    return Succes;
 }
 
 int32_t Monnaie(BSTR* texte) {
-    return Cadre("Version_Vdx", [&]() -> int32_t {
-        if (session().ModeSortie == ModeTableau && texte) RangeChaine(texte, std::nullopt);
-        if (!session().Connecte) return NonConnecte;
-        TablesOuvertes tables{&TableIdentite()};
-        // A base without its currency has always been taken for francs.
-        LivreValeur(texte, TexteIdentite(VDXDAT::Monnaie).value_or("F"), Argument1);
-        tables.Ferme();
-        return Succes;
-    });
+    TablesOuvertes tables{&TableIdentite()};
+    // A base without its currency has always been taken for francs.
+    LivreValeur(texte, TexteIdentite(VDXDAT::Monnaie).value_or("F"), Argument1);
+    tables.Ferme();
+    return Succes;
 }
 
 void NotifieAgent(const char* prefixe, const char* code) {

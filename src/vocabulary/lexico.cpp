@@ -218,38 +218,36 @@ std::string PremierMotLexico(std::string_view mot) {
 
 int32_t Lexico(SAFEARRAY** resultat, const char* motsCherches, const char* motsExclus, int32_t options,
                int32_t debut, int32_t nombre) {
-    return CadreConnecte("Lexico_Vdx", [&]() -> int32_t {
-        if (!motsCherches || strnlen(motsCherches, LongueurMin) < LongueurMin) throw Echec{RechercheTropCourte};
-        Resultat lignes(resultat, {TypeChamp::Texte, TypeChamp::Texte, TypeChamp::Texte}, Argument2);
-        const std::vector<std::string> cherches = Decoupe(motsCherches);
-        if (cherches[0].size() < LongueurMin) throw Echec{RechercheTropCourte};
-        Scan scan(PremierMotLexico(cherches[0]), Plies(cherches, 1), Plies(Decoupe(motsExclus), 0), options);
+    if (!motsCherches || strnlen(motsCherches, LongueurMin) < LongueurMin) throw Echec{RechercheTropCourte};
+    Resultat lignes(resultat, {TypeChamp::Texte, TypeChamp::Texte, TypeChamp::Texte}, Argument2);
+    const std::vector<std::string> cherches = Decoupe(motsCherches);
+    if (cherches[0].size() < LongueurMin) throw Echec{RechercheTropCourte};
+    Scan scan(PremierMotLexico(cherches[0]), Plies(cherches, 1), Plies(Decoupe(motsExclus), 0), options);
 
-        const Table& produits = TableDuCatalogue("VDXVPRO");
-        TablesOuvertes tables;
-        Illisible([&] { tables.Ouvre(produits); });
-        FluxProduits flux = Illisible([&] { return FluxProduits(produits); });
-        for (size_t depart = 0;; depart += Avance) {
-            const std::string bloc = Illisible([&] { return flux.Bloc(depart); });
-            if (bloc.empty()) break;
-            try {
-                scan.Parcourt(bloc);
-            } catch (...) {
-                throw Echec{ListeMotsIntraitable};
-            }
+    const Table& produits = TableDuCatalogue("VDXVPRO");
+    TablesOuvertes tables;
+    Illisible([&] { tables.Ouvre(produits); });
+    FluxProduits flux = Illisible([&] { return FluxProduits(produits); });
+    for (size_t depart = 0;; depart += Avance) {
+        const std::string bloc = Illisible([&] { return flux.Bloc(depart); });
+        if (bloc.empty()) break;
+        try {
+            scan.Parcourt(bloc);
+        } catch (...) {
+            throw Echec{ListeMotsIntraitable};
         }
+    }
 
-        // The window of rows delivered.
-        const std::vector<Prise>& prises = scan.Lignes();
-        for (size_t i = 0; i < prises.size(); ++i) {
-            const int64_t rang = static_cast<int64_t>(i);
-            if (rang + 1 >= debut && rang <= int64_t{debut} + nombre)
-                lignes.AjouteLigne({prises[i].code, prises[i].libelle, std::string()});
-        }
-        const int32_t n = lignes.Livre();
-        tables.Ferme();
-        return n;
-    });
+    // The window of rows delivered.
+    const std::vector<Prise>& prises = scan.Lignes();
+    for (size_t i = 0; i < prises.size(); ++i) {
+        const int64_t rang = static_cast<int64_t>(i);
+        if (rang + 1 >= debut && rang <= int64_t{debut} + nombre)
+            lignes.AjouteLigne({prises[i].code, prises[i].libelle, std::string()});
+    }
+    const int32_t n = lignes.Livre();
+    tables.Ferme();
+    return n;
 }
 
 }  // namespace vdx

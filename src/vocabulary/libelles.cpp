@@ -48,29 +48,25 @@ namespace {
 
 // The frame of the label exports; `choix` gives the vocabulary of a code.
 template <class Choix>
-int32_t Libelle(Choix choix, const char* nomExport, const char* code, BSTR* libelle) {
-    return Cadre(nomExport, [&]() -> int32_t {
-        if (session().ModeSortie == ModeTableau && libelle) RangeChaine(libelle, std::nullopt);
-        if (!session().Connecte) return NonConnecte;
-        const size_t longueur = LongueurCode(code);
-        if (longueur == 0 || longueur > LongueurCodeVocabulaire) throw Echec{Argument1};
-        const std::string_view texteCode(code, longueur);
-        const std::optional<std::string> texte = LibelleVocabulaire(choix(texteCode), texteCode);
-        if (!texte) throw Echec{CodeInconnu};
-        LivreValeur(libelle, *texte, Argument2);
-        return Succes;
-    });
+int32_t Libelle(Choix choix, const char* code, BSTR* libelle) {
+    const size_t longueur = LongueurCode(code);
+    if (longueur == 0 || longueur > LongueurCodeVocabulaire) throw Echec{Argument1};
+    const std::string_view texteCode(code, longueur);
+    const std::optional<std::string> texte = LibelleVocabulaire(choix(texteCode), texteCode);
+    if (!texte) throw Echec{CodeInconnu};
+    LivreValeur(libelle, *texte, Argument2);
+    return Succes;
 }
 
 }  // namespace
 
-int32_t LibelleExport(VocabulaireDe vocabulaire, const char* nomExport, const char* code, BSTR* libelle) {
-    return Libelle([vocabulaire](std::string_view) -> const Vocabulaire& { return vocabulaire(); }, nomExport, code,
+int32_t LibelleExport(VocabulaireDe vocabulaire, const char* code, BSTR* libelle) {
+    return Libelle([vocabulaire](std::string_view) -> const Vocabulaire& { return vocabulaire(); }, code,
                    libelle);
 }
 
 int32_t LibelleCIM10(const char* code, BSTR* libelle) {
-    return Libelle(VocabulaireCIM10, "LibelleCIM10_Vdx", code, libelle);
+    return Libelle(VocabulaireCIM10, code, libelle);
 }
 
 }  // namespace vdx

@@ -30,7 +30,7 @@ const Vocabulaire& VocabulaireCIM10(std::string_view code);
 // then -2 when not connected, -10 for a code absent, empty or of 11
 // characters or more, -90 for an unknown code, -500; otherwise the label is
 // delivered as a single text (8-bit in mode 0) and the result is 1.
-int32_t LibelleExport(VocabulaireDe vocabulaire, const char* nomExport, const char* code, BSTR* libelle);
+int32_t LibelleExport(VocabulaireDe vocabulaire, const char* code, BSTR* libelle);
 // The same on VDXVCIM, or on VDXVCIMA for a chapter.
 int32_t LibelleCIM10(const char* code, BSTR* libelle);
 

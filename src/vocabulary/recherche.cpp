@@ -69,97 +69,91 @@ Position Depart(std::optional<Position> position) {
 
 }  // namespace
 
-int32_t PasVocabulaire(VocabulaireDe vocabulaire, const char* nomExport, const char* texte, SAFEARRAY** tableau,
+int32_t PasVocabulaire(VocabulaireDe vocabulaire, const char* texte, SAFEARRAY** tableau,
                        const char* suite, int32_t nombre) {
-    return CadreConnecte(nomExport, [&]() -> int32_t {
-        const Vocabulaire& v = vocabulaire();
-        if (texte && texte[0] == ' ') return Rien;
-        const std::string prefixe = Plie(texte, v.longueurPrefixe);
-        Resultat resultat(tableau, v.forme, Argument2);
-        TablesOuvertes fichiers;
-        OuvreVocabulaire(fichiers, v);
-        Curseur curseur(*v.table, v.Membre());
-        std::optional<Position> position;
-        if (suite && *suite) {
-            // The page begins behind the row named by Suite.
-            Depart(curseur.SuperieureOuEgale(Plie(suite, v.longueurPrefixe)));
-            position = Depart(curseur.Suivante());
-        } else {
-            position = Depart(curseur.SuperieureOuEgale(prefixe));
+    const Vocabulaire& v = vocabulaire();
+    if (texte && texte[0] == ' ') return Rien;
+    const std::string prefixe = Plie(texte, v.longueurPrefixe);
+    Resultat resultat(tableau, v.forme, Argument2);
+    TablesOuvertes fichiers;
+    OuvreVocabulaire(fichiers, v);
+    Curseur curseur(*v.table, v.Membre());
+    std::optional<Position> position;
+    if (suite && *suite) {
+        // The page begins behind the row named by Suite.
+        Depart(curseur.SuperieureOuEgale(Plie(suite, v.longueurPrefixe)));
+        position = Depart(curseur.Suivante());
+    } else {
+        position = Depart(curseur.SuperieureOuEgale(prefixe));
+    }
+    while (nombre > 0 && position) {
+        const std::string_view cle = LibelleDeCle(curseur.Cle());
+        if (cle.size() >= prefixe.size()) {
+            if (!cle.starts_with(prefixe)) break;
+            if (AjouteFiche(resultat, v, *position)) --nombre;
         }
-        while (nombre > 0 && position) {
-            const std::string_view cle = LibelleDeCle(curseur.Cle());
-            if (cle.size() >= prefixe.size()) {
-                if (!cle.starts_with(prefixe)) break;
-                if (AjouteFiche(resultat, v, *position)) --nombre;
-            }
-            position = curseur.Suivante();
-        }
-        const int32_t n = resultat.Livre();
-        fichiers.Ferme();
-        return n;
-    });
+        position = curseur.Suivante();
+    }
+    const int32_t n = resultat.Livre();
+    fichiers.Ferme();
+    return n;
 }
 
-int32_t MotVocabulaire(VocabulaireDe vocabulaire, const char* nomExport, const char* mot1, const char* mot2,
+int32_t MotVocabulaire(VocabulaireDe vocabulaire, const char* mot1, const char* mot2,
                        int32_t partout, SAFEARRAY** tableau) {
-    return CadreConnecte(nomExport, [&]() -> int32_t {
-        const Vocabulaire& v = vocabulaire();
-        const bool premierVide = !mot1 || !*mot1;
-        const char* seul = premierVide ? mot2 : mot1;
-        if (!seul || !*seul) throw Echec{Argument1};
-        TablesOuvertes fichiers;
-        OuvreVocabulaire(fichiers, v);
-        Resultat resultat(tableau, v.forme, Argument5);
-        const std::string premier = Plie(seul, TexteRechercheMax);
-        const std::string second = premierVide ? std::string() : Plie(mot2, TexteRechercheMax);
-        Curseur curseur(*v.table, v.Membre());
-        std::optional<Position> position = Depart(partout ? curseur.Premiere() : curseur.SuperieureOuEgale(premier));
-        for (; position; position = curseur.Suivante()) {
-            const std::string_view cle = LibelleDeCle(curseur.Cle());
-            if (cle.size() < premier.size()) {
-                if (partout) continue;
-                break;
-            }
-            size_t debut = 0;
-            if (!partout) {
-                if (!cle.starts_with(premier)) break;
-            } else if ((debut = cle.find(premier)) == std::string_view::npos) {
-                continue;
-            }
-            if (!second.empty() && !SecondMotAPart(cle, second, debut, premier.size())) continue;
-            AjouteFiche(resultat, v, *position);
+    const Vocabulaire& v = vocabulaire();
+    const bool premierVide = !mot1 || !*mot1;
+    const char* seul = premierVide ? mot2 : mot1;
+    if (!seul || !*seul) throw Echec{Argument1};
+    TablesOuvertes fichiers;
+    OuvreVocabulaire(fichiers, v);
+    Resultat resultat(tableau, v.forme, Argument5);
+    const std::string premier = Plie(seul, TexteRechercheMax);
+    const std::string second = premierVide ? std::string() : Plie(mot2, TexteRechercheMax);
+    Curseur curseur(*v.table, v.Membre());
+    std::optional<Position> position = Depart(partout ? curseur.Premiere() : curseur.SuperieureOuEgale(premier));
+    for (; position; position = curseur.Suivante()) {
+        const std::string_view cle = LibelleDeCle(curseur.Cle());
+        if (cle.size() < premier.size()) {
+            if (partout) continue;
+            break;
         }
-        const int32_t n = resultat.Livre();
-        fichiers.Ferme();
-        return n;
-    });
+        size_t debut = 0;
+        if (!partout) {
+            if (!cle.starts_with(premier)) break;
+        } else if ((debut = cle.find(premier)) == std::string_view::npos) {
+            continue;
+        }
+        if (!second.empty() && !SecondMotAPart(cle, second, debut, premier.size())) continue;
+        AjouteFiche(resultat, v, *position);
+    }
+    const int32_t n = resultat.Livre();
+    fichiers.Ferme();
+    return n;
 }
 
-int32_t MotFamille(VocabulaireDe vocabulaire, const char* nomExport, const char* mot, SAFEARRAY** tableau,
+int32_t MotFamille(VocabulaireDe vocabulaire, const char* mot, SAFEARRAY** tableau,
                    const char* prefixe) {
-    return CadreConnecte(nomExport, [&]() -> int32_t {
-        const Vocabulaire& v = vocabulaire();
-        if (!mot || !*mot) throw Echec{Argument1};
-        Resultat resultat(tableau, v.forme, Argument2);
-        TablesOuvertes fichiers;
-        OuvreVocabulaire(fichiers, v);
-        const std::string cherche = Plie(mot, TexteRechercheMax);
-        const std::string debut = Plie(prefixe, v.longueurPrefixe);
-        Curseur curseur(*v.table, v.Membre());
-        std::optional<Position> position =
-            Depart(debut.empty() ? curseur.Premiere() : curseur.SuperieureOuEgale(debut));
-        for (; position && curseur.Cle().starts_with(debut); position = curseur.Suivante()) {
-            // The folded label is the record's: each record is read first.
-            const std::string octets = FicheA(*v.table, *position);
-            const Fiche fiche(octets);
-            if (MajusculeSansAccent(fiche.Texte(v.libelleCle.value())).find(cherche) != std::string::npos)
-                resultat.AjouteLigne(Ligne(v, fiche));
-        }
-        const int32_t n = resultat.Livre();
-        fichiers.Ferme();
-        return n;
-    });
+    const Vocabulaire& v = vocabulaire();
+    if (!mot || !*mot) throw Echec{Argument1};
+    Resultat resultat(tableau, v.forme, Argument2);
+    TablesOuvertes fichiers;
+    OuvreVocabulaire(fichiers, v);
+    const std::string cherche = Plie(mot, TexteRechercheMax);
+    const std::string debut = Plie(prefixe, v.longueurPrefixe);
+    Curseur curseur(*v.table, v.Membre());
+    std::optional<Position> position =
+        Depart(debut.empty() ? curseur.Premiere() : curseur.SuperieureOuEgale(debut));
+    for (; position && curseur.Cle().starts_with(debut); position = curseur.Suivante()) {
+        // The folded label is the record's: each record is read first.
+        const std::string octets = FicheA(*v.table, *position);
+        const Fiche fiche(octets);
+        if (MajusculeSansAccent(fiche.Texte(v.libelleCle.value())).find(cherche) != std::string::npos)
+            resultat.AjouteLigne(Ligne(v, fiche));
+    }
+    const int32_t n = resultat.Livre();
+    fichiers.Ferme();
+    return n;
 }
 
 }  // namespace vdx

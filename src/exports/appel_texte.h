@@ -1,0 +1,100 @@
+// Calls an export from text arguments: the C arguments of one call, by
+// their declared kinds, from the texts given on a command line.
+#pragma once
+
+#include <deque>
+#include <stdexcept>
+#include <string>
+#include <tuple>
+#include <type_traits>
+#include <utility>
+#include <vector>
+
+#include "exports/table_exports.h"
+#include "vdx32/oleauto.h"
+
+namespace vdx::exports {
+
+using G = GenreArgument;
+
+// Kinds of argument given as text in a call from the command line.
+bool DonneEnTexte(GenreArgument genre);
+
+// Hands out the C arguments of one call, by their declared kinds, from the
+// texts given; owns the host strings it lends.
+class Arguments {
+public:
+    explicit Arguments(const std::vector<std::string>& textes) : textes_(textes) {}
+    ~Arguments();
+
+    // The first host string the call filled, for exports that store their
+    // text there in every mode.
+    std::string PremiereChaine() const;
+    Arguments(const Arguments&) = delete;
+    Arguments& operator=(const Arguments&) = delete;
+
+    template <class T>
+    T Prend(GenreArgument genre) {
+        if constexpr (std::is_same_v<T, const char*>) {
+            return Texte(genre).c_str();
+        } else if constexpr (std::is_same_v<T, int32_t>) {
+            return Entier(Texte(genre));
+        } else if constexpr (std::is_same_v<T, float>) {
+            return Reel(Texte(genre));
+        } else if constexpr (std::is_same_v<T, BSTR*>) {
+            chaines_.push_back(nullptr);
+            return &chaines_.back();
+        } else if constexpr (std::is_same_v<T, SAFEARRAY**>) {
+            if (genre == G::ListeTableau) {
+                tableaux_.push_back(TableauDeChaines(Texte(genre)));
+                return &tableaux_.back();
+            }
+            // The result array of mode 0; an input list's text was stored
+            // as the text input before the call.
+            if (genre == G::Liste || genre == G::Lignes) Texte(genre);
+            return nullptr;
+        } else {
+            static_assert(std::is_pointer_v<T>, "kind of argument not handled");
+            return nullptr;  // a record of mode 0
+        }
+    }
+
+private:
+    const std::string& Texte(GenreArgument genre);
+
+    // A host array of the strings of "a@b@c".
+    static SAFEARRAY* TableauDeChaines(const std::string& texte);
+    static int32_t Entier(const std::string& texte);
+    static float Reel(const std::string& texte);
+
+    const std::vector<std::string>& textes_;
+    size_t suivant_ = 0;
+    std::deque<BSTR> chaines_;
+    std::deque<SAFEARRAY*> tableaux_;
+};
+
+template <class R, class... A, size_t... I>
+Appel Invoque(R (*f)(A...), const std::vector<Argument>& declares, const std::vector<std::string>& textes,
+              std::index_sequence<I...>) {
+    Arguments arguments(textes);
+    // A braced list takes its arguments from left to right.
+    std::tuple<A...> valeurs{arguments.template Prend<A>(declares[I].genre)...};
+    int32_t code = 1;
+    if constexpr (std::is_void_v<R>)
+        std::apply(f, valeurs);
+    else
+        code = std::apply(f, valeurs);
+    return {code, arguments.PremiereChaine()};
+}
+
+// The entry of an export in the table.
+template <class R, class... A>
+Export Decrit(const char* nom, R (*f)(A...), std::vector<Argument> arguments, std::vector<const char*> champs,
+              bool connexionRequise) {
+    auto appelle = [f, arguments](const std::vector<std::string>& textes) {
+        return Invoque(f, arguments, textes, std::index_sequence_for<A...>{});
+    };
+    return Export{nom, std::move(arguments), std::move(champs), connexionRequise, std::move(appelle)};
+}
+
+}  // namespace vdx::exports

@@ -1,0 +1,129 @@
+// Rows of results declared once. A row is a plain struct; its fields, in
+// the order of the host's record, are listed once beside it:
+//
+//   VDX_LIGNE(CodeLibelle, Code, Libelle);
+//
+// and from that list come the host's shape, the flat text's order, the
+// names of the fields (the table of exports, JSON) and the row's values.
+// A shorter record of the same row is a view of it, a shape of its own:
+//
+//   VDX_VUE(FormeInteraction, FicheInteraction2, Niveau, LibelleGravite, ...);
+#pragma once
+
+#include <array>
+#include <cstdint>
+#include <string>
+#include <tuple>
+#include <type_traits>
+#include <utility>
+#include <vector>
+
+#include "session/resultat.h"
+
+namespace vdx {
+
+template <class Ligne, class T>
+struct ChampLigne {
+    using Type = T;
+    const char* nom;
+    T Ligne::*membre;
+};
+
+// The fields of a row, specialised by VDX_LIGNE.
+template <class Ligne>
+struct ChampsDe;
+
+template <class T>
+constexpr TypeChamp TypeDe() {
+    if constexpr (std::is_same_v<T, std::string>)
+        return TypeChamp::Texte;
+    else if constexpr (std::is_same_v<T, int32_t>)
+        return TypeChamp::Entier;
+    else {
+        static_assert(std::is_same_v<T, float>, "a row's field is a string, a 32-bit integer or a float");
+        return TypeChamp::Reel;
+    }
+}
+
+// The shape of a row (or of a view), the names of its fields.
+template <class Forme>
+const FormeHote& FormeDe() {
+    static const FormeHote forme = std::apply(
+        [](auto... c) { return FormeHote{TypeDe<typename decltype(c)::Type>()...}; }, ChampsDe<Forme>::liste);
+    return forme;
+}
+
+template <class Forme>
+const std::vector<const char*>& NomsDesChamps() {
+    static const std::vector<const char*> noms =
+        std::apply([](auto... c) { return std::vector<const char*>{c.nom...}; }, ChampsDe<Forme>::liste);
+    return noms;
+}
+
+// The values of a row in a shape (the row's own by default), its texts
+// moved out.
+template <class Forme, class Ligne>
+std::vector<Valeur> ValeursSelon(Ligne&& ligne) {
+    return std::apply([&](auto... c) { return std::vector<Valeur>{Valeur(std::move(ligne.*c.membre))...}; },
+                      ChampsDe<Forme>::liste);
+}
+template <class Ligne>
+std::vector<Valeur> ValeursDe(Ligne&& ligne) {
+    return ValeursSelon<std::remove_cvref_t<Ligne>>(std::forward<Ligne>(ligne));
+}
+
+// Rows into a result in a shape, each added whatever its first field: the
+// checks make their rows unique by their own rules.
+template <class Forme, class Ligne>
+void AjouteLignes(Resultat& resultat, std::vector<Ligne>&& lignes) {
+    for (Ligne& l : lignes) resultat.AjouteLigneSansCle(ValeursSelon<Forme>(std::move(l)));
+}
+
+}  // namespace vdx
+
+#define VDX_CHAMP_(Ligne, membre) ::vdx::ChampLigne{#membre, &Ligne::membre}
+#define VDX_CHAMPS_1(L, a) VDX_CHAMP_(L, a)
+#define VDX_CHAMPS_2(L, a, ...) VDX_CHAMP_(L, a), VDX_CHAMPS_1(L, __VA_ARGS__)
+#define VDX_CHAMPS_3(L, a, ...) VDX_CHAMP_(L, a), VDX_CHAMPS_2(L, __VA_ARGS__)
+#define VDX_CHAMPS_4(L, a, ...) VDX_CHAMP_(L, a), VDX_CHAMPS_3(L, __VA_ARGS__)
+#define VDX_CHAMPS_5(L, a, ...) VDX_CHAMP_(L, a), VDX_CHAMPS_4(L, __VA_ARGS__)
+#define VDX_CHAMPS_6(L, a, ...) VDX_CHAMP_(L, a), VDX_CHAMPS_5(L, __VA_ARGS__)
+#define VDX_CHAMPS_7(L, a, ...) VDX_CHAMP_(L, a), VDX_CHAMPS_6(L, __VA_ARGS__)
+#define VDX_CHAMPS_8(L, a, ...) VDX_CHAMP_(L, a), VDX_CHAMPS_7(L, __VA_ARGS__)
+#define VDX_CHAMPS_9(L, a, ...) VDX_CHAMP_(L, a), VDX_CHAMPS_8(L, __VA_ARGS__)
+#define VDX_CHAMPS_10(L, a, ...) VDX_CHAMP_(L, a), VDX_CHAMPS_9(L, __VA_ARGS__)
+#define VDX_CHAMPS_11(L, a, ...) VDX_CHAMP_(L, a), VDX_CHAMPS_10(L, __VA_ARGS__)
+#define VDX_CHAMPS_12(L, a, ...) VDX_CHAMP_(L, a), VDX_CHAMPS_11(L, __VA_ARGS__)
+#define VDX_CHAMPS_13(L, a, ...) VDX_CHAMP_(L, a), VDX_CHAMPS_12(L, __VA_ARGS__)
+#define VDX_CHAMPS_14(L, a, ...) VDX_CHAMP_(L, a), VDX_CHAMPS_13(L, __VA_ARGS__)
+#define VDX_CHAMPS_15(L, a, ...) VDX_CHAMP_(L, a), VDX_CHAMPS_14(L, __VA_ARGS__)
+#define VDX_CHAMPS_16(L, a, ...) VDX_CHAMP_(L, a), VDX_CHAMPS_15(L, __VA_ARGS__)
+#define VDX_CHAMPS_17(L, a, ...) VDX_CHAMP_(L, a), VDX_CHAMPS_16(L, __VA_ARGS__)
+#define VDX_CHAMPS_18(L, a, ...) VDX_CHAMP_(L, a), VDX_CHAMPS_17(L, __VA_ARGS__)
+#define VDX_CHAMPS_19(L, a, ...) VDX_CHAMP_(L, a), VDX_CHAMPS_18(L, __VA_ARGS__)
+#define VDX_CHAMPS_20(L, a, ...) VDX_CHAMP_(L, a), VDX_CHAMPS_19(L, __VA_ARGS__)
+#define VDX_CHAMPS_21(L, a, ...) VDX_CHAMP_(L, a), VDX_CHAMPS_20(L, __VA_ARGS__)
+#define VDX_CHAMPS_22(L, a, ...) VDX_CHAMP_(L, a), VDX_CHAMPS_21(L, __VA_ARGS__)
+#define VDX_CHAMPS_23(L, a, ...) VDX_CHAMP_(L, a), VDX_CHAMPS_22(L, __VA_ARGS__)
+#define VDX_CHAMPS_24(L, a, ...) VDX_CHAMP_(L, a), VDX_CHAMPS_23(L, __VA_ARGS__)
+#define VDX_COMPTE_CHAMPS_(_1, _2, _3, _4, _5, _6, _7, _8, _9, _10, _11, _12, _13, _14, _15, _16, _17, _18, _19, _20, \
+                           _21, _22, _23, _24, n, ...)                                                                \
+    n
+#define VDX_COMPTE_CHAMPS(...) \
+    VDX_COMPTE_CHAMPS_(__VA_ARGS__, 24, 23, 22, 21, 20, 19, 18, 17, 16, 15, 14, 13, 12, 11, 10, 9, 8, 7, 6, 5, 4, 3, 2, 1)
+#define VDX_JOINT_(a, b) a##b
+#define VDX_JOINT(a, b) VDX_JOINT_(a, b)
+
+// The fields of the row struct Ligne, in the order of the host's record;
+// written in the namespace vdx, as the rows are.
+#define VDX_LIGNE(Ligne, ...) VDX_VUE_DE(Ligne, Ligne, __VA_ARGS__)
+// A shape Vue made of fields of the row struct Ligne.
+#define VDX_VUE(Vue, Ligne, ...) \
+    struct Vue;                  \
+    VDX_VUE_DE(Vue, Ligne, __VA_ARGS__)
+#define VDX_VUE_DE(Forme, Ligne, ...)                                                               \
+    template <>                                                                                     \
+    struct ChampsDe<Forme> {                                                                   \
+        static constexpr auto liste =                                                               \
+            std::tuple{VDX_JOINT(VDX_CHAMPS_, VDX_COMPTE_CHAMPS(__VA_ARGS__))(Ligne, __VA_ARGS__)}; \
+    }
