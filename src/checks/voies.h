@@ -6,12 +6,15 @@
 #include <string>
 #include <vector>
 
+#include "session/lignes.h"
+
 namespace vdx {
 
 struct Voie {
     std::string CodeVoie;
     std::string Libelle;
 };
+VDX_LIGNE(Voie, CodeVoie, Libelle);
 
 // The routes of a product, with their labels ("Code X introuvable" for a
 // route the vocabulary lacks). A failure of the store is not reported: the

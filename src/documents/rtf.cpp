@@ -3,9 +3,6 @@
 #include <algorithm>
 #include <new>
 
-#include "platform/hote.h"
-#include "session/cadre.h"
-#include "session/session.h"
 
 namespace vdx {
 namespace {
@@ -132,9 +129,6 @@ size_t Caractere(std::string_view rtf, size_t i, Tampon& sortie) {
 }
 
 // Leaves *sortie holding these bytes whatever ChainesUnicode says.
-void RangeEnOctets(BSTR* sortie, std::string_view texte) {
-    if (!hote::RangeOctets(Requis(sortie), texte)) throw std::bad_alloc();
-}
 
 }  // namespace
 
@@ -150,18 +144,6 @@ std::string RtfVersTexte(std::string_view rtf) {
             Saute(rtf, i, sortie);
     }
     return sortie.Prend();
-}
-
-int32_t Rtf_To_Texte(const char* texte, BSTR* sortie) {
-    if (session().ModeSortie == ModeTableau) RangeEnOctets(sortie, "");
-    std::string resultat;
-    try {
-        resultat = RtfVersTexte(Requis(texte));
-    } catch (const std::bad_alloc&) {
-        return TamponRtfIndisponible;
-    }
-    RangeEnOctets(sortie, resultat);
-    return Succes;
 }
 
 }  // namespace vdx

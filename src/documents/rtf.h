@@ -6,7 +6,6 @@
 #include <string>
 #include <string_view>
 
-#include "vdx32/oleauto.h"
 
 namespace vdx {
 
@@ -24,9 +23,5 @@ inline constexpr int32_t TamponRtfIndisponible = -1;
 // the working buffer can't be had.
 std::string RtfVersTexte(std::string_view rtf);
 
-// The export: needs no connection; the text goes to *sortie as 8-bit bytes
-// in every output mode, with no delivery by mode; in mode 0 *sortie is
-// emptied first. 1, or TamponRtfIndisponible.
-int32_t Rtf_To_Texte(const char* texte, BSTR* sortie);
 
 }  // namespace vdx

@@ -128,7 +128,7 @@ int32_t Profil(const RegleProfil& regle, EntreesProfil e, SAFEARRAY** tableau, i
     e.patient.Allaitement = allaitement;
     e.patient.Sexe = SexeNormalise(sexe);
     Resultat resultat(tableau, FormeDe<AlerteCI>(), tableauAbsent);
-    AjouteLignes<AlerteCI>(resultat, ContreIndicationsPatient(std::move(e.patient), e.produits, regle));
+    resultat.Prend(LignesSansCleSelon<AlerteCI>(ContreIndicationsPatient(std::move(e.patient), e.produits, regle)));
     return resultat.Livre();
 }
 
@@ -175,7 +175,7 @@ int32_t ProfilCourt(SAFEARRAY** produits, SAFEARRAY** termes, SAFEARRAY** tablea
     const bool vide = std::ranges::any_of(codes, [](const std::string& c) { return c.empty(); });
     if (codes.empty() || vide) return resultat.Livre();
     ContreIndicationsCourtes courtes = ContreIndicationsDesTermes(codes, pathologies, age);
-    AjouteLignes<FicheCI>(resultat, std::move(courtes.fiches));
+    resultat.Prend(LignesSansCleSelon<FicheCI>(std::move(courtes.fiches)));
     resultat.Livre();
     return courtes.alertes;
 }
@@ -203,7 +203,7 @@ VDX_EXPORT(Interactions2_Vdx, Connecte, NomsDesChamps<FicheInteraction2>(), (Lis
     const std::vector<std::string> codes =
         session().ModeSortie == ModeTableau ? CodesDuTableau(Produits) : CodesDuTexte();
     Resultat resultat(Tableau, FormeDe<FicheInteraction2>(), Argument4);
-    AjouteLignes<FicheInteraction2>(resultat, AnalyseInteractions(codes));
+    resultat.Prend(LignesSansCleSelon<FicheInteraction2>(AnalyseInteractions(codes)));
     return resultat.Livre();
 }
 
@@ -218,7 +218,7 @@ VDX_EXPORT(Interactions_Vdx, Connecte, NomsDesChamps<FormeInteraction>(), (Ligne
     const std::vector<std::string> codes =
         session().ModeSortie == ModeTableau ? CodesDuTableau(Produits) : LignesDuTexte();
     Resultat resultat(Tableau, FormeDe<FormeInteraction>(), Argument2);
-    AjouteLignes<FormeInteraction>(resultat, AnalyseInteractions(codes));
+    resultat.Prend(LignesSansCleSelon<FormeInteraction>(AnalyseInteractions(codes)));
     return resultat.Livre();
 }
 
@@ -226,7 +226,7 @@ VDX_EXPORT(ProduitInteractions_Vdx, Connecte, NomsDesChamps<FormeProduitInteract
            (Tableau, Tableau)) {
     const std::string cip = CodeProduit(Code);
     Resultat resultat(Tableau, FormeDe<FormeProduitInteraction>(), Argument2);
-    AjouteLignes<FormeProduitInteraction>(resultat, InteractionsDuProduitParType(cip));
+    resultat.Prend(LignesSansCleSelon<FormeProduitInteraction>(InteractionsDuProduitParType(cip)));
     return resultat.Livre();
 }
 

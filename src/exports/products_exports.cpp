@@ -1,5 +1,6 @@
 // The C exports of the products: code mapping and regulatory status, the
 // simple lookups, labels and flags, and the searches of products.
+#include "exports/arguments.h"
 #include "exports/declaration.h"
 #include "products/codes.h"
 #include "products/consultations.h"
@@ -8,88 +9,153 @@
 
 using namespace vdx;
 using exports::Noms;
+using exports::TexteDe;
 namespace c = vdx::consultations;
+
+namespace {
+
+// The other form of a code through VDXCIP13: 1; 0 when the next key belongs
+// to another code, the string empty; -10 no code; -13 a code not of its
+// form's length; -90 no key at or above the code.
+int32_t Correspondance(SensCIP sens, const char* code, BSTR* sortie) {
+    const size_t attendue = sens == SensCIP::Vers13 ? LongueurCIP : LongueurCIP13;
+    const std::string_view texte = exports::TexteBorne(code, attendue);
+    if (texte.empty()) throw Echec{Argument1};
+    if (texte.size() != attendue) throw Echec{CodeMalForme};
+    const std::optional<std::string> autre = CorrespondanceCIP(sens, texte);
+    if (!autre) throw Echec{CodeInconnu};
+    LivreValeur(sortie, *autre, Argument2);
+    return autre->empty() ? Rien : Succes;
+}
+
+}  // namespace
 
 // Code mapping and regulatory status.
 
 VDX_EXPORT(CIP_CIP13_Vdx, Chaines, Noms("CIP13"), (Texte, Code), (ChaineSortie, Sortie)) {
-    return CorrespondanceExport(SensCIP::Vers13, Code, Sortie);
+    return Correspondance(SensCIP::Vers13, Code, Sortie);
 }
 
 VDX_EXPORT(CIP13_CIP_Vdx, Chaines, Noms("CodeCIP"), (Texte, Code), (ChaineSortie, Sortie)) {
-    return CorrespondanceExport(SensCIP::Vers7, Code, Sortie);
+    return Correspondance(SensCIP::Vers7, Code, Sortie);
 }
 
-VDX_EXPORT(IsStupefiant_Vdx, Connecte, {}, (Texte, Code)) { return IsStupefiant(Code); }
+VDX_EXPORT(IsStupefiant_Vdx, Connecte, {}, (Texte, Code)) {
+    return EstStupefiantCode(CodeProduit(Code)) ? Succes : Rien;
+}
 
 VDX_EXPORT(LibelleStupefiant_Vdx, Libre, {}, (Texte, Texte), (ChaineSortie, Sortie)) {
-    return LibelleStupefiantExport(Texte, Sortie);
+    // Into the host string as 8-bit bytes in every mode.
+    RangeEnOctets(Requis(Sortie, Argument2), LibelleStupefiant(Requis(Texte, Argument1)));
+    return Succes;
 }
 
-VDX_EXPORT(Statut_Vdx, Connecte,
-           Noms("Statut1", "Statut2", "Statut3", "CodeStatut", "Prescription1", "Prescription2", "Prescription3",
-                "LibelleStatut", "LibellePrescription1", "LibellePrescription2", "LibellePrescription3",
-                "DetailPrescription1", "DetailPrescription2", "DetailPrescription3", "TexteStatut1", "TexteStatut2"),
-           (Texte, Code), (Fiche, Fiche)) {
-    return Statut(Code, Fiche);
+VDX_EXPORT(Statut_Vdx, Connecte, NomsDesChamps<FicheStatut>(), (Texte, Code), (Fiche, Fiche)) {
+    const std::string cip = CodeProduit(Code);
+    if (session().ModeSortie == ModeTableau) VideFiche(Requis(Fiche), FormeDe<FicheStatut>());
+    LivreFiche(Fiche, FormeDe<FicheStatut>(), ValeursDe(StatutDe(cip)));
+    return Succes;
 }
 
-VDX_EXPORT(IsMedDC_Vdx, Connecte, {}, (Texte, Code)) { return IsMedDC(Code); }
+// Seven characters, whatever CIP13Actif says: a 13-digit code is no line by
+// common name.
+VDX_EXPORT(IsMedDC_Vdx, Connecte, {}, (Texte, Code)) {
+    const std::string_view code = exports::TexteBorne(Code, LongueurCIP);
+    if (code.empty()) throw Echec{Argument1};
+    if (code.size() != LongueurCIP) throw Echec{CodeMalForme};
+    return EstMedDC(code) ? Succes : Rien;
+}
 
 // Simple lookups: a text into a host string, a number or a flag as the
-// result. The flags test their code before the connection.
-#define CONSULTATION_TEXTE(Nom, consultation, champ)                                            \
-    VDX_EXPORT(Nom, Chaines, Noms(#champ), (Texte, Code), (ChaineSortie, champ)) {              \
-        return Consulte(c::consultation, Code, champ);                                          \
+// result. The flags test their code before the connection: -10 comes
+// before -2.
+#define CONSULTATION_TEXTE(Nom, consultation, champ)                                \
+    VDX_EXPORT(Nom, Chaines, Noms(#champ), (Texte, Code), (ChaineSortie, champ)) {  \
+        LivreValeur(champ, TexteConsulte(c::consultation, CodeProduit(Code)), Argument2); \
+        return Succes;                                                              \
     }
-#define CONSULTATION(Nom, consultation, acces) \
-    VDX_EXPORT(Nom, acces, {}, (Texte, Code)) { return Consulte(c::consultation, Code); }
+#define CONSULTATION(Nom, consultation)                                  \
+    VDX_EXPORT(Nom, Connecte, {}, (Texte, Code)) {                       \
+        return ValeurConsultee(c::consultation, CodeProduit(Code));      \
+    }
+#define DRAPEAU(Nom, consultation)                                        \
+    VDX_EXPORT(Nom, Libre, {}, (Texte, Code)) {                           \
+        if (TexteDe(Code).empty()) return Argument1;                      \
+        if (!session().Connecte) return NonConnecte;                      \
+        return ValeurConsultee(c::consultation, CodeProduit(Code));       \
+    }
 
 CONSULTATION_TEXTE(UCD_Vdx, UCD, UCD)
 CONSULTATION_TEXTE(GenCode_Vdx, GenCode, GenCode)
 CONSULTATION_TEXTE(CIP_To_CIS_Vdx, CIS, CIS)
-CONSULTATION(CodeRubrique_Vdx, CodeRubrique, Connecte)
-CONSULTATION(NombreUCDParCIP_Vdx, NombreUCD, Connecte)
-CONSULTATION(GetPictogramme_Vdx, Pictogramme, Connecte)
-CONSULTATION(IsT2A_Vdx, T2A, Connecte)
-CONSULTATION(ProduitStatut_Vdx, Statut, Connecte)
-CONSULTATION(ProduitGenerique_Vdx, Generique, Libre)
-CONSULTATION(ProduitDopant_Vdx, Dopant, Libre)
-CONSULTATION(ProduitReferent_Vdx, Referent, Libre)
-CONSULTATION(ProduitHospitalier_Vdx, Hospitalier, Libre)
+CONSULTATION(CodeRubrique_Vdx, CodeRubrique)
+CONSULTATION(NombreUCDParCIP_Vdx, NombreUCD)
+CONSULTATION(GetPictogramme_Vdx, Pictogramme)
+CONSULTATION(IsT2A_Vdx, T2A)
+CONSULTATION(ProduitStatut_Vdx, Statut)
+DRAPEAU(ProduitGenerique_Vdx, Generique)
+DRAPEAU(ProduitDopant_Vdx, Dopant)
+DRAPEAU(ProduitReferent_Vdx, Referent)
+DRAPEAU(ProduitHospitalier_Vdx, Hospitalier)
 
 // Labels and facts of a product.
 
 VDX_EXPORT(LibelleProduit_Vdx, Chaines, Noms("Libelle"), (Texte, Code), (ChaineSortie, Libelle)) {
-    return LibelleProduit(Code, Libelle);
+    LivreValeur(Libelle, LibelleProduit(CodeProduit(Code)), Argument2);
+    return Succes;
 }
 VDX_EXPORT(ProduitSupprime_Vdx, Chaines, Noms("Date"), (Texte, Code), (ChaineSortie, Date)) {
-    return ProduitSupprime(Code, Date);
+    const std::string date = DateSuppression(CodeProduit(Code));
+    if (date.empty()) return Rien;
+    LivreValeur(Date, date, Argument2);
+    return Succes;
 }
 VDX_EXPORT(Laboratoire_Vdx, Chaines, Noms("CodeLaboratoire", "Libelle"), (Texte, Code),
            (ChaineSortie, CodeLaboratoire), (ChaineSortie, Libelle)) {
-    return Laboratoire(Code, CodeLaboratoire, Libelle);
+    const CodeEtLibelle laboratoire = LaboratoireDe(CodeProduit(Code));
+    LivreValeurs({{CodeLaboratoire, Argument2}, {Libelle, Argument3}}, {laboratoire.code, laboratoire.libelle});
+    return Succes;
 }
 VDX_EXPORT(CIP_Remplacant_Vdx, Chaines, Noms("CodeCIP"), (Texte, Code), (ChaineSortie, Remplacant)) {
-    return CIPRemplacant(Code, Remplacant);
+    LivreValeur(Remplacant, CIPRemplacant(CodeProduit(Code)), Argument2);
+    return Succes;
 }
 VDX_EXPORT(TotalProduit_Vdx, Connecte, {}) { return TotalProduit(); }
 VDX_EXPORT(GetProduit_Vdx, Chaines, Noms("CodeCIP", "Libelle"), (Entier, Rang), (ChaineSortie, Code),
            (ChaineSortie, Libelle)) {
-    return GetProduit(Rang, Code, Libelle);
+    const CodeEtLibelle produit = ProduitAuRang(Rang);
+    LivreValeurs({{Code, Argument2}, {Libelle, Argument3}}, {produit.code, produit.libelle});
+    return Succes;
 }
 
 // Searches.
 
+namespace {
+
+// A step search: a text beginning with a blank gives 0, the host's array
+// untouched. The rows; -20 no array in mode 0.
+template <class Recherche>
+int32_t Pas(Recherche recherche, const char* texte, SAFEARRAY** tableau, int32_t options, const char* suite,
+            int32_t nombre) {
+    if (TexteDe(texte).starts_with(' ')) return Rien;
+    Resultat resultat(tableau, FormeProduit, Argument2);
+    resultat.Prend(recherche(TexteDe(texte), options, TexteDe(suite), nombre));
+    return resultat.Livre();
+}
+
+}  // namespace
+
 VDX_EXPORT(RechercheProduitParPas_Vdx, Connecte, Noms("Code", "Libelle", "Texte"), (Texte, Texte),
            (Tableau, Tableau), (Entier, Options), (Texte, Suite), (Entier, Nombre)) {
-    return RechercheProduitParPas(Texte, Tableau, Options, Suite, Nombre);
+    return Pas(RechercheProduitParPas, Texte, Tableau, Options, Suite, Nombre);
 }
 VDX_EXPORT(RechercheProduitParPas2_Vdx, Connecte, Noms("Code", "Libelle", "Texte"), (Texte, Texte),
            (Tableau, Tableau), (Entier, Options), (Texte, Suite), (Entier, Nombre)) {
-    return RechercheProduitParPas2(Texte, Tableau, Options, Suite, Nombre);
+    return Pas(RechercheProduitParPas2, Texte, Tableau, Options, Suite, Nombre);
 }
 VDX_EXPORT(RechercheProduitParStatut_Vdx, Connecte, Noms("Code", "Libelle", "Texte"), (Entier, CodeStatut),
            (Tableau, Tableau), (Texte, Suite), (Entier, Nombre)) {
-    return RechercheProduitParStatut(CodeStatut, Tableau, Suite, Nombre);
+    Resultat resultat(Tableau, FormeProduit, Argument2);
+    resultat.Prend(RechercheProduitParStatut(CodeStatut, TexteDe(Suite), Nombre));
+    return resultat.Livre();
 }

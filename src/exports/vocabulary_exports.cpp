@@ -1,5 +1,6 @@
 // The C exports of the reference vocabularies: the step and keyword searches
 // of every vocabulary, their label lookups, and Lexico_Vdx.
+#include "exports/arguments.h"
 #include "exports/declaration.h"
 #include "vocabulary/ald.h"
 #include "vocabulary/lexico.h"
@@ -8,28 +9,71 @@
 
 using namespace vdx;
 using exports::Noms;
+using exports::TexteDe;
 namespace voc = vdx::vocabulaires;
 
+namespace {
+
+// A step search: a text beginning with a blank gives 0 before anything
+// else, the host's array untouched.
+int32_t Pas(const Vocabulaire& v, const char* texte, SAFEARRAY** tableau, const char* suite, int32_t nombre) {
+    if (TexteDe(texte).starts_with(' ')) return Rien;
+    Resultat resultat(tableau, v.forme, Argument2);
+    resultat.Prend(PasVocabulaire(v, TexteDe(texte), TexteDe(suite), nombre));
+    return resultat.Livre();
+}
+
+int32_t Mot(const Vocabulaire& v, const char* mot1, const char* mot2, int32_t partout, SAFEARRAY** tableau) {
+    if (TexteDe(mot1).empty() && TexteDe(mot2).empty()) throw Echec{Argument1};
+    Resultat resultat(tableau, v.forme, Argument5);
+    resultat.Prend(MotVocabulaire(v, TexteDe(mot1), TexteDe(mot2), partout != 0));
+    return resultat.Livre();
+}
+
+int32_t Famille(const Vocabulaire& v, const char* mot, SAFEARRAY** tableau, const char* prefixe) {
+    if (TexteDe(mot).empty()) throw Echec{Argument1};
+    Resultat resultat(tableau, v.forme, Argument2);
+    resultat.Prend(MotFamille(v, TexteDe(mot), TexteDe(prefixe)));
+    return resultat.Livre();
+}
+
+// A label: -10 for a code absent, empty or of 11 characters or more, -90
+// for an unknown code; the label as a single text (8-bit in mode 0).
+int32_t LibelleDuCode(const Vocabulaire& (*vocabulaire)(std::string_view), const char* code, BSTR* libelle) {
+    const std::string_view texteCode = exports::TexteBorne(code, LongueurCodeVocabulaire);
+    if (texteCode.empty() || texteCode.size() > LongueurCodeVocabulaire) throw Echec{Argument1};
+    const std::optional<std::string> texte = LibelleVocabulaire(vocabulaire(texteCode), texteCode);
+    if (!texte) throw Echec{CodeInconnu};
+    LivreValeur(libelle, *texte, Argument2);
+    return Succes;
+}
+
+}  // namespace
+
 // The searches differ only by their vocabulary and the fields of their rows.
-#define RECHERCHE_PAR_PAS(Nom, Vocabulaire, champs)                                                            \
+#define RECHERCHE_PAR_PAS(Nom, V, champs)                                                            \
     VDX_EXPORT(Nom, Connecte, champs, (Texte, Texte), (Tableau, Tableau), (Texte, Suite), (Entier, Nombre)) { \
-        return PasVocabulaire(voc::Vocabulaire, Texte, Tableau, Suite, Nombre);                                \
+        return Pas(voc::V(), Texte, Tableau, Suite, Nombre);                                        \
     }
-#define RECHERCHE_LEXICO(Nom, Vocabulaire)                                                                          \
+#define RECHERCHE_LEXICO(Nom, V)                                                                          \
     VDX_EXPORT(Nom, Connecte, Noms("Code", "Libelle"), (Texte, Mot1), (Texte, Mot2), (Entier, Partout),           \
                (Tableau, Tableau)) {                                                                              \
-        return MotVocabulaire(voc::Vocabulaire, Mot1, Mot2, Partout, Tableau);                                    \
+        return Mot(voc::V(), Mot1, Mot2, Partout, Tableau);                                             \
     }
-#define RECHERCHE_FAMILLE(Nom, Vocabulaire)                                                                        \
+#define RECHERCHE_FAMILLE(Nom, V)                                                                        \
     VDX_EXPORT(Nom, Connecte, Noms("Code", "Libelle", "Texte"), (Texte, Mot), (Tableau, Tableau), (Texte, Prefixe)) { \
-        return MotFamille(voc::Vocabulaire, Mot, Tableau, Prefixe);                                               \
+        return Famille(voc::V(), Mot, Tableau, Prefixe);                                                \
     }
-#define LIBELLE(Nom, Vocabulaire)                                                                  \
+#define LIBELLE(Nom, V)                                                                  \
     VDX_EXPORT(Nom, Chaines, Noms("Libelle"), (Texte, Code), (ChaineSortie, Libelle)) {           \
-        return LibelleExport(voc::Vocabulaire, Code, Libelle);                                    \
+        return LibelleDuCode([](std::string_view) -> const Vocabulaire& { return voc::V(); }, Code, Libelle); \
     }
 
-VDX_EXPORT(ListeALD_Vdx, Connecte, Noms("Code", "Libelle"), (Tableau, Tableau)) { return ListeALD(Tableau); }
+VDX_EXPORT(ListeALD_Vdx, Connecte, NomsDesChamps<LigneALD>(), (Tableau, Tableau)) {
+    Resultat resultat(Tableau, FormeDe<LigneALD>(), Argument2);
+    resultat.Prend(LignesSelon<LigneALD>(ListeALD()));
+    return resultat.Livre();
+}
 
 // Searches of the engines.
 
@@ -72,7 +116,7 @@ RECHERCHE_FAMILLE(RechercheMedDCLexico_Vdx, MedDC)
 // Labels.
 
 VDX_EXPORT(LibelleCIM10_Vdx, Chaines, Noms("Libelle"), (Texte, Code), (ChaineSortie, Libelle)) {
-    return LibelleCIM10(Code, Libelle);
+    return LibelleDuCode(VocabulaireCIM10, Code, Libelle);
 }
 LIBELLE(LibelleCISP_Vdx, CISP)
 LIBELLE(LibelleAMM_Vdx, AMM)
@@ -84,5 +128,9 @@ LIBELLE(LibelleFamille_Vdx, Famille)
 
 VDX_EXPORT(Lexico_Vdx, Connecte, Noms("CodeCIP", "Libelle", "Texte"), (Tableau, Resultat), (Texte, MotsCherches),
            (Texte, MotsExclus), (Entier, Options), (Entier, Debut), (Entier, Nombre)) {
-    return Lexico(Resultat, MotsCherches, MotsExclus, Options, Debut, Nombre);
+    if (exports::TexteBorne(MotsCherches, LongueurMinLexico).size() < LongueurMinLexico)
+        throw Echec{RechercheTropCourte};
+    vdx::Resultat lignes(Resultat, FormeLexico, Argument2);
+    lignes.Prend(Lexico(MotsCherches, TexteDe(MotsExclus), Options, Debut, Nombre));
+    return lignes.Livre();
 }

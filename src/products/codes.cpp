@@ -60,16 +60,6 @@ std::optional<std::string> FicheMedDC(std::string_view code) {
 
 }  // namespace
 
-int32_t CorrespondanceExport(SensCIP sens, const char* code, BSTR* sortie) {
-    if (!code || !*code) throw Echec{Argument1};
-    const size_t attendue = sens == SensCIP::Vers13 ? LongueurCIP : LongueurCIP13;
-    if (strnlen(code, attendue + 1) != attendue) throw Echec{CodeMalForme};
-    const std::optional<std::string> autre = CorrespondanceCIP(sens, std::string_view(code, attendue));
-    if (!autre) throw Echec{CodeInconnu};
-    LivreValeur(sortie, *autre, Argument2);
-    return autre->empty() ? Rien : Succes;
-}
-
 bool EstStupefiant(std::string_view codeTableau, const Fiche* complement) {
     if (codeTableau == "B") return true;
     if (codeTableau != "A" || !complement) return false;
@@ -87,13 +77,12 @@ bool StupefiantOuvert(Fiche produit) {
     return EstStupefiant(tableau, &f);
 }
 
-int32_t IsStupefiant(const char* code) {
-    const std::string cip = CodeProduit(code);
+bool EstStupefiantCode(const std::string& cip) {
     TablesOuvertes tables{&TableProduits(), &TableComplements()};
     const std::optional<std::string> produit = FicheDuCode(TableProduits(), cip);
     const bool stupefiant = produit && StupefiantOuvert(Fiche(*produit));
     tables.Ferme();
-    return stupefiant ? Succes : Rien;
+    return stupefiant;
 }
 
 std::string LibelleStupefiant(std::string_view texte) {
@@ -114,49 +103,36 @@ std::string LibelleStupefiant(std::string_view texte) {
     return sortie.append(texte.substr(depuis));
 }
 
-int32_t LibelleStupefiantExport(const char* texte, BSTR* sortie) {
-    const std::string libelle = LibelleStupefiant(Requis(texte, Argument1));
-    if (!hote::RangeOctets(Requis(sortie, Argument2), libelle)) throw std::bad_alloc();
-    return Succes;
-}
-
 std::string_view LibelleStatut(int32_t codeStatut) {
     constexpr auto connus = static_cast<int32_t>(std::size(messages::LibellesStatut));
     return codeStatut >= 0 && codeStatut < connus ? messages::LibellesStatut[codeStatut] : "";
 }
 
-int32_t Statut(const char* code, void* fiche) {
-    const std::string cip = CodeProduit(code);
-    const bool tableau = session().ModeSortie == ModeTableau;
+FicheStatut StatutDe(const std::string& cip) {
     TablesOuvertes tables{&TableComplements(), &TablePrescriptions()};
-    if (tableau) {
-        Requis(fiche);
-        for (uint32_t i = 0; i < EntiersStatut; ++i) hote::PoseEntier(fiche, i, 0);
-        for (uint32_t i = 0; i < ChainesStatut; ++i) LivreValeur(hote::Chaine(fiche, EntiersStatut + i), "", Argument2);
-    }
     const std::string octets = FicheRequise(TableComplements(), cip);
     const Fiche f(octets);
-    const int32_t entiers[EntiersStatut] = {
-        f.Entier(VDXPROA::Statut1),       f.Entier(VDXPROA::Statut2),       f.Entier(VDXPROA::Statut3),
-        f.Entier(VDXPROA::CodeStatut),    f.Entier(VDXPROA::Prescription1), f.Entier(VDXPROA::Prescription2),
-        f.Entier(VDXPROA::Prescription3),
-    };
-    const TextesPrescription p[3] = {Prescription(entiers[4]), Prescription(entiers[5]), Prescription(entiers[6])};
-    const std::string_view textes[ChainesStatut] = {
-        LibelleStatut(entiers[3]),         p[0].libelle, p[1].libelle, p[2].libelle, p[0].detail, p[1].detail,
-        p[2].detail, f.Texte(VDXPROA::TexteStatut1), f.Texte(VDXPROA::TexteStatut2),
-    };
-    if (tableau) {
-        for (uint32_t i = 0; i < EntiersStatut; ++i) hote::PoseEntier(fiche, i, entiers[i]);
-        for (uint32_t i = 0; i < ChainesStatut; ++i) LivreValeur(hote::Chaine(fiche, EntiersStatut + i), textes[i], Argument2);
-    } else {
-        std::string plat;
-        for (int32_t e : entiers) AjouteChamp(std::to_string(e), plat);
-        for (std::string_view t : textes) AjouteChamp(t, plat);
-        LivreTexte(plat);
-    }
+    FicheStatut s;
+    s.Statut1 = f.Entier(VDXPROA::Statut1);
+    s.Statut2 = f.Entier(VDXPROA::Statut2);
+    s.Statut3 = f.Entier(VDXPROA::Statut3);
+    s.CodeStatut = f.Entier(VDXPROA::CodeStatut);
+    s.Prescription1 = f.Entier(VDXPROA::Prescription1);
+    s.Prescription2 = f.Entier(VDXPROA::Prescription2);
+    s.Prescription3 = f.Entier(VDXPROA::Prescription3);
+    s.LibelleStatut = LibelleStatut(s.CodeStatut);
+    const TextesPrescription p1 = Prescription(s.Prescription1), p2 = Prescription(s.Prescription2),
+                             p3 = Prescription(s.Prescription3);
+    s.LibellePrescription1 = p1.libelle;
+    s.LibellePrescription2 = p2.libelle;
+    s.LibellePrescription3 = p3.libelle;
+    s.DetailPrescription1 = p1.detail;
+    s.DetailPrescription2 = p2.detail;
+    s.DetailPrescription3 = p3.detail;
+    s.TexteStatut1 = f.Texte(VDXPROA::TexteStatut1);
+    s.TexteStatut2 = f.Texte(VDXPROA::TexteStatut2);
     tables.Ferme();
-    return Succes;
+    return s;
 }
 
 // The codes of the lines by common name, read once per generation of the
@@ -185,14 +161,6 @@ std::optional<std::string> LibelleMedDC(std::string_view code) {
     const std::optional<std::string> fiche = FicheMedDC(code);
     if (!fiche) return std::nullopt;
     return std::string(Fiche(*fiche).Texte(VDXYDCI::Libelle));
-}
-
-int32_t IsMedDC(const char* code) {
-    // Seven characters, whatever CIP13Actif says: a 13-digit code is no
-    // line by common name.
-    if (!code || !*code) throw Echec{Argument1};
-    if (strnlen(code, LongueurCIP + 1) != LongueurCIP) throw Echec{CodeMalForme};
-    return EstMedDC(code) ? Succes : Rien;
 }
 
 }  // namespace vdx

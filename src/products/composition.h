@@ -12,7 +12,7 @@
 
 #include "store/catalogue.h"
 #include "store/champ.h"
-#include "vdx32/oleauto.h"
+#include "session/lignes.h"
 
 namespace vdx {
 
@@ -25,6 +25,10 @@ struct Composant {
     std::string QuantiteTexte;  // as printed
     std::string LibelleUnite;   // of VDXVPAU, or "Code N introuvable"
 };
+
+// The host's record, and the flat text's order of the same fields.
+VDX_LIGNE(Composant, SansQuantite, CodeSubstance, Quantite, Libelle, QuantiteTexte, LibelleUnite);
+VDX_VUE(ComposantPlat, Composant, CodeSubstance, SansQuantite, Quantite, Libelle, QuantiteTexte, LibelleUnite);
 
 struct Composition {
     std::string LibelleExprime;    // the basis of the quantities (VDXVPAE), or empty
@@ -42,9 +46,5 @@ Composition CompositionProduit(std::string_view codeCIP);
 std::optional<std::string> LibelleParCode(const Table& table, const ChampTexte& libelle, int32_t code);
 // The same, or "Code N introuvable".
 std::string LibelleOuIntrouvable(const Table& table, const ChampTexte& libelle, int32_t code);
-
-// ProduitPA_Vdx: the rows, 0 for a product without component (the host
-// strings then stay empty and nothing is delivered), -10, -13, -20, -500.
-int32_t ProduitPA(const char* code, SAFEARRAY** tableau, BSTR* exprime, BSTR* composition);
 
 }  // namespace vdx

@@ -6,7 +6,6 @@
 #include "session/cadre.h"
 #include "session/codeproduit.h"
 #include "session/messages.h"
-#include "session/resultat.h"
 #include "session/tables.h"
 #include "store/fiche.h"
 #include "store/layouts.h"
@@ -47,20 +46,6 @@ std::vector<ClasseDuProduit> ClassesProduit(std::string_view codeCIP) {
     }
     tables.Ferme();
     return classes;
-}
-
-int32_t ProduitClasse(const char* code, SAFEARRAY** tableau) {
-    const std::string cip = CodeProduit(code);
-    Resultat resultat(tableau, TroisChaines, Argument2);
-    for (ClasseDuProduit& c : ClassesProduit(cip)) resultat.AjouteLigne({std::move(c.CodeClasse), cip, std::move(c.Libelle)});
-    return resultat.Livre();
-}
-
-int32_t ListeVoie(const char* code, SAFEARRAY** tableau) {
-    const std::string cip = CodeProduit(code);
-    Resultat resultat(tableau, DeuxChaines, Argument2);
-    for (Voie& v : VoiesProduit(cip)) resultat.AjouteLigne({std::move(v.CodeVoie), std::move(v.Libelle)});
-    return resultat.Livre();
 }
 
 }  // namespace vdx

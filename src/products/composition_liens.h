@@ -7,7 +7,7 @@
 #include <string_view>
 #include <vector>
 
-#include "vdx32/oleauto.h"
+#include "session/lignes.h"
 
 namespace vdx {
 
@@ -22,13 +22,12 @@ struct ClasseDuProduit {
 // Throws Echec(-500).
 std::vector<ClasseDuProduit> ClassesProduit(std::string_view codeCIP);
 
-// ProduitClasse_Vdx: rows of three strings, the class code, the product's
-// CodeCIP and the class label. The rows, 0 for a product without class;
-// -10, -13, -20, -500.
-int32_t ProduitClasse(const char* code, SAFEARRAY** tableau);
-
-// ListeVoie_Vdx: rows of two strings, the route code and its label, as
-// VoiesProduit gives them. The rows, 0 none; -10, -13, -20.
-int32_t ListeVoie(const char* code, SAFEARRAY** tableau);
+// A row of ProduitClasse_Vdx.
+struct LigneClasse {
+    std::string CodeClasse;
+    std::string CodeCIP;
+    std::string Libelle;
+};
+VDX_LIGNE(LigneClasse, CodeClasse, CodeCIP, Libelle);
 
 }  // namespace vdx

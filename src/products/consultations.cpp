@@ -3,7 +3,7 @@
 #include <charconv>
 #include <string>
 
-#include "session/codeproduit.h"
+#include "session/cadre.h"
 #include "session/tables.h"
 
 namespace vdx {
@@ -16,38 +16,34 @@ int32_t Decimal(std::string_view texte) {
     return valeur;
 }
 
-int32_t Lit(const Consultation& c, const Fiche& fiche, BSTR* sortie) {
-    const bool texte = c.champ.nature == NatureChamp::Texte;
-    switch (c.lecture) {
-        case Lecture::Texte:
-            LivreValeur(sortie, fiche.Texte(ChampTexte::De(c.champ)), Argument2);
-            return Succes;
-        case Lecture::Nombre:
-            return texte ? Decimal(fiche.Texte(ChampTexte::De(c.champ))) : fiche.Entier(ChampEntier::De(c.champ));
-        case Lecture::Bit:
-            return (fiche.Entier(ChampEntier::De(c.champ)) & c.bit) != 0 ? Succes : Rien;
-        case Lecture::Oui:
-            return fiche.Entier(ChampEntier::De(c.champ)) != 0 ? Succes : Rien;
-    }
-    return Rien;
-}
-
-int32_t ConsulteFiche(const Consultation& c, const char* code, BSTR* sortie) {
-    const std::string cip = CodeProduit(code);
+// The record of a product in the table of a lookup.
+std::string FicheConsultee(const Consultation& c, const std::string& cip) {
     const Table& table = c.table();
     TablesOuvertes tables{&table};
-    const std::string octets = FicheRequise(table, cip);
-    const int32_t resultat = Lit(c, Fiche(octets), sortie);
+    std::string octets = FicheRequise(table, cip);
     tables.Ferme();
-    return resultat;
+    return octets;
 }
 
 }  // namespace
 
-int32_t Consulte(const Consultation& c, const char* code, BSTR* sortie) {
-    if (c.codeAvantConnexion && (!code || !*code)) return Argument1;
-    if (!session().Connecte) return NonConnecte;
-    return ConsulteFiche(c, code, sortie);
+std::string TexteConsulte(const Consultation& c, const std::string& cip) {
+    const std::string octets = FicheConsultee(c, cip);
+    return std::string(Fiche(octets).Texte(ChampTexte::De(c.champ)));
+}
+
+int32_t ValeurConsultee(const Consultation& c, const std::string& cip) {
+    const std::string octets = FicheConsultee(c, cip);
+    const Fiche fiche(octets);
+    switch (c.lecture) {
+        case Lecture::Nombre:
+            return c.champ.nature == NatureChamp::Texte ? Decimal(fiche.Texte(ChampTexte::De(c.champ)))
+                                                         : fiche.Entier(ChampEntier::De(c.champ));
+        case Lecture::Bit: return (fiche.Entier(ChampEntier::De(c.champ)) & c.bit) != 0 ? Succes : Rien;
+        case Lecture::Oui: return fiche.Entier(ChampEntier::De(c.champ)) != 0 ? Succes : Rien;
+        case Lecture::Texte: break;
+    }
+    throw FauteInterne("consultation d'un texte");
 }
 
 }  // namespace vdx

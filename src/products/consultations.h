@@ -1,6 +1,6 @@
-// The simple lookups of a product: a code in, one field of one record of the
-// product out, as a host string or as the result. One engine (Consulte),
-// and one row a export below.
+// The simple lookups of a product: a CodeCIP in, one field of one record of
+// the product out, as a text or as a number. One engine, and one row a
+// lookup below.
 #pragma once
 
 #include <cstdint>
@@ -8,13 +8,12 @@
 #include "products/fiches.h"
 #include "store/champ.h"
 #include "store/layouts.h"
-#include "vdx32/oleauto.h"
 
 namespace vdx {
 
 // What a lookup gives of its field.
 enum class Lecture : uint8_t {
-    Texte,   // the text, as a single text result (host string in mode 0); 1
+    Texte,   // the text
     Nombre,  // the integer, or the decimal text, as the result
     Bit,     // 1 when the integer has `bit`, else 0
     Oui,     // 1 when the integer is not 0, else 0
@@ -25,26 +24,21 @@ struct Consultation {
     Champ champ;
     Lecture lecture;
     int32_t bit = 0;
-    // The code is tested before the connection: -10 comes before -2.
-    bool codeAvantConnexion = false;
 };
 
-// -2 (after -10 for an absent or empty code when codeAvantConnexion); the
-// product code checked and mapped (-10, -13); the record looked up (-90
-// when there is none); the field delivered; -500. `sortie` is for
-// Lecture::Texte.
-int32_t Consulte(const Consultation& consultation, const char* code, BSTR* sortie = nullptr);
+// The field of the product's record: Echec(-90) when there is none, -500.
+std::string TexteConsulte(const Consultation& consultation, const std::string& cip);
+int32_t ValeurConsultee(const Consultation& consultation, const std::string& cip);
 
 namespace consultations {
 
 inline constexpr Consultation Generique{TableProduits, VDXPRO::Drapeaux, Lecture::Bit,
-                                        VDXPRO::Generique, true};
-inline constexpr Consultation Dopant{TableProduits, VDXPRO::Drapeaux, Lecture::Bit, VDXPRO::Dopant,
-                                     true};
+                                        VDXPRO::Generique};
+inline constexpr Consultation Dopant{TableProduits, VDXPRO::Drapeaux, Lecture::Bit, VDXPRO::Dopant};
 inline constexpr Consultation Referent{TableProduits, VDXPRO::Drapeaux, Lecture::Bit,
-                                       VDXPRO::Referent, true};
+                                       VDXPRO::Referent};
 inline constexpr Consultation Hospitalier{TableProduits, VDXPRO::Drapeaux, Lecture::Bit,
-                                          VDXPRO::Hospitalier, true};
+                                          VDXPRO::Hospitalier};
 inline constexpr Consultation CodeRubrique{TableProduits, VDXPRO::CodeRubrique, Lecture::Nombre};
 inline constexpr Consultation UCD{TableComplements, VDXPROA::CodeUCD, Lecture::Texte};
 inline constexpr Consultation GenCode{TableComplements, VDXPROA::GenCode, Lecture::Texte};

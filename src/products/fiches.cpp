@@ -2,7 +2,6 @@
 
 #include "session/codeproduit.h"
 #include "session/tables.h"
-#include "session/texte.h"
 
 namespace vdx {
 
@@ -25,19 +24,6 @@ std::string FicheRequise(const Table& table, std::string_view code) {
     std::optional<std::string> fiche = FicheDuCode(table, code);
     if (!fiche) throw Echec{CodeInconnu};
     return std::move(*fiche);
-}
-
-void LivrePaire(BSTR* premiere, BSTR* seconde, std::string_view a, std::string_view b,
-                std::pair<int32_t, int32_t> codes) {
-    if (session().ModeSortie == ModeTableau) {
-        LivreValeur(premiere, a, codes.first);
-        LivreValeur(seconde, b, codes.second);
-        return;
-    }
-    std::string plat;
-    AjouteChamp(a, plat);
-    AjouteChamp(b, plat);
-    LivreTexte(plat);
 }
 
 }  // namespace vdx

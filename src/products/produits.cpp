@@ -52,8 +52,7 @@ std::optional<std::string> LibelleProduitInterne(std::string_view code) {
     return libelle;
 }
 
-int32_t LibelleProduit(const char* code, BSTR* libelle) {
-    const std::string cip = CodeProduit(code);
+std::string LibelleProduit(const std::string& cip) {
     // A prescription line by common name has no label here, even where
     // a product has the same code.
     if (EstMedDC(cip)) throw Echec{Argument1};
@@ -64,46 +63,38 @@ int32_t LibelleProduit(const char* code, BSTR* libelle) {
     // The narcotic rule reads VDXPROA for a product of list "A" only.
     if (produit.Texte(VDXPRO::CodeTableau) == "A") tables.Ouvre(TableComplements());
     const std::string_view texte = produit.Texte(VDXPRO::Libelle);
-    if (StupefiantOuvert(produit))
-        LivreValeur(libelle, LibelleStupefiant(texte), Argument2);
-    else
-        LivreValeur(libelle, texte, Argument2);
+    std::string libelle = StupefiantOuvert(produit) ? LibelleStupefiant(texte) : std::string(texte);
     tables.Ferme();
-    return Succes;
+    return libelle;
 }
 
-int32_t ProduitSupprime(const char* code, BSTR* date) {
-    const std::string cip = CodeProduit(code);
+std::string DateSuppression(const std::string& cip) {
     TablesOuvertes tables{&TableProduits()};
     const std::string octets = FicheRequise(TableProduits(), cip);
     tables.Ferme();
     // A letter, then the day, the month and the year.
     const std::string_view s = Fiche(octets).Texte(VDXPRO::Suppression);
-    if (s.empty()) return Rien;
+    if (s.empty()) return {};
     std::string texte(Morceau(s, 1, 2));
     texte.append("/").append(Morceau(s, 3, 2)).append("/").append(Morceau(s, 5, 4));
-    LivreValeur(date, texte, Argument2);
-    return Succes;
+    return texte;
 }
 
-int32_t Laboratoire(const char* code, BSTR* codeLaboratoire, BSTR* libelle) {
-    const std::string cip = CodeProduit(code);
+CodeEtLibelle LaboratoireDe(const std::string& cip) {
     TablesOuvertes tables{&TableProduits(), &TableLaboratoires()};
     const std::string octets = FicheRequise(TableProduits(), cip);
     const std::string_view laboratoire = Fiche(octets).Texte(VDXPRO::Laboratoire);
-    LivrePaire(codeLaboratoire, libelle, laboratoire, LibelleLaboratoire(laboratoire), {Argument2, Argument3});
+    CodeEtLibelle resultat{std::string(laboratoire), LibelleLaboratoire(laboratoire)};
     tables.Ferme();
-    return Succes;
+    return resultat;
 }
 
-int32_t CIPRemplacant(const char* code, BSTR* remplacant) {
-    const std::string cip = CodeProduit(code);
+std::string CIPRemplacant(const std::string& cip) {
     TablesOuvertes tables{&TableProduits()};
     const std::string octets = FicheRequise(TableProduits(), cip);
     tables.Ferme();
     const std::string_view autre = Fiche(octets).Texte(VDXPRO::CIPRemplacant);
-    LivreValeur(remplacant, autre.size() == LongueurCIP ? CIPSortant(autre) : std::string(autre), Argument2);
-    return Succes;
+    return autre.size() == LongueurCIP ? CIPSortant(autre) : std::string(autre);
 }
 
 int32_t TotalProduit() {
@@ -117,7 +108,7 @@ int32_t TotalProduit() {
     return static_cast<int32_t>(Liste().positions.size());
 }
 
-int32_t GetProduit(int32_t rang, BSTR* code, BSTR* libelle) {
+CodeEtLibelle ProduitAuRang(int32_t rang) {
     const ListeProduits& liste = Liste();
     if (liste.base != session().BaseFichiers || rang < 0 || static_cast<size_t>(rang) >= liste.positions.size())
         throw Echec{Argument1};
@@ -125,8 +116,7 @@ int32_t GetProduit(int32_t rang, BSTR* code, BSTR* libelle) {
     const std::string octets = FicheA(TableProduits(), liste.positions[static_cast<size_t>(rang)]);
     tables.Ferme();
     const Fiche produit(octets);
-    LivrePaire(code, libelle, produit.Texte(VDXPRO::CodeCIP), produit.Texte(VDXPRO::Libelle), {Argument2, Argument3});
-    return Succes;
+    return {std::string(produit.Texte(VDXPRO::CodeCIP)), std::string(produit.Texte(VDXPRO::Libelle))};
 }
 
 }  // namespace vdx

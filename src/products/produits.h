@@ -7,7 +7,6 @@
 #include <string>
 #include <string_view>
 
-#include "vdx32/oleauto.h"
 
 namespace vdx {
 
@@ -17,19 +16,27 @@ namespace vdx {
 // unknown code. Throws Echec(-500).
 std::optional<std::string> LibelleProduitInterne(std::string_view code);
 
-// LibelleProduit_Vdx: -10 also for a line by common name that no product
-// has (looked at only then); a narcotic's label has its numbers spelled out.
-int32_t LibelleProduit(const char* code, BSTR* libelle);
-// ProduitSupprime_Vdx: 1 and the date "JJ/MM/AAAA", or 0 and nothing.
-int32_t ProduitSupprime(const char* code, BSTR* date);
+// The facts below are those of a CodeCIP already checked; each throws
+// Echec(-90) for a product VDXPRO lacks, Echec(-500).
+
+// LibelleProduit_Vdx: Echec(-10) for a line by common name (looked at only
+// then); a narcotic's label has its numbers spelled out.
+std::string LibelleProduit(const std::string& cip);
+// ProduitSupprime_Vdx: the date "JJ/MM/AAAA", or empty when not deleted.
+std::string DateSuppression(const std::string& cip);
 // Laboratoire_Vdx: the laboratory's code and its label.
-int32_t Laboratoire(const char* code, BSTR* codeLaboratoire, BSTR* libelle);
-// CIP_Remplacant_Vdx.
-int32_t CIPRemplacant(const char* code, BSTR* remplacant);
+struct CodeEtLibelle {
+    std::string code;
+    std::string libelle;
+};
+CodeEtLibelle LaboratoireDe(const std::string& cip);
+// CIP_Remplacant_Vdx: the code that replaces it, or empty.
+std::string CIPRemplacant(const std::string& cip);
 
 // TotalProduit_Vdx and GetProduit_Vdx: the positions of all products in
-// code order, kept for the base they were counted in.
+// code order, kept for the base they were counted in; a rank out of them,
+// or counted in another base, gives Echec(-10).
 int32_t TotalProduit();
-int32_t GetProduit(int32_t rang, BSTR* code, BSTR* libelle);
+CodeEtLibelle ProduitAuRang(int32_t rang);
 
 }  // namespace vdx

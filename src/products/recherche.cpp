@@ -108,15 +108,15 @@ bool Cache(const Produit& p, int32_t options, const Parcours& parcours) {
     return cache || ((options & SansSupprimes) && p.supprime);
 }
 
-const FormeHote FormeProduit = {TypeChamp::Texte, TypeChamp::Texte, TypeChamp::Texte};
 
 // The walk shared by the step searches, on tables the caller holds open.
-int32_t Parcourt(const Parcours& parcours, const char* texte, Resultat& resultat, int32_t options, const char* suite,
+Lignes Parcourt(const Parcours& parcours, std::string_view texte, int32_t options, std::string_view suite,
                  int32_t nombre) {
-    const Demande demande = Decoupe(texte ? texte : "", parcours);
+    Lignes resultat(FormeProduit);
+    const Demande demande = Decoupe(texte, parcours);
     Curseur curseur(parcours.table, parcours.cle);
     std::optional<Position> position;
-    if (suite && *suite) {
+    if (!suite.empty()) {
         const std::string cle = CleSuite(suite, parcours);
         position = curseur.SuperieureOuEgale(cle);
         // The page begins behind the row named, or at the next one when it has gone.
@@ -139,7 +139,7 @@ int32_t Parcourt(const Parcours& parcours, const char* texte, Resultat& resultat
         const int32_t avant = resultat.Nombre();
         if (resultat.AjouteLigne({CIPSortant(p.code), std::move(p.libelle), std::move(p.texte)}) > avant) --nombre;
     }
-    return resultat.Livre();
+    return resultat;
 }
 
 Produit ProduitDe(Position position) {
@@ -173,63 +173,55 @@ Produit ProduitCategorie(Position position) {
 // in order on every way out.
 
 
-bool CommenceParUnBlanc(const char* texte) { return texte && texte[0] == ' '; }
-
 // The CodeCIP of a Suite given as a code, in the form the session gives
 // codes out.
-std::string CodeSuite(const char* suite) {
-    const std::string code(suite, strnlen(suite, LongueurCodeMax));
+std::string CodeSuite(std::string_view suite) {
+    const std::string code(suite.substr(0, LongueurCodeMax));
     return session().CIP13Actif == CIP13Correspondance ? VersCIP7(code) : code;
 }
 
 }  // namespace
 
-int32_t RechercheProduitParPas(const char* texte, SAFEARRAY** tableau, int32_t options, const char* suite,
-                               int32_t nombre) {
-    if (CommenceParUnBlanc(texte)) return Rien;
-    Resultat resultat(tableau, FormeProduit, Argument2);
+Lignes RechercheProduitParPas(std::string_view texte, int32_t options, std::string_view suite, int32_t nombre) {
     if ((options & (SansRubrique40 | BaseMedecin)) == (SansRubrique40 | BaseMedecin)) throw Echec{Argument3};
     const size_t libelleCle = VDXPRO::Libelle.capacite();
     if (!(options & BaseMedecin)) {
         TablesOuvertes tables{&TableProduits()};
-        const int32_t n = Parcourt({TableProduits(), 1, "", libelleCle, CleLibelleProduit, true, ProduitDe},
-                                   texte, resultat, options, suite, nombre);
+        Lignes lignes = Parcourt({TableProduits(), 1, "", libelleCle, CleLibelleProduit, true, ProduitDe}, texte,
+                                 options, suite, nombre);
         tables.Ferme();
-        return n;
+        return lignes;
     }
     if (!session().ConnecteMedecin) throw Echec{MedecinNonConnecte};
     TablesOuvertes medecin;
     medecin.OuvreMedecin(TableMedecin());
     TablesOuvertes tables{&TableProduits()};
-    const int32_t n = Parcourt({TableMedecin(), 1, "", libelleCle, CleLibelleProduit, true, ProduitMedecin},
-                               texte, resultat, options, suite, nombre);
+    Lignes lignes = Parcourt({TableMedecin(), 1, "", libelleCle, CleLibelleProduit, true, ProduitMedecin}, texte,
+                             options, suite, nombre);
     medecin.Ferme();
     tables.Ferme();
-    return n;
+    return lignes;
 }
 
-int32_t RechercheProduitParPas2(const char* texte, SAFEARRAY** tableau, int32_t options, const char* suite,
-                                int32_t nombre) {
-    if (CommenceParUnBlanc(texte)) return Rien;
-    Resultat resultat(tableau, FormeProduit, Argument2);
+Lignes RechercheProduitParPas2(std::string_view texte, int32_t options, std::string_view suite, int32_t nombre) {
     const std::optional<char> lettre = CategorieDesOptions(options);
     if (!lettre) throw Echec{Argument3};
     TablesOuvertes tables{&TableCategories()};
     // The letter leads the key, so a walk stays in its category.
     const auto cle = [l = *lettre](std::string_view libelle) { return CleCategorie(l, libelle); };
-    const int32_t n = Parcourt({TableCategories(), 0, std::string(1, *lettre), VDXVPRO::Libelle.capacite(), cle,
-                                false, ProduitCategorie},
-                               texte, resultat, options, suite, nombre);
+    Lignes lignes = Parcourt({TableCategories(), 0, std::string(1, *lettre), VDXVPRO::Libelle.capacite(), cle, false,
+                              ProduitCategorie},
+                             texte, options, suite, nombre);
     tables.Ferme();
-    return n;
+    return lignes;
 }
 
-int32_t RechercheProduitParStatut(int32_t codeStatut, SAFEARRAY** tableau, const char* suite, int32_t nombre) {
-    Resultat resultat(tableau, FormeProduit, Argument2);
+Lignes RechercheProduitParStatut(int32_t codeStatut, std::string_view suite, int32_t nombre) {
+    Lignes resultat(FormeProduit);
     TablesOuvertes tables{&TableComplements(), &TableProduits()};
     // Key 2 of VDXPROA: the status's four bytes, then the CodeCIP.
     const std::string statut = CleEntiers({codeStatut});
-    const std::string depart = suite && *suite ? statut + CodeSuite(suite) : statut;
+    const std::string depart = suite.empty() ? statut : statut + CodeSuite(suite);
     Curseur curseur(TableComplements(), 1);
     std::optional<Position> position = curseur.SuperieureOuEgale(depart);
     if (position && depart.size() > statut.size() && curseur.Cle().substr(0, depart.size()) == depart)
@@ -247,9 +239,8 @@ int32_t RechercheProduitParStatut(int32_t codeStatut, SAFEARRAY** tableau, const
         }
         resultat.AjouteLigne({CIPSortant(code), std::move(libelle), std::string()});
     }
-    const int32_t n = resultat.Livre();
     tables.Ferme();
-    return n;
+    return resultat;
 }
 
 }  // namespace vdx

@@ -6,7 +6,9 @@
 
 #include <cstdint>
 
-#include "vdx32/oleauto.h"
+#include <string_view>
+
+#include "session/lignes.h"
 
 namespace vdx {
 
@@ -16,20 +18,19 @@ inline constexpr int32_t BaseMedecin = 2;     // the doctor's products in place 
 // Hides deleted products, in both step searches.
 inline constexpr int32_t SansSupprimes = 256;
 
+inline const FormeHote FormeProduit = {TypeChamp::Texte, TypeChamp::Texte, TypeChamp::Texte};
+
 // RechercheProduitParPas_Vdx: a page of at most `nombre` products in the
 // order of the label key, from the prefix of `texte` ("prefix@word@word"),
-// behind the product whose label is `suite` when one is given. The rows;
-// 0 nothing (or a `texte` beginning with a blank, the array untouched);
-// -20, -30 (low bits 3), -4 (no doctor's base), -500.
-int32_t RechercheProduitParPas(const char* texte, SAFEARRAY** tableau, int32_t options, const char* suite,
-                               int32_t nombre);
+// behind the product whose label is `suite` when one is given. Throws
+// Echec: -30 (low bits 3), -4 (no doctor's base), -500.
+Lignes RechercheProduitParPas(std::string_view texte, int32_t options, std::string_view suite, int32_t nombre);
 // RechercheProduitParPas2_Vdx: the same in one category of VDXVPRO, chosen
 // by the low byte of `options`; -30 for a low byte outside the table.
-int32_t RechercheProduitParPas2(const char* texte, SAFEARRAY** tableau, int32_t options, const char* suite,
-                                int32_t nombre);
+Lignes RechercheProduitParPas2(std::string_view texte, int32_t options, std::string_view suite, int32_t nombre);
 // RechercheProduitParStatut_Vdx: the products of a CodeStatut in code order,
 // behind the code `suite` when one is given, at most `nombre` of them (all
-// for 0 or less). The rows; 0 none; -20, -500.
-int32_t RechercheProduitParStatut(int32_t codeStatut, SAFEARRAY** tableau, const char* suite, int32_t nombre);
+// for 0 or less). Throws Echec(-500).
+Lignes RechercheProduitParStatut(int32_t codeStatut, std::string_view suite, int32_t nombre);
 
 }  // namespace vdx

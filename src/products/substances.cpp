@@ -12,7 +12,6 @@
 #include "session/cadre.h"
 #include "session/codeproduit.h"
 #include "session/messages.h"
-#include "session/resultat.h"
 #include "session/session.h"
 #include "session/tables.h"
 #include "store/cles.h"
@@ -41,11 +40,6 @@ const std::array<Inverse, 2>& Inverses() {
 // The key of a reverse index: the substance on five digits, then the
 // CodeCIP.
 constexpr size_t ChiffresSubstance = 5;
-
-const FormeHote TroisChaines{TypeChamp::Texte, TypeChamp::Texte, TypeChamp::Texte};
-const FormeHote CodeLibelle{TypeChamp::Entier, TypeChamp::Texte};
-
-bool CodeValide(int32_t code) { return code >= 0 && code <= SubstanceMax; }
 
 // The walk of PAProduits_Vdx over the open tables.
 class Parcours {
@@ -81,7 +75,7 @@ private:
     }
 
     void Produits(int32_t substance) {
-        if (!CodeValide(substance)) return;  // no key holds it
+        if (!CodeSubstanceValide(substance)) return;  // no key holds it
         const std::string tete = CleDecimale(substance, ChiffresSubstance);
         for (const Inverse& inverse : Inverses()) {
             Curseur cles(inverse.table);
@@ -118,18 +112,6 @@ private:
     std::vector<ProduitDeSubstance> lignes_;
 };
 
-// A label export of a table keyed by a substance number.
-int32_t LibelleDeSubstance(const Table& table, const ChampTexte& champ, int32_t code,
-                           BSTR* libelle) {
-    if (!CodeValide(code)) throw Echec{Argument1};
-    TablesOuvertes tables{&table};
-    const std::optional<std::string> texte = LibelleParCode(table, champ, code);
-    if (!texte) throw Echec{CodeInconnu};
-    LivreValeur(libelle, *texte, Argument2);
-    tables.Ferme();
-    return Succes;
-}
-
 }  // namespace
 
 std::vector<ProduitDeSubstance> ProduitsDeSubstance(int32_t code) {
@@ -142,21 +124,23 @@ std::vector<ProduitDeSubstance> ProduitsDeSubstance(int32_t code) {
     return lignes;
 }
 
-int32_t ProduitsSubstanceExport(int32_t code, SAFEARRAY** tableau) {
-    if (!CodeValide(code)) throw Echec{Argument1};
-    Resultat resultat(tableau, TroisChaines, Argument2);
-    for (ProduitDeSubstance& p : ProduitsDeSubstance(code))
-        resultat.AjouteLigne({std::move(p.CodeCIP), std::move(p.Libelle), std::move(p.Nature)});
-    return resultat.Livre();
+namespace {
+
+// The label of a substance number in a table keyed by it.
+std::string LibelleDeSubstance(const Table& table, const ChampTexte& champ, int32_t code) {
+    if (!CodeSubstanceValide(code)) throw Echec{Argument1};
+    TablesOuvertes tables{&table};
+    std::optional<std::string> texte = LibelleParCode(table, champ, code);
+    if (!texte) throw Echec{CodeInconnu};
+    tables.Ferme();
+    return std::move(*texte);
 }
 
-int32_t LibellePA(int32_t code, BSTR* libelle) {
-    return LibelleDeSubstance(TableSubstances(), VDXVPA::Libelle, code, libelle);
-}
+}  // namespace
 
-int32_t LibelleExcipient(int32_t code, BSTR* libelle) {
-    return LibelleDeSubstance(TableExcipients(), VDXVEXC::Libelle, code, libelle);
-}
+std::string LibellePA(int32_t code) { return LibelleDeSubstance(TableSubstances(), VDXVPA::Libelle, code); }
+
+std::string LibelleExcipient(int32_t code) { return LibelleDeSubstance(TableExcipients(), VDXVEXC::Libelle, code); }
 
 std::vector<Synonyme> SynonymesComposant(int32_t code) {
     TablesOuvertes tables({&TableSynonymes(), &TableSubstances()});
@@ -169,13 +153,6 @@ std::vector<Synonyme> SynonymesComposant(int32_t code) {
     }
     tables.Ferme();
     return synonymes;
-}
-
-int32_t SynonymeComposant(int32_t code, SAFEARRAY** tableau) {
-    if (!CodeValide(code)) throw Echec{Argument1};
-    Resultat resultat(tableau, CodeLibelle, Argument2);
-    for (Synonyme& s : SynonymesComposant(code)) resultat.AjouteLigne({s.Code, std::move(s.Libelle)});
-    return resultat.Livre();
 }
 
 }  // namespace vdx

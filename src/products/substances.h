@@ -7,7 +7,7 @@
 #include <string>
 #include <vector>
 
-#include "vdx32/oleauto.h"
+#include "session/lignes.h"
 
 namespace vdx {
 
@@ -24,6 +24,10 @@ struct ProduitDeSubstance {
     std::string Libelle;
     std::string Nature;
 };
+VDX_LIGNE(ProduitDeSubstance, CodeCIP, Libelle, Nature);
+
+// A substance number is one of 0 to SubstanceMax.
+inline bool CodeSubstanceValide(int32_t code) { return code >= 0 && code <= SubstanceMax; }
 
 // The products of `code` (0 to SubstanceMax, checked by the caller) and of
 // each of its synonyms, a concept standing for its components; for each
@@ -34,25 +38,19 @@ struct ProduitDeSubstance {
 // by label. Throws Echec(-500).
 std::vector<ProduitDeSubstance> ProduitsDeSubstance(int32_t code);
 
-// PAProduits_Vdx and ExcipientProduits_Vdx: the same walk under two names.
-// The rows; -10 a code outside 0 to 99999; -20; -500.
-int32_t ProduitsSubstanceExport(int32_t code, SAFEARRAY** tableau);
-
-// LibellePA_Vdx (VDXVPA) and LibelleExcipient_Vdx (VDXVEXC): 1; -10 a code
-// outside 0 to 99999; -90 unknown; -500.
-int32_t LibellePA(int32_t code, BSTR* libelle);
-int32_t LibelleExcipient(int32_t code, BSTR* libelle);
+// LibellePA_Vdx (VDXVPA) and LibelleExcipient_Vdx (VDXVEXC). Throws
+// Echec: -10 a code outside 0 to 99999; -90 unknown; -500.
+std::string LibellePA(int32_t code);
+std::string LibelleExcipient(int32_t code);
 
 // A synonym of a component, labelled from VDXVPA ("Code N introuvable").
 struct Synonyme {
     int32_t Code;
     std::string Libelle;
 };
+VDX_LIGNE(Synonyme, Code, Libelle);
 // The synonyms of `code` in the order of VDXWSYNC, the code itself not
 // among them. Throws Echec(-500).
 std::vector<Synonyme> SynonymesComposant(int32_t code);
-// SynonymeComposant_Vdx: the rows (code, label); -10 a code outside 0 to
-// 99999; -20; -500.
-int32_t SynonymeComposant(int32_t code, SAFEARRAY** tableau);
 
 }  // namespace vdx

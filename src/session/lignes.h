@@ -10,17 +10,57 @@
 //   VDX_VUE(FormeInteraction, FicheInteraction2, Niveau, LibelleGravite, ...);
 #pragma once
 
-#include <array>
 #include <cstdint>
+#include <initializer_list>
 #include <string>
 #include <tuple>
 #include <type_traits>
+#include <unordered_set>
 #include <utility>
+#include <variant>
 #include <vector>
 
-#include "session/resultat.h"
-
 namespace vdx {
+
+// The shape of a record that crosses the boundary: its fields in order. A
+// float takes the first four bytes of its slot.
+enum class TypeChamp : uint8_t { Texte, Entier, Reel };
+using FormeHote = std::vector<TypeChamp>;
+
+// A field of a row; the first field is the row's key.
+using Valeur = std::variant<std::string, int32_t, float>;
+
+// The rows of a result, as typed fields of one shape, whatever the host:
+// the host's array, the flat text and JSON are written from them.
+class Lignes {
+public:
+    explicit Lignes(FormeHote forme) : forme_(std::move(forme)) {}
+
+    // Adds a row unless one with an equal key is there: the count.
+    int32_t AjouteLigne(std::initializer_list<Valeur> champs) { return Ajoute(std::vector<Valeur>(champs), true); }
+    int32_t AjouteLigne(std::vector<Valeur> champs) { return Ajoute(std::move(champs), true); }
+    // Adds a row whatever its first field: for the rows of the checks, which
+    // the caller has made unique by its own rule.
+    int32_t AjouteLigneSansCle(std::vector<Valeur> champs) { return Ajoute(std::move(champs), false); }
+
+    int32_t Nombre() const { return static_cast<int32_t>(lignes_.size()); }
+    const FormeHote& Forme() const { return forme_; }
+    const std::vector<std::vector<Valeur>>& Rangs() const { return lignes_; }
+
+    // The flat text: fields each ended by "@", rows by a line end.
+    std::string TextePlat() const;
+    // A JSON array of objects, one a row, its fields under `noms` (as many
+    // as the shape's); texts are code page 1252 bytes, written as UTF-8.
+    std::string Json(const std::vector<const char*>& noms) const;
+
+private:
+    int32_t Ajoute(std::vector<Valeur> champs, bool cleUnique);
+
+    FormeHote forme_;
+    std::vector<std::vector<Valeur>> lignes_;
+    std::unordered_set<std::string> clesTexte_;
+    std::unordered_set<int32_t> clesEntieres_;
+};
 
 template <class Ligne, class T>
 struct ChampLigne {
@@ -72,11 +112,19 @@ std::vector<Valeur> ValeursDe(Ligne&& ligne) {
     return ValeursSelon<std::remove_cvref_t<Ligne>>(std::forward<Ligne>(ligne));
 }
 
-// Rows into a result in a shape, each added whatever its first field: the
-// checks make their rows unique by their own rules.
+// Rows in a shape: each one unless its key is there already; or, for the
+// checks, which make their rows unique by their own rules, every one.
 template <class Forme, class Ligne>
-void AjouteLignes(Resultat& resultat, std::vector<Ligne>&& lignes) {
-    for (Ligne& l : lignes) resultat.AjouteLigneSansCle(ValeursSelon<Forme>(std::move(l)));
+Lignes LignesSelon(std::vector<Ligne>&& lignes) {
+    Lignes l(FormeDe<Forme>());
+    for (Ligne& r : lignes) l.AjouteLigne(ValeursSelon<Forme>(std::move(r)));
+    return l;
+}
+template <class Forme, class Ligne>
+Lignes LignesSansCleSelon(std::vector<Ligne>&& lignes) {
+    Lignes l(FormeDe<Forme>());
+    for (Ligne& r : lignes) l.AjouteLigneSansCle(ValeursSelon<Forme>(std::move(r)));
+    return l;
 }
 
 }  // namespace vdx

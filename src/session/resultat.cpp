@@ -1,7 +1,6 @@
 #include "session/resultat.h"
 
 #include <bit>
-#include <charconv>
 #include <cstdio>
 #include <cstring>
 #include <memory>
@@ -26,12 +25,6 @@ public:
     using hote::Acces::Acces;
     void* Element(uint32_t i, const FormeHote& forme) const { return hote::Acces::Element(TailleElement(forme), i); }
 };
-
-std::string Decimal(int32_t n) {
-    char texte[16];
-    auto [fin, erreur] = std::to_chars(texte, texte + sizeof texte, n);
-    return std::string(texte, fin);
-}
 
 }  // namespace
 
@@ -63,6 +56,10 @@ void RangeChaine(BSTR* destination, std::optional<std::string_view> texte) {
     if (!ok) throw std::bad_alloc();
 }
 
+void RangeEnOctets(BSTR* destination, std::string_view texte) {
+    if (!hote::RangeOctets(Requis(destination), texte)) throw std::bad_alloc();
+}
+
 std::string ChaineVersTexte(BSTR source, size_t taille) {
     std::string texte = hote::VersTexte(source);
     if (taille > 0 && texte.size() > taille - 1) texte.resize(taille - 1);
@@ -74,7 +71,47 @@ void LivreValeur(BSTR* destination, std::string_view texte, int32_t codeAbsent) 
         LivreTexte(texte);
         return;
     }
-    if (!hote::RangeOctets(Requis(destination, codeAbsent), texte)) throw std::bad_alloc();
+    RangeEnOctets(Requis(destination, codeAbsent), texte);
+}
+
+void LivreValeurs(std::initializer_list<Sortie> sorties, std::initializer_list<std::string_view> textes) {
+    if (sorties.size() != textes.size()) throw FauteInterne("sorties hors forme");
+    if (session().ModeSortie != ModeTableau) {
+        std::string plat;
+        for (std::string_view t : textes) AjouteChamp(t, plat);
+        LivreTexte(plat);
+        return;
+    }
+    const std::string_view* texte = textes.begin();
+    for (const Sortie& s : sorties) RangeEnOctets(Requis(s.chaine, s.codeAbsent), *texte++);
+}
+
+void VideFiche(void* fiche, const FormeHote& forme) {
+    for (uint32_t c = 0; c < forme.size(); ++c) {
+        if (forme[c] == TypeChamp::Texte)
+            RangeChaine(hote::Chaine(fiche, c), std::nullopt);
+        else
+            hote::PoseEntier(fiche, c, 0);
+    }
+}
+
+void LivreFiche(void* fiche, const FormeHote& forme, std::vector<Valeur> champs) {
+    Lignes ligne(forme);
+    ligne.AjouteLigneSansCle(std::move(champs));
+    if (session().ModeSortie != ModeTableau) {
+        LivreTexte(ligne.TextePlat());
+        return;
+    }
+    const std::vector<Valeur>& valeurs = ligne.Rangs().front();
+    for (uint32_t c = 0; c < forme.size(); ++c) {
+        if (const std::string* texte = std::get_if<std::string>(&valeurs[c])) {
+            RangeEnOctets(hote::Chaine(Requis(fiche), c), *texte);
+        } else if (const int32_t* n = std::get_if<int32_t>(&valeurs[c])) {
+            hote::PoseEntier(fiche, c, *n);
+        } else {
+            hote::PoseEntier(fiche, c, std::bit_cast<int32_t>(std::get<float>(valeurs[c])));
+        }
+    }
 }
 
 int32_t VideTableau(SAFEARRAY* tableau, const FormeHote& forme) {
@@ -106,57 +143,38 @@ void DetruitTableau(SAFEARRAY*& tableau, const FormeHote& forme) {
     }
 }
 
-Resultat::Resultat(SAFEARRAY** hote, FormeHote forme, int32_t codeAbsent) : forme_(std::move(forme)) {
+Resultat::Resultat(SAFEARRAY** hote, FormeHote forme, int32_t codeAbsent) : lignes_(std::move(forme)) {
     if (session().ModeSortie != ModeTableau) return;
     if (!hote || !*hote) throw Echec{codeAbsent};
     SAFEARRAY* t = *hote;
-    if (t->cDims != 1 || hote::TailleElement(t) != TailleElement(forme_)) throw Echec{codeAbsent};
-    const int32_t vide = VideTableau(t, forme_);
+    if (t->cDims != 1 || hote::TailleElement(t) != TailleElement(lignes_.Forme())) throw Echec{codeAbsent};
+    const int32_t vide = VideTableau(t, lignes_.Forme());
     if (vide < 0) throw Echec{vide};
     hote_ = t;
 }
 
 Resultat::~Resultat() {
     // A host array not delivered is left empty rather than half-filled.
-    if (hote_) VideTableau(hote_, forme_);
+    if (hote_) VideTableau(hote_, lignes_.Forme());
 }
 
-int32_t Resultat::AjouteLigne(std::initializer_list<Valeur> champs) {
-    Ajoute(std::vector<Valeur>(champs), true);
-    return Nombre();
-}
-int32_t Resultat::AjouteLigne(const std::vector<Valeur>& champs) {
-    Ajoute(champs, true);
-    return Nombre();
-}
-int32_t Resultat::AjouteLigneSansCle(const std::vector<Valeur>& champs) {
-    Ajoute(champs, false);
-    return Nombre();
-}
-
-void Resultat::Ajoute(std::vector<Valeur> champs, bool cleUnique) {
-    if (champs.size() != forme_.size()) throw FauteInterne("ligne hors forme");
-    for (size_t c = 0; c < champs.size(); ++c)
-        if (champs[c].index() != static_cast<size_t>(forme_[c])) throw FauteInterne("champ hors forme");
-    if (cleUnique) {
-        const Valeur& cle = champs.front();
-        const bool nouvelle = std::holds_alternative<int32_t>(cle) ? clesEntieres_.insert(std::get<int32_t>(cle)).second
-                                                                   : clesTexte_.insert(std::get<std::string>(cle)).second;
-        if (!nouvelle) return;
-    }
-    lignes_.push_back(std::move(champs));
+void Resultat::Prend(Lignes&& lignes) {
+    if (lignes.Forme() != lignes_.Forme()) throw FauteInterne("lignes hors forme");
+    lignes_ = std::move(lignes);
 }
 
 void Resultat::LivreAuTableau() {
-    if (!hote::Redimensionne(hote_, static_cast<uint32_t>(lignes_.size()))) throw Echec{OperationTableau};
+    const FormeHote& forme = lignes_.Forme();
+    const auto& rangs = lignes_.Rangs();
+    if (!hote::Redimensionne(hote_, static_cast<uint32_t>(rangs.size()))) throw Echec{OperationTableau};
     Acces acces(hote_);
     if (!acces) throw Echec{OperationTableau};
     const bool large = session().ChainesUnicode != 0;
-    for (uint32_t i = 0; i < lignes_.size(); ++i) {
-        void* e = acces.Element(i, forme_);
-        for (uint32_t c = 0; c < forme_.size(); ++c) {
-            const Valeur& v = lignes_[i][c];
-            switch (forme_[c]) {
+    for (uint32_t i = 0; i < rangs.size(); ++i) {
+        void* e = acces.Element(i, forme);
+        for (uint32_t c = 0; c < forme.size(); ++c) {
+            const Valeur& v = rangs[i][c];
+            switch (forme[c]) {
                 case TypeChamp::Texte: {
                     const std::string& texte = std::get<std::string>(v);
                     if (!(large ? hote::RangeLarge(hote::Chaine(e, c), texte) : hote::RangeOctets(hote::Chaine(e, c), texte)))
@@ -170,25 +188,6 @@ void Resultat::LivreAuTableau() {
     }
 }
 
-std::string Resultat::TextePlat() const {
-    std::string plat;
-    for (const std::vector<Valeur>& ligne : lignes_) {
-        if (!plat.empty()) AjouteTexte(FinDeLigne, plat);
-        for (const Valeur& v : ligne) {
-            if (const std::string* texte = std::get_if<std::string>(&v)) {
-                AjouteChamp(*texte, plat);
-            } else if (const int32_t* n = std::get_if<int32_t>(&v)) {
-                AjouteChamp(Decimal(*n), plat);
-            } else {
-                std::string nombre;
-                TexteNombre(std::get<float>(v), nombre, false);
-                AjouteChamp(nombre, plat);
-            }
-        }
-    }
-    return plat;
-}
-
 int32_t Resultat::Livre() {
     const int32_t n = Nombre();
     if (session().ModeSortie == ModeTableau) {
@@ -196,8 +195,14 @@ int32_t Resultat::Livre() {
         hote_ = nullptr;  // delivered: the host's from now on
         return n;
     }
-    LivreTexte(TextePlat());
+    LivreTexte(lignes_.TextePlat());
     return n;
+}
+
+int32_t Livre(SAFEARRAY** tableau, int32_t codeAbsent, Lignes&& lignes) {
+    Resultat resultat(tableau, lignes.Forme(), codeAbsent);
+    resultat.Prend(std::move(lignes));
+    return resultat.Livre();
 }
 
 }  // namespace vdx

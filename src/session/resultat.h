@@ -8,10 +8,9 @@
 #include <optional>
 #include <string>
 #include <string_view>
-#include <unordered_set>
-#include <variant>
 #include <vector>
 
+#include "session/lignes.h"
 #include "vdx32/oleauto.h"
 
 namespace vdx {
@@ -25,6 +24,8 @@ std::string LitTexte();
 // Stores a text in a host string: wide in a wide session, else its bytes.
 // No text makes it empty.
 void RangeChaine(BSTR* destination, std::optional<std::string_view> texte);
+// Stores a text's bytes in a host string whatever the session and the mode.
+void RangeEnOctets(BSTR* destination, std::string_view texte);
 // A wide host string in code page 1252, cut to `taille` - 1 bytes.
 std::string ChaineVersTexte(BSTR source, size_t taille = 255);
 
@@ -33,13 +34,20 @@ std::string ChaineVersTexte(BSTR source, size_t taille = 255);
 // is given when it is null; in the other modes delivered as a flat text.
 void LivreValeur(BSTR* destination, std::string_view texte, int32_t codeAbsent);
 
-// The shape of a record that crosses the boundary: its fields in order. A
-// float takes the first four bytes of its slot.
-enum class TypeChamp : uint8_t { Texte, Entier, Reel };
-using FormeHote = std::vector<TypeChamp>;
+// A result of several texts: in mode 0 each into the host string of its
+// argument (8-bit whatever the session; the argument's code when null), in
+// the other modes one row of them as the flat text.
+struct Sortie {
+    BSTR* chaine;
+    int32_t codeAbsent;
+};
+void LivreValeurs(std::initializer_list<Sortie> sorties, std::initializer_list<std::string_view> textes);
 
-// A field of a row; the first field is the row's key.
-using Valeur = std::variant<std::string, int32_t, float>;
+// A result of one record: in mode 0 into the host's record `fiche`, a slot a
+// field as in an array (texts 8-bit whatever the session); in the other
+// modes one row as the flat text. VideFiche empties such a record first.
+void LivreFiche(void* fiche, const FormeHote& forme, std::vector<Valeur> champs);
+void VideFiche(void* fiche, const FormeHote& forme);
 
 // The array helpers on a host array of records of a shape.
 // Frees every string, zeroes every number, and resizes to 0: 1, or -21.
@@ -49,7 +57,8 @@ void DetruitTableau(SAFEARRAY*& tableau, const FormeHote& forme);
 
 // The rows of a result, built once as typed fields whatever the mode, then
 // delivered in one place: into the host's array, sized once (mode 0), or
-// as the flat text of the other modes, written straight from the rows.
+// as the flat text of the other modes, written straight from the rows. The
+// host's array is checked when the result is made, before the rows.
 class Resultat {
 public:
     // Mode 0: the host's array variable, which must hold an array of this
@@ -60,13 +69,12 @@ public:
     Resultat(const Resultat&) = delete;
     Resultat& operator=(const Resultat&) = delete;
 
-    // Adds a row unless one with an equal key is there: the count.
-    int32_t AjouteLigne(std::initializer_list<Valeur> champs);
-    int32_t AjouteLigne(const std::vector<Valeur>& champs);
-    // Adds a row whatever its first field: for the rows of the checks, which
-    // the caller has made unique by its own rule.
-    int32_t AjouteLigneSansCle(const std::vector<Valeur>& champs);
-    int32_t Nombre() const { return static_cast<int32_t>(lignes_.size()); }
+    // The rows, to be filled; or rows made elsewhere, of the same shape.
+    Lignes& Rangs() { return lignes_; }
+    void Prend(Lignes&& lignes);
+    int32_t AjouteLigne(std::initializer_list<Valeur> champs) { return lignes_.AjouteLigne(champs); }
+    int32_t AjouteLigne(std::vector<Valeur> champs) { return lignes_.AjouteLigne(std::move(champs)); }
+    int32_t Nombre() const { return lignes_.Nombre(); }
 
     // Delivers the rows by mode and returns their count. Mode 0: the texts
     // are wide in a wide session; a failure (-21) leaves the host's array
@@ -74,15 +82,14 @@ public:
     int32_t Livre();
 
 private:
-    void Ajoute(std::vector<Valeur> champs, bool cleUnique);
     void LivreAuTableau();
-    std::string TextePlat() const;
 
-    FormeHote forme_;
+    Lignes lignes_;
     SAFEARRAY* hote_ = nullptr;  // mode 0, until delivered
-    std::vector<std::vector<Valeur>> lignes_;
-    std::unordered_set<std::string> clesTexte_;
-    std::unordered_set<int32_t> clesEntieres_;
 };
+
+// Rows made by an engine, delivered into the host's array `tableau` (its
+// code `codeAbsent`) or as the flat text: their count.
+int32_t Livre(SAFEARRAY** tableau, int32_t codeAbsent, Lignes&& lignes);
 
 }  // namespace vdx

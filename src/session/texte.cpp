@@ -148,4 +148,21 @@ void TexteNombre(float valeur, std::string& tampon, bool fractions) {
     tampon = std::move(texte);
 }
 
+std::string ChaineJson(std::string_view utf8) {
+    std::string j = "\"";
+    for (const char c : utf8) {
+        if (c == '"' || c == '\\') {
+            j += '\\';
+            j += c;
+        } else if (static_cast<unsigned char>(c) < 0x20) {
+            char echappe[8];
+            std::snprintf(echappe, sizeof echappe, "\\u%04x", c);
+            j += echappe;
+        } else {
+            j += c;
+        }
+    }
+    return j + "\"";
+}
+
 }  // namespace vdx

@@ -32,4 +32,8 @@ ResultatChamp ChampSuivant(std::string_view texte, size_t& position, std::string
 // A value too small to show leaves `tampon` as it was.
 void TexteNombre(float valeur, std::string& tampon, bool fractions);
 
+// A JSON string of a UTF-8 text: quotes, backslashes and control
+// characters escaped.
+std::string ChaineJson(std::string_view utf8);
+
 }  // namespace vdx

@@ -4,15 +4,14 @@
 #include <string>
 
 #include "session/cadre.h"
-#include "session/resultat.h"
 #include "session/tables.h"
 #include "store/fiche.h"
 #include "store/layouts.h"
 
 namespace vdx {
-int32_t ListeALD(SAFEARRAY** tableau) {
+std::vector<LigneALD> ListeALD() {
     const Table& ald = TableDuCatalogue("VDXYALD");
-    Resultat resultat(tableau, {TypeChamp::Entier, TypeChamp::Texte}, Argument2);
+    std::vector<LigneALD> resultat;
     TablesOuvertes tables{&ald};
     Curseur curseur(ald);
     auto position = curseur.Premiere();
@@ -21,11 +20,10 @@ int32_t ListeALD(SAFEARRAY** tableau) {
         const std::string octets = FicheA(ald, *position);
         const Fiche fiche(octets);
         const int32_t code = std::atoi(std::string(fiche.Texte(VDXYALD::Code)).c_str());
-        resultat.AjouteLigne({code, std::string(fiche.Texte(VDXYALD::Libelle))});
+        resultat.push_back({code, std::string(fiche.Texte(VDXYALD::Libelle))});
     }
-    const int32_t nombre = resultat.Livre();
     tables.Ferme();
-    return nombre;
+    return resultat;
 }
 
 }  // namespace vdx

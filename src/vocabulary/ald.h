@@ -3,10 +3,17 @@
 
 #include <cstdint>
 
-#include "vdx32/oleauto.h"
+#include "session/lignes.h"
 
 namespace vdx {
 
-int32_t ListeALD(SAFEARRAY** tableau);
+struct LigneALD {
+    int32_t Code = 0;
+    std::string Libelle;
+};
+VDX_LIGNE(LigneALD, Code, Libelle);
+
+// Each, in code order; none gives Echec(-90).
+std::vector<LigneALD> ListeALD();
 
 }  // namespace vdx

@@ -20,7 +20,6 @@ namespace {
 
 using namespace lexico;
 
-constexpr size_t LongueurMin = 4;  // a first word of more than three characters
 constexpr size_t MotsLus = 5;      // words read from a list
 constexpr size_t MotsUtiles = 3;   // words that take part in the search
 constexpr size_t PositionMin = 31;  // a match lies at least here in a block (from 1)...
@@ -59,9 +58,9 @@ constexpr struct {
 };
 
 // A list of words separated by "@", at most five, each cut to the buffer.
-std::vector<std::string> Decoupe(const char* texte) {
+std::vector<std::string> Decoupe(std::string_view texte) {
     std::vector<std::string> mots;
-    std::string_view reste = texte ? texte : "";
+    std::string_view reste = texte;
     while (mots.size() < MotsLus) {
         const size_t fin = reste.find('@');
         mots.emplace_back(reste.substr(0, std::min<size_t>(fin, TexteRechercheMax)));
@@ -216,12 +215,11 @@ std::string PremierMotLexico(std::string_view mot) {
     return std::string(choisi);
 }
 
-int32_t Lexico(SAFEARRAY** resultat, const char* motsCherches, const char* motsExclus, int32_t options,
-               int32_t debut, int32_t nombre) {
-    if (!motsCherches || strnlen(motsCherches, LongueurMin) < LongueurMin) throw Echec{RechercheTropCourte};
-    Resultat lignes(resultat, {TypeChamp::Texte, TypeChamp::Texte, TypeChamp::Texte}, Argument2);
+Lignes Lexico(std::string_view motsCherches, std::string_view motsExclus, int32_t options, int32_t debut,
+              int32_t nombre) {
+    Lignes lignes(FormeLexico);
     const std::vector<std::string> cherches = Decoupe(motsCherches);
-    if (cherches[0].size() < LongueurMin) throw Echec{RechercheTropCourte};
+    if (cherches[0].size() < LongueurMinLexico) throw Echec{RechercheTropCourte};
     Scan scan(PremierMotLexico(cherches[0]), Plies(cherches, 1), Plies(Decoupe(motsExclus), 0), options);
 
     const Table& produits = TableDuCatalogue("VDXVPRO");
@@ -245,9 +243,8 @@ int32_t Lexico(SAFEARRAY** resultat, const char* motsCherches, const char* motsE
         if (rang + 1 >= debut && rang <= int64_t{debut} + nombre)
             lignes.AjouteLigne({prises[i].code, prises[i].libelle, std::string()});
     }
-    const int32_t n = lignes.Livre();
     tables.Ferme();
-    return n;
+    return lignes;
 }
 
 }  // namespace vdx

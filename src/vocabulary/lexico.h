@@ -14,7 +14,7 @@
 #include <string>
 #include <string_view>
 
-#include "vdx32/oleauto.h"
+#include "session/lignes.h"
 
 namespace vdx {
 
@@ -29,11 +29,15 @@ inline constexpr size_t Avance = 90000;       // from one block to the next
 // letter that the low byte of `options` selects; `options` 256 or more hides
 // deleted products, which are otherwise marked "[SUP]". Rows of CodeCIP,
 // label and an empty text; only the rows of ordinal `debut` (from 1) to
-// index `debut` + `nombre` (from 0) are delivered, and counted.
-// -3 a first word of three characters or fewer, -20 no array in mode 0,
-// -1998 VDXVPRO can't be read, -1999 a block can't be scanned.
-int32_t Lexico(SAFEARRAY** resultat, const char* motsCherches, const char* motsExclus, int32_t options,
-               int32_t debut, int32_t nombre);
+// index `debut` + `nombre` (from 0) are given. Throws Echec: -3 a first
+// word of three characters or fewer, -1998 VDXVPRO can't be read, -1999 a
+// block can't be scanned.
+Lignes Lexico(std::string_view motsCherches, std::string_view motsExclus, int32_t options, int32_t debut,
+              int32_t nombre);
+// Its rows: CodeCIP, label, text.
+inline const FormeHote FormeLexico = {TypeChamp::Texte, TypeChamp::Texte, TypeChamp::Texte};
+// The shortest first word.
+inline constexpr size_t LongueurMinLexico = 4;
 
 // The first word as the scan looks for it: folded by PlieMotCle, then
 // replaced by its abbreviation when the table has one.

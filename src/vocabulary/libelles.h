@@ -7,7 +7,6 @@
 #include <string>
 #include <string_view>
 
-#include "vdx32/oleauto.h"
 #include "vocabulary/vocabulaires.h"
 
 namespace vdx {
@@ -26,12 +25,5 @@ std::optional<std::string> LibelleVocabulaire(const Vocabulaire& vocabulaire, st
 // A CIM10 code under three characters is a chapter, held in VDXVCIMA.
 const Vocabulaire& VocabulaireCIM10(std::string_view code);
 
-// The body of a label export: the host string emptied first in mode 0,
-// then -2 when not connected, -10 for a code absent, empty or of 11
-// characters or more, -90 for an unknown code, -500; otherwise the label is
-// delivered as a single text (8-bit in mode 0) and the result is 1.
-int32_t LibelleExport(VocabulaireDe vocabulaire, const char* code, BSTR* libelle);
-// The same on VDXVCIM, or on VDXVCIMA for a chapter.
-int32_t LibelleCIM10(const char* code, BSTR* libelle);
 
 }  // namespace vdx

@@ -6,7 +6,6 @@
 #include <vector>
 
 #include "session/cadre.h"
-#include "session/resultat.h"
 #include "session/session.h"
 #include "session/tables.h"
 #include "store/fiche.h"
@@ -26,10 +25,7 @@ void OuvreVocabulaire(TablesOuvertes& tables, const Vocabulaire& v) {
 
 
 // A search text folded by MajusculeSansAccent, cut to `longueur`.
-std::string Plie(const char* texte, size_t longueur) {
-    if (!texte) return {};
-    return MajusculeSansAccent(std::string_view(texte).substr(0, longueur));
-}
+std::string Plie(std::string_view texte, size_t longueur) { return MajusculeSansAccent(texte.substr(0, longueur)); }
 
 // The label held by a label key: its bytes up to the first NUL.
 std::string_view LibelleDeCle(std::string_view cle) { return cle.substr(0, cle.find('\0')); }
@@ -47,7 +43,7 @@ std::vector<Valeur> Ligne(const Vocabulaire& v, const Fiche& fiche) {
 }
 
 // Reads the record and adds its row; true when the row was new.
-bool AjouteFiche(Resultat& resultat, const Vocabulaire& v, Position position) {
+bool AjouteFiche(Lignes& resultat, const Vocabulaire& v, Position position) {
     const std::string octets = FicheA(*v.table, position);
     const int32_t avant = resultat.Nombre();
     return resultat.AjouteLigne(Ligne(v, Fiche(octets))) > avant;
@@ -69,17 +65,14 @@ Position Depart(std::optional<Position> position) {
 
 }  // namespace
 
-int32_t PasVocabulaire(VocabulaireDe vocabulaire, const char* texte, SAFEARRAY** tableau,
-                       const char* suite, int32_t nombre) {
-    const Vocabulaire& v = vocabulaire();
-    if (texte && texte[0] == ' ') return Rien;
+Lignes PasVocabulaire(const Vocabulaire& v, std::string_view texte, std::string_view suite, int32_t nombre) {
     const std::string prefixe = Plie(texte, v.longueurPrefixe);
-    Resultat resultat(tableau, v.forme, Argument2);
+    Lignes resultat(v.forme);
     TablesOuvertes fichiers;
     OuvreVocabulaire(fichiers, v);
     Curseur curseur(*v.table, v.Membre());
     std::optional<Position> position;
-    if (suite && *suite) {
+    if (!suite.empty()) {
         // The page begins behind the row named by Suite.
         Depart(curseur.SuperieureOuEgale(Plie(suite, v.longueurPrefixe)));
         position = Depart(curseur.Suivante());
@@ -94,22 +87,18 @@ int32_t PasVocabulaire(VocabulaireDe vocabulaire, const char* texte, SAFEARRAY**
         }
         position = curseur.Suivante();
     }
-    const int32_t n = resultat.Livre();
     fichiers.Ferme();
-    return n;
+    return resultat;
 }
 
-int32_t MotVocabulaire(VocabulaireDe vocabulaire, const char* mot1, const char* mot2,
-                       int32_t partout, SAFEARRAY** tableau) {
-    const Vocabulaire& v = vocabulaire();
-    const bool premierVide = !mot1 || !*mot1;
-    const char* seul = premierVide ? mot2 : mot1;
-    if (!seul || !*seul) throw Echec{Argument1};
+Lignes MotVocabulaire(const Vocabulaire& v, std::string_view mot1, std::string_view mot2, bool partout) {
+    const std::string_view seul = mot1.empty() ? mot2 : mot1;
+    if (seul.empty()) throw Echec{Argument1};
     TablesOuvertes fichiers;
     OuvreVocabulaire(fichiers, v);
-    Resultat resultat(tableau, v.forme, Argument5);
+    Lignes resultat(v.forme);
     const std::string premier = Plie(seul, TexteRechercheMax);
-    const std::string second = premierVide ? std::string() : Plie(mot2, TexteRechercheMax);
+    const std::string second = mot1.empty() ? std::string() : Plie(mot2, TexteRechercheMax);
     Curseur curseur(*v.table, v.Membre());
     std::optional<Position> position = Depart(partout ? curseur.Premiere() : curseur.SuperieureOuEgale(premier));
     for (; position; position = curseur.Suivante()) {
@@ -127,16 +116,12 @@ int32_t MotVocabulaire(VocabulaireDe vocabulaire, const char* mot1, const char* 
         if (!second.empty() && !SecondMotAPart(cle, second, debut, premier.size())) continue;
         AjouteFiche(resultat, v, *position);
     }
-    const int32_t n = resultat.Livre();
     fichiers.Ferme();
-    return n;
+    return resultat;
 }
 
-int32_t MotFamille(VocabulaireDe vocabulaire, const char* mot, SAFEARRAY** tableau,
-                   const char* prefixe) {
-    const Vocabulaire& v = vocabulaire();
-    if (!mot || !*mot) throw Echec{Argument1};
-    Resultat resultat(tableau, v.forme, Argument2);
+Lignes MotFamille(const Vocabulaire& v, std::string_view mot, std::string_view prefixe) {
+    Lignes resultat(v.forme);
     TablesOuvertes fichiers;
     OuvreVocabulaire(fichiers, v);
     const std::string cherche = Plie(mot, TexteRechercheMax);
@@ -151,9 +136,8 @@ int32_t MotFamille(VocabulaireDe vocabulaire, const char* mot, SAFEARRAY** table
         if (MajusculeSansAccent(fiche.Texte(v.libelleCle.value())).find(cherche) != std::string::npos)
             resultat.AjouteLigne(Ligne(v, fiche));
     }
-    const int32_t n = resultat.Livre();
     fichiers.Ferme();
-    return n;
+    return resultat;
 }
 
 }  // namespace vdx

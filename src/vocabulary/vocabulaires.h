@@ -7,7 +7,7 @@
 #include <cstdint>
 #include <optional>
 
-#include "session/resultat.h"
+#include "session/lignes.h"
 #include "store/catalogue.h"
 #include "store/champ.h"
 

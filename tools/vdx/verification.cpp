@@ -13,6 +13,7 @@
 #include <vector>
 
 #include "platform/codepage.h"
+#include "session/texte.h"
 #include "store/sources.h"
 #include "tools/vdx/commandes.h"
 #include "vdx32/oleauto.h"
@@ -146,22 +147,6 @@ std::optional<int32_t> Nombre(const std::string& texte) {
 }
 
 
-std::string Json(std::string_view texte) {
-    std::string j = "\"";
-    for (const char c : texte) {
-        if (c == '"' || c == '\\') {
-            j += '\\';
-            j += c;
-        } else if (static_cast<unsigned char>(c) < 0x20) {
-            char echappe[8];
-            std::snprintf(echappe, sizeof echappe, "\\u%04x", c);
-            j += echappe;
-        } else {
-            j += c;
-        }
-    }
-    return j + "\"";
-}
 
 // Colours of a terminal, by interaction level.
 struct Couleurs {
@@ -352,17 +337,17 @@ int Imprime(Constat& c) {
 int ImprimeJson(Constat& c) {
     std::cout << "{\"prescription\":[";
     for (size_t i = 0; i < c.produits.size(); ++i)
-        std::cout << (i ? "," : "") << "{\"code\":" << Json(c.produits[i].code)
-                  << ",\"label\":" << Json(c.produits[i].libelle) << "}";
+        std::cout << (i ? "," : "") << "{\"code\":" << vdx::ChaineJson(c.produits[i].code)
+                  << ",\"label\":" << vdx::ChaineJson(c.produits[i].libelle) << "}";
     const auto lignes = [](const std::vector<VdxInteraction2*>& rangs) {
         for (size_t i = 0; i < rangs.size(); ++i) {
             const VdxInteraction2& r = *rangs[i];
-            std::cout << (i ? "," : "") << "{\"level\":" << r.Niveau << ",\"severity\":" << Json(Utf8(r.LibelleGravite))
-                      << ",\"code1\":" << Json(Utf8(r.CIP1)) << ",\"label1\":" << Json(Utf8(r.Libelle1))
-                      << ",\"code2\":" << Json(Utf8(r.CIP2)) << ",\"label2\":" << Json(Utf8(r.Libelle2))
-                      << ",\"kind\":" << Json(Utf8(r.TexteType)) << ",\"risk\":" << Json(Utf8(r.Texte2))
-                      << ",\"conduct\":" << Json(Utf8(r.Texte4)) << ",\"condition\":" << Json(Utf8(r.LibelleCondition))
-                      << ",\"reference\":" << Json(Utf8(r.Reference)) << "}";
+            std::cout << (i ? "," : "") << "{\"level\":" << r.Niveau << ",\"severity\":" << vdx::ChaineJson(Utf8(r.LibelleGravite))
+                      << ",\"code1\":" << vdx::ChaineJson(Utf8(r.CIP1)) << ",\"label1\":" << vdx::ChaineJson(Utf8(r.Libelle1))
+                      << ",\"code2\":" << vdx::ChaineJson(Utf8(r.CIP2)) << ",\"label2\":" << vdx::ChaineJson(Utf8(r.Libelle2))
+                      << ",\"kind\":" << vdx::ChaineJson(Utf8(r.TexteType)) << ",\"risk\":" << vdx::ChaineJson(Utf8(r.Texte2))
+                      << ",\"conduct\":" << vdx::ChaineJson(Utf8(r.Texte4)) << ",\"condition\":" << vdx::ChaineJson(Utf8(r.LibelleCondition))
+                      << ",\"reference\":" << vdx::ChaineJson(Utf8(r.Reference)) << "}";
         }
     };
     std::cout << "],\"interactions\":[";
@@ -370,17 +355,17 @@ int ImprimeJson(Constat& c) {
     std::cout << "],\"noCouples\":" << (c.sansCouples ? "true" : "false") << ",\"noTerms\":"
               << (c.sansTermes ? "true" : "false") << ",\"notAnalysed\":[";
     for (size_t i = 0; i < c.nonAnalyses.size(); ++i)
-        std::cout << (i ? "," : "") << "{\"code\":" << Json(c.nonAnalyses[i]->code) << ",\"label\":" << Json(c.nonAnalyses[i]->libelle)
+        std::cout << (i ? "," : "") << "{\"code\":" << vdx::ChaineJson(c.nonAnalyses[i]->code) << ",\"label\":" << vdx::ChaineJson(c.nonAnalyses[i]->libelle)
                   << ",\"reason\":\"local route only\"}";
     std::cout << "],\"outside\":[";
     lignes(c.exterieures);
     std::cout << "],\"contraindications\":[";
     bool premier = true;
     for (VdxAlerteCI& a : c.alertes.Lignes()) {
-        std::cout << (premier ? "" : ",") << "{\"level\":" << a.NiveauAlerte << ",\"code\":" << Json(Utf8(a.CodeProduit))
-                  << ",\"label\":" << Json(Utf8(a.LibelleProduit)) << ",\"term\":" << Json(Utf8(a.CodeTerme))
-                  << ",\"termLabel\":" << Json(Utf8(a.LibelleTerme))
-                  << ",\"patientCode\":" << Json(Utf8(a.CodePatient)) << "}";
+        std::cout << (premier ? "" : ",") << "{\"level\":" << a.NiveauAlerte << ",\"code\":" << vdx::ChaineJson(Utf8(a.CodeProduit))
+                  << ",\"label\":" << vdx::ChaineJson(Utf8(a.LibelleProduit)) << ",\"term\":" << vdx::ChaineJson(Utf8(a.CodeTerme))
+                  << ",\"termLabel\":" << vdx::ChaineJson(Utf8(a.LibelleTerme))
+                  << ",\"patientCode\":" << vdx::ChaineJson(Utf8(a.CodePatient)) << "}";
         premier = false;
     }
     std::cout << "]}\n";
