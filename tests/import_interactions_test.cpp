@@ -171,7 +171,7 @@ protected:
     // The rows of a prescription as "CIP1>CIP2 second label (level)".
     static std::set<std::string> Lignes(const std::vector<std::string>& prescription) {
         std::set<std::string> lignes;
-        for (const FicheInteraction2& r : AnalyseInteractions(prescription))
+        for (const FicheInteraction2& r : AnalyseInteractions(session(), prescription))
             lignes.insert(r.CIP1 + ">" + r.CIP2 + " " + r.Libelle2 + " (" + std::to_string(r.Niveau) + ")");
         return lignes;
     }
@@ -183,7 +183,7 @@ TEST_F(CouplesLus, AProductAloneMeetsWhatIsTakenBesideIt) {
     EXPECT_EQ(Lignes({Warfarine}), (std::set<std::string>{"4444444>0000000 Alcool (boisson ou excipient) (1)",
                                                           "4444444>0000000 Millepertuis (4)"}));
     std::map<std::string, std::string> classes;  // by second label
-    for (const FicheInteraction2& r : AnalyseInteractions({Warfarine})) classes[r.Libelle2] = r.Classe2;
+    for (const FicheInteraction2& r : AnalyseInteractions(session(), {Warfarine})) classes[r.Libelle2] = r.Classe2;
     EXPECT_EQ(classes["Alcool (boisson ou excipient)"], "ALCOOL (BOISSON OU EXCIPIENT)");
     // Mineral oil meets a condom on the skin, not by mouth.
     EXPECT_EQ(Lignes({Vaseline}), (std::set<std::string>{"1100014>0000000 Pr\xE9servatifs en latex (4)"}));

@@ -116,9 +116,11 @@ struct Lien {
 // alerts and the labels already read.
 class Controle {
 public:
-    Controle(ProfilPatient& patient, const RegleProfil& regle)
+    // Alerts filtered below `niveauCI` are left out.
+    Controle(ProfilPatient& patient, const RegleProfil& regle, int32_t niveauCI)
         : patient_(patient),
           regle_(regle),
+          niveauCI_(niveauCI),
           tables_({&TableTermes(), &TableTermesProduit(), &TableLiensTerme(), &TableCISPVersCIM10(),
                    &TableProduits()}),
           termesProduit_(TableTermesProduit()),
@@ -322,7 +324,7 @@ private:
     }
 
     void Ajoute(int32_t niveau, int32_t valeur, const Lien& lien, std::string_view codePatient) {
-        if (NiveauFiltre(niveau) < session().NiveauCI) return;
+        if (NiveauFiltre(niveau) < niveauCI_) return;
         if (!dejaVues_.insert(CleTexte(lien.CodeCIP, LongueurCIP) + CleTerme(lien.CodeTerme)).second) return;
         alertes_.push_back({niveau, valeur, lien.CodeCIP, LibelleProduit(lien.CodeCIP), lien.CodeTerme,
                             LibelleTerme(lien.CodeTerme), std::string(codePatient)});
@@ -357,6 +359,7 @@ private:
 
     ProfilPatient& patient_;
     const RegleProfil& regle_;
+    int32_t niveauCI_;
     TablesOuvertes tables_;
     Curseur termesProduit_;
     Curseur liens_;
@@ -421,11 +424,12 @@ bool Chevauche(std::string_view patient, std::string_view terme) {
     return std::max(ab->first * 0.95, cd->first) <= std::min(ab->second * 1.05, cd->second);
 }
 
-std::vector<AlerteCI> ContreIndicationsPatient(ProfilPatient patient, const std::vector<std::string>& produits,
-                                               const RegleProfil& regle) {
+std::vector<AlerteCI> ContreIndicationsPatient(const Contexte& contexte, ProfilPatient patient,
+                                               const std::vector<std::string>& produits, const RegleProfil& regle) {
+    const DansContexte dans(contexte);
     const size_t n = patient.CodesPatient.size();
     if (patient.TypesPatient.size() != n || patient.ValeursPatient.size() != n) throw Echec{Argument1};
-    Controle controle(patient, regle);
+    Controle controle(patient, regle, contexte.NiveauCI);
     controle.ConstruitListes(produits);
     controle.AppariePathologies();
     controle.ApparieProfil();

@@ -10,6 +10,7 @@
 #include <string_view>
 #include <vector>
 
+#include "session/contexte.h"
 #include "session/entrees.h"
 #include "session/lignes.h"
 #include "store/catalogue.h"
@@ -60,7 +61,7 @@ inline constexpr int32_t EcartGrossesse = 9;
 inline constexpr int32_t ChiffrePrecaution = 3;
 
 // The level an alert is filtered at by NiveauCI_Vdx: dropped when below the
-// session's NiveauCI.
+// context's NiveauCI.
 int32_t NiveauFiltre(int32_t niveau);
 
 // How the checks differ, as parameters of the one engine.
@@ -79,8 +80,8 @@ inline constexpr RegleProfil RegleRapport{true, false, true, true, true, false};
 // The alerts of `produits` for the patient, sorted by product label. Only
 // seven-character codes are looked at. Throws Echec (-13 for a 13-digit
 // code without mapping under the rules that map them, -500).
-std::vector<AlerteCI> ContreIndicationsPatient(ProfilPatient patient, const std::vector<std::string>& produits,
-                                               const RegleProfil& regle);
+std::vector<AlerteCI> ContreIndicationsPatient(const Contexte& contexte, ProfilPatient patient,
+                                               const std::vector<std::string>& produits, const RegleProfil& regle);
 
 // The overlap test of a patient's range "a-b" with a term's "c-d": a is
 // taken 5% lower and b 5% higher. False for a text without two numbers.
@@ -98,7 +99,7 @@ struct ContreIndicationsCourtes {
 };
 // The products against the term that stands for the last of `termes`, at
 // an age: rows by product label from the last, then by level.
-ContreIndicationsCourtes ContreIndicationsDesTermes(const std::vector<std::string>& produits,
+ContreIndicationsCourtes ContreIndicationsDesTermes(const Contexte& contexte, const std::vector<std::string>& produits,
                                                     const std::vector<std::string>& termes, int32_t age);
 
 // The vocabulary of terms, VDXVAMM, and the record of a term, which the

@@ -143,19 +143,19 @@ protected:
     }
     static std::string Verifie(const ProfilPatient& p, std::vector<std::string> produits,
                                const RegleProfil& regle = RegleProfil2) {
-        return Resume(ContreIndicationsPatient(p, produits, regle));
+        return Resume(ContreIndicationsPatient(session(), p, produits, regle));
     }
 };
 
 TEST_F(ContreIndications, PathologyCodesOfEachKindMatchTheTermsOfTheProducts) {
     // A term, directly and through the codes it stands for.
-    auto alertes = ContreIndicationsPatient(Patient({{Ulcere, PathologieTerme}}), {"3000002"}, RegleProfil2);
+    auto alertes = ContreIndicationsPatient(session(), Patient({{Ulcere, PathologieTerme}}), {"3000002"}, RegleProfil2);
     ASSERT_EQ(alertes.size(), 1u);
     EXPECT_EQ(alertes[0].CodePatient, Ulcere);
     EXPECT_EQ(alertes[0].ValeurPatient, 1);
     EXPECT_EQ(alertes[0].LibelleProduit, "ASPIRINE 500MG CPR");
     EXPECT_EQ(alertes[0].LibelleTerme, "Ulc\xE8re \xE9volutif");
-    alertes = ContreIndicationsPatient(Patient({{PathologieUlcere, PathologieTerme}}), {"3000002"}, RegleProfil2);
+    alertes = ContreIndicationsPatient(session(), Patient({{PathologieUlcere, PathologieTerme}}), {"3000002"}, RegleProfil2);
     ASSERT_EQ(alertes.size(), 1u);
     EXPECT_EQ(alertes[0].CodePatient, "K25");
 
@@ -164,7 +164,7 @@ TEST_F(ContreIndications, PathologyCodesOfEachKindMatchTheTermsOfTheProducts) {
 
     // CIM10: three characters become the ".9" code when it exists; a double
     // code is searched as its halves; a code begins the longer one.
-    alertes = ContreIndicationsPatient(Patient({{"K72", PathologieCIM10}}), {"3000001"}, RegleProfil2);
+    alertes = ContreIndicationsPatient(session(), Patient({{"K72", PathologieCIM10}}), {"3000001"}, RegleProfil2);
     ASSERT_EQ(alertes.size(), 1u);
     EXPECT_EQ(alertes[0].CodePatient, "K72.9");
     EXPECT_EQ(Verifie(Patient({{"E44K25", PathologieCIM10}}), {"3000001", "3000002"}),
@@ -173,10 +173,10 @@ TEST_F(ContreIndications, PathologyCodesOfEachKindMatchTheTermsOfTheProducts) {
 
     // A term the vocabulary lacks, a common-name line, an unknown product,
     // an empty code, a kind of code that does not exist.
-    alertes = ContreIndicationsPatient(Patient({{"X99", PathologieCIM10}}), {"3000002"}, RegleProfil2);
+    alertes = ContreIndicationsPatient(session(), Patient({{"X99", PathologieCIM10}}), {"3000002"}, RegleProfil2);
     ASSERT_EQ(alertes.size(), 1u);
     EXPECT_EQ(alertes[0].LibelleTerme, "Code CI99999999 inexistant.");
-    alertes = ContreIndicationsPatient(Patient({{"K72.9", PathologieCIM10}}), {"9000001", "3999999"}, RegleProfil2);
+    alertes = ContreIndicationsPatient(session(), Patient({{"K72.9", PathologieCIM10}}), {"9000001", "3999999"}, RegleProfil2);
     ASSERT_EQ(alertes.size(), 1u);
     EXPECT_EQ(alertes[0].LibelleProduit, "Parac\xE9tamol 1 g cp");
     EXPECT_EQ(Verifie(Patient({{"", PathologieCIM10}, {"K72", 7}}), {"3000001", "3000002"}), "");
@@ -285,14 +285,14 @@ TEST_F(ContreIndications, OneAlertPerProductAndTermTheFirstFoundStands) {
     // E44 finds the weight term by its code before the weight does.
     ProfilPatient p = Patient({{"E44", PathologieCIM10}});
     p.Poids = 40;
-    const auto alertes = ContreIndicationsPatient(p, {"3000001", "3000001"}, RegleProfil2);
+    const auto alertes = ContreIndicationsPatient(session(), p, {"3000001", "3000001"}, RegleProfil2);
     ASSERT_EQ(alertes.size(), 1u);
     EXPECT_EQ(alertes[0].ValeurPatient, 1);
     EXPECT_EQ(alertes[0].CodePatient, "E44");
     // The profile's alerts say so.
     p = Patient();
     p.Poids = 40;
-    const auto profil = ContreIndicationsPatient(p, {"3000001"}, RegleProfil2);
+    const auto profil = ContreIndicationsPatient(session(), p, {"3000001"}, RegleProfil2);
     ASSERT_EQ(profil.size(), 1u);
     EXPECT_EQ(profil[0].ValeurPatient, -1);
     EXPECT_EQ(profil[0].CodePatient, "");

@@ -14,7 +14,6 @@
 #include "products/produits.h"
 #include "session/cadre.h"
 #include "session/messages.h"
-#include "session/session.h"
 #include "session/tables.h"
 #include "store/cles.h"
 #include "store/fiche.h"
@@ -279,7 +278,9 @@ std::string Reference(const Fiche& couple) {
 
 class Appariement {
 public:
-    explicit Appariement(std::vector<LignePrescription> lignes) : lignes_(std::move(lignes)) {}
+    // Rows below `niveauMin` are left out.
+    Appariement(std::vector<LignePrescription> lignes, int32_t niveauMin)
+        : lignes_(std::move(lignes)), niveauMin_(niveauMin) {}
 
     // The rows; the caller holds the tables of the analysis open.
     std::vector<FicheInteraction2> Lignes() {
@@ -403,7 +404,7 @@ private:
             }
         }
         const bool doublon = c.genre != SubstanceExterieure && Doublon(r);
-        if (r.Niveau < session().NiveauInteraction) return;
+        if (r.Niveau < niveauMin_) return;
 
         const std::string texte1 = TexteDuCote(premier);
         if (c.genre == EntreProduits) {
@@ -453,6 +454,7 @@ private:
     }
 
     std::vector<LignePrescription> lignes_;
+    int32_t niveauMin_;
     std::unordered_map<int32_t, int32_t> peres_;
     std::unordered_map<int32_t, std::vector<std::unique_ptr<Couple>>> couples_;
     std::unordered_map<int32_t, std::string> types_;
@@ -503,19 +505,21 @@ LignePrescription ConstruitLigne(const std::string& codeCIP, std::string_view li
     return ligne;
 }
 
-std::vector<FicheInteraction2> AnalyseInteractions(const std::vector<std::string>& codesCIP) {
+std::vector<FicheInteraction2> AnalyseInteractions(const Contexte& contexte, const std::vector<std::string>& codesCIP) {
+    const DansContexte dans(contexte);
     TablesOuvertes tables(TablesLigne());
     for (const Table* t : {&TableCouples(), &TableTypes(), &TableGravites(), &TableParents(), &TableTermes()})
         tables.Ouvre(*t);
     std::vector<LignePrescription> lignes;
     for (const std::string& code : codesCIP)
         lignes.push_back(ConstruitLigne(code, messages::LibelleSansAccentInconnu));
-    std::vector<FicheInteraction2> resultat = Appariement(std::move(lignes)).Lignes();
+    std::vector<FicheInteraction2> resultat = Appariement(std::move(lignes), contexte.NiveauInteraction).Lignes();
     tables.Ferme();
     return resultat;
 }
 
-std::vector<FicheInteraction2> InteractionsDuProduit(const std::string& codeCIP) {
+std::vector<FicheInteraction2> InteractionsDuProduit(const Contexte& contexte, const std::string& codeCIP) {
+    const DansContexte dans(contexte);
     const LignePrescription ligne = ConstruitLigne(codeCIP, messages::CIPIntrouvable(codeCIP));
     std::vector<FicheInteraction2> lignes;
     TablesOuvertes tables{&TableCouples(), &TableTypes(), &TableGravites(), &TableClasses(), &TableVoies()};
@@ -549,9 +553,9 @@ std::vector<FicheInteraction2> InteractionsDuProduit(const std::string& codeCIP)
     return lignes;
 }
 
-std::vector<FicheInteraction2> InteractionsDuProduitParType(const std::string& codeCIP) {
+std::vector<FicheInteraction2> InteractionsDuProduitParType(const Contexte& contexte, const std::string& codeCIP) {
     std::vector<FicheInteraction2> uniques;
-    for (FicheInteraction2& r : InteractionsDuProduit(codeCIP))
+    for (FicheInteraction2& r : InteractionsDuProduit(contexte, codeCIP))
         if (std::ranges::none_of(uniques, [&](const FicheInteraction2& u) { return u.TexteType == r.TexteType; }))
             uniques.push_back(std::move(r));
     TriParNiveau(uniques);

@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "checks/voies.h"
+#include "session/contexte.h"
 #include "session/lignes.h"
 
 namespace vdx {
@@ -66,14 +67,14 @@ std::string TexteDuCouple(std::string_view couple, int n);
 LignePrescription ConstruitLigne(const std::string& codeCIP, std::string_view libelleAbsent);
 
 // The rows of a prescription, sorted by level from the highest, those below
-// the session's NiveauInteraction left out. Throws Echec.
-std::vector<FicheInteraction2> AnalyseInteractions(const std::vector<std::string>& codesCIP);
+// the context's NiveauInteraction left out. Throws Echec.
+std::vector<FicheInteraction2> AnalyseInteractions(const Contexte& contexte, const std::vector<std::string>& codesCIP);
 
 // What one product can interact with, alone: every row, as the analysis
 // would give them beside any other product.
-std::vector<FicheInteraction2> InteractionsDuProduit(const std::string& codeCIP);
+std::vector<FicheInteraction2> InteractionsDuProduit(const Contexte& contexte, const std::string& codeCIP);
 // The same, one row per text of the kind, by level from the highest.
-std::vector<FicheInteraction2> InteractionsDuProduitParType(const std::string& codeCIP);
+std::vector<FicheInteraction2> InteractionsDuProduitParType(const Contexte& contexte, const std::string& codeCIP);
 
 // Rows by level from the highest, by the exchange sort.
 void TriParNiveau(std::vector<FicheInteraction2>& lignes);

@@ -8,6 +8,7 @@
 
 #include <cstring>
 
+#include "platform/chemin.h"
 #include "platform/hote.h"
 #include "products/essai_produits.h"
 #include "session/resultat.h"
@@ -127,7 +128,7 @@ protected:
         }
         return texte;
     }
-    static std::string Analyse(std::vector<std::string> codes) { return Resume(AnalyseInteractions(codes)); }
+    static std::string Analyse(std::vector<std::string> codes) { return Resume(AnalyseInteractions(session(), codes)); }
 };
 
 TEST_F(Interactions, ALineHoldsSubstancesSynonymsClassesAndAncestors) {
@@ -154,7 +155,7 @@ TEST_F(Interactions, ALineHoldsSubstancesSynonymsClassesAndAncestors) {
 }
 
 TEST_F(Interactions, CouplesBetweenProductsFollowTheOrderOfTheLinesAndTheirSens) {
-    auto lignes = AnalyseInteractions({Zeclar, Colchimax});
+    auto lignes = AnalyseInteractions(session(), {Zeclar, Colchimax});
     ASSERT_EQ(lignes.size(), 1u);
     const FicheInteraction2& r = lignes[0];
     EXPECT_EQ(r.CIP1, Zeclar);
@@ -175,7 +176,7 @@ TEST_F(Interactions, CouplesBetweenProductsFollowTheOrderOfTheLinesAndTheirSens)
     // The other order walks the mirror couple: its Sens puts the sides the
     // other way, the routes stay those of the lines. The conditional couple
     // gives a row per term (its kind is not in the base).
-    lignes = AnalyseInteractions({Colchimax, Zeclar});
+    lignes = AnalyseInteractions(session(), {Colchimax, Zeclar});
     EXPECT_EQ(Resume(lignes),
               "3000003>3000004 4 Toxicit\xE9 de COLCHICINE major\xE9" "e par CLARITHROMYCINE | "
               "3000004>3000003 1 3 : Type Inconnu [CI00000001] | 3000004>3000003 1 3 : Type Inconnu [CI00000002]");
@@ -190,7 +191,7 @@ TEST_F(Interactions, OutsideSubstancesRoutesAndAncestorsAcrossLines) {
     EXPECT_EQ(Analyse({Actiskenan, Codoliprane}),
               "3000001>3000002 3 D\xE9pression respiratoire : MORPHINE et CODEINE | "
               "3000001>0000000 2 MORPHINE et ALCOOL | 3000002>0000000 2 CODEINE et ALCOOL");
-    const auto alcool = AnalyseInteractions({Actiskenan});
+    const auto alcool = AnalyseInteractions(session(), {Actiskenan});
     ASSERT_EQ(alcool.size(), 1u);
     EXPECT_EQ(alcool[0].Libelle2, "ALCOOL");
     EXPECT_EQ(alcool[0].Classe2, "Code 0 introuvable");
@@ -225,7 +226,7 @@ TEST_F(Interactions, TheRouteTestAndItsVetoes) {
 TEST_F(Interactions, TheLevelOfTheSessionLeavesRowsOutButNotFromOneProductsList) {
     EXPECT_EQ(NiveauInteraction_Vdx(3), 3);
     EXPECT_EQ(Analyse({Actiskenan, Codoliprane}), "3000001>3000002 3 D\xE9pression respiratoire : MORPHINE et CODEINE");
-    EXPECT_EQ(InteractionsDuProduit(Actiskenan).size(), 2u);
+    EXPECT_EQ(InteractionsDuProduit(session(), Actiskenan).size(), 2u);
     EXPECT_EQ(NiveauInteraction_Vdx(-1), 3);
     EXPECT_EQ(NiveauInteraction_Vdx(0), 0);
 }
@@ -318,6 +319,26 @@ TEST_F(InteractionsExports, FlatModesReadTheirLists) {
     EXPECT_EQ(Interactions2_Vdx(nullptr, nullptr, nullptr, nullptr, 0, 0, 0, 0, ""), -12);
 }
 
+// A context is what a core reads: its base and its switches. Two of them
+// side by side in one process, interleaved with the session's own.
+TEST_F(Interactions, TwoContextsSideBySideLeaveTheSessionAlone) {
+    BaseDeTest autre;
+    essai::AjouteIdentite(autre);
+    vdx::Remplit(autre, false);
+    Contexte sansParents;
+    sansParents.BaseFichiers = chemin::Repertoire(autre.Repertoire());
+    Contexte graves = session();
+    graves.NiveauInteraction = 4;
+
+    const std::string tous = Analyse({Colchimax, Zeclar});
+    EXPECT_TRUE(AnalyseInteractions(sansParents, {Colchimax, Zeclar}).empty());
+    EXPECT_EQ(Resume(AnalyseInteractions(graves, {Colchimax, Zeclar})),
+              "3000003>3000004 4 Toxicit\xE9 de COLCHICINE major\xE9" "e par CLARITHROMYCINE");
+    EXPECT_EQ(Analyse({Colchimax, Zeclar}), tous);
+    EXPECT_EQ(session().NiveauInteraction, 0);
+    EXPECT_EQ(&ContexteCourant(), &static_cast<const Contexte&>(session()));
+}
+
 // Without VDXWPEFI every substance has the parent 0: no row is ever formed.
 class InteractionsSansParents : public essai::SurUneBase<InteractionsSansParents> {
 public:
@@ -325,8 +346,8 @@ public:
 };
 
 TEST_F(InteractionsSansParents, EverySubstanceHasTheSameParentAndNoRowForms) {
-    EXPECT_TRUE(AnalyseInteractions({Zeclar, Colchimax}).empty());
-    EXPECT_TRUE(AnalyseInteractions({Actiskenan}).empty());
+    EXPECT_TRUE(AnalyseInteractions(session(), {Zeclar, Colchimax}).empty());
+    EXPECT_TRUE(AnalyseInteractions(session(), {Actiskenan}).empty());
 }
 
 }  // namespace

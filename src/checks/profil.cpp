@@ -9,8 +9,9 @@
 
 namespace vdx {
 
-ContreIndicationsCourtes ContreIndicationsDesTermes(const std::vector<std::string>& produits,
+ContreIndicationsCourtes ContreIndicationsDesTermes(const Contexte& contexte, const std::vector<std::string>& produits,
                                                     const std::vector<std::string>& termes, int32_t age) {
+    const DansContexte dans(contexte);
     // One entry, deliberately: the term of the last code stands.
     ProfilPatient patient;
     for (const std::string& code : termes) {
@@ -19,7 +20,7 @@ ContreIndicationsCourtes ContreIndicationsDesTermes(const std::vector<std::strin
         patient.ValeursPatient.assign(1, 1);
     }
     patient.Age = age;
-    const std::vector<AlerteCI> alertes = ContreIndicationsPatient(std::move(patient), produits, RegleProfil2);
+    const std::vector<AlerteCI> alertes = ContreIndicationsPatient(contexte, std::move(patient), produits, RegleProfil2);
 
     ContreIndicationsCourtes courtes;
     courtes.alertes = static_cast<int32_t>(alertes.size());

@@ -128,7 +128,7 @@ int32_t Profil(const RegleProfil& regle, EntreesProfil e, SAFEARRAY** tableau, i
     e.patient.Allaitement = allaitement;
     e.patient.Sexe = SexeNormalise(sexe);
     Resultat resultat(tableau, FormeDe<AlerteCI>(), tableauAbsent);
-    resultat.Prend(LignesSansCleSelon<AlerteCI>(ContreIndicationsPatient(std::move(e.patient), e.produits, regle)));
+    resultat.Prend(LignesSansCleSelon<AlerteCI>(ContreIndicationsPatient(session(), std::move(e.patient), e.produits, regle)));
     return resultat.Livre();
 }
 
@@ -174,7 +174,7 @@ int32_t ProfilCourt(SAFEARRAY** produits, SAFEARRAY** termes, SAFEARRAY** tablea
     Resultat resultat(tableau, FormeDe<FicheCI>(), Argument3);
     const bool vide = std::ranges::any_of(codes, [](const std::string& c) { return c.empty(); });
     if (codes.empty() || vide) return resultat.Livre();
-    ContreIndicationsCourtes courtes = ContreIndicationsDesTermes(codes, pathologies, age);
+    ContreIndicationsCourtes courtes = ContreIndicationsDesTermes(session(), codes, pathologies, age);
     resultat.Prend(LignesSansCleSelon<FicheCI>(std::move(courtes.fiches)));
     resultat.Livre();
     return courtes.alertes;
@@ -203,7 +203,7 @@ VDX_EXPORT(Interactions2_Vdx, Connecte, NomsDesChamps<FicheInteraction2>(), (Lis
     const std::vector<std::string> codes =
         session().ModeSortie == ModeTableau ? CodesDuTableau(Produits) : CodesDuTexte();
     Resultat resultat(Tableau, FormeDe<FicheInteraction2>(), Argument4);
-    resultat.Prend(LignesSansCleSelon<FicheInteraction2>(AnalyseInteractions(codes)));
+    resultat.Prend(LignesSansCleSelon<FicheInteraction2>(AnalyseInteractions(session(), codes)));
     return resultat.Livre();
 }
 
@@ -211,14 +211,14 @@ VDX_EXPORT(Interactions2_Vdx, Connecte, NomsDesChamps<FicheInteraction2>(), (Lis
 VDX_EXPORT(Interactions2Test_Vdx, Connecte, {}, (ListeTableau, Produits), (ListeTableau, CodesPatient),
            (ListeTableau, TypesPatient), (Entier, Age), (Entier, Poids), (Entier, Grossesse), (Entier, Allaitement),
            (Texte, Sexe)) {
-    return static_cast<int32_t>(AnalyseInteractions(CodesDuTableau(Produits)).size());
+    return static_cast<int32_t>(AnalyseInteractions(session(), CodesDuTableau(Produits)).size());
 }
 
 VDX_EXPORT(Interactions_Vdx, Connecte, NomsDesChamps<FormeInteraction>(), (Lignes, Produits), (Tableau, Tableau)) {
     const std::vector<std::string> codes =
         session().ModeSortie == ModeTableau ? CodesDuTableau(Produits) : LignesDuTexte();
     Resultat resultat(Tableau, FormeDe<FormeInteraction>(), Argument2);
-    resultat.Prend(LignesSansCleSelon<FormeInteraction>(AnalyseInteractions(codes)));
+    resultat.Prend(LignesSansCleSelon<FormeInteraction>(AnalyseInteractions(session(), codes)));
     return resultat.Livre();
 }
 
@@ -226,7 +226,7 @@ VDX_EXPORT(ProduitInteractions_Vdx, Connecte, NomsDesChamps<FormeProduitInteract
            (Tableau, Tableau)) {
     const std::string cip = CodeProduit(Code);
     Resultat resultat(Tableau, FormeDe<FormeProduitInteraction>(), Argument2);
-    resultat.Prend(LignesSansCleSelon<FormeProduitInteraction>(InteractionsDuProduitParType(cip)));
+    resultat.Prend(LignesSansCleSelon<FormeProduitInteraction>(InteractionsDuProduitParType(session(), cip)));
     return resultat.Livre();
 }
 

@@ -48,7 +48,7 @@ namespace {
 int32_t ProduitsSubstance(int32_t code, SAFEARRAY** tableau) {
     if (!CodeSubstanceValide(code)) throw Echec{Argument1};
     Resultat resultat(tableau, FormeDe<ProduitDeSubstance>(), Argument2);
-    resultat.Prend(LignesSelon<ProduitDeSubstance>(ProduitsDeSubstance(code)));
+    resultat.Prend(LignesSelon<ProduitDeSubstance>(ProduitsDeSubstance(session(), code)));
     return resultat.Livre();
 }
 

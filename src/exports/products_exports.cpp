@@ -120,10 +120,10 @@ VDX_EXPORT(CIP_Remplacant_Vdx, Chaines, Noms("CodeCIP"), (Texte, Code), (ChaineS
     LivreValeur(Remplacant, CIPRemplacant(CodeProduit(Code)), Argument2);
     return Succes;
 }
-VDX_EXPORT(TotalProduit_Vdx, Connecte, {}) { return TotalProduit(); }
+VDX_EXPORT(TotalProduit_Vdx, Connecte, {}) { return TotalProduit(session()); }
 VDX_EXPORT(GetProduit_Vdx, Chaines, Noms("CodeCIP", "Libelle"), (Entier, Rang), (ChaineSortie, Code),
            (ChaineSortie, Libelle)) {
-    const CodeEtLibelle produit = ProduitAuRang(Rang);
+    const CodeEtLibelle produit = ProduitAuRang(session(), Rang);
     LivreValeurs({{Code, Argument2}, {Libelle, Argument3}}, {produit.code, produit.libelle});
     return Succes;
 }
@@ -139,7 +139,7 @@ int32_t Pas(Recherche recherche, const char* texte, SAFEARRAY** tableau, int32_t
             int32_t nombre) {
     if (TexteDe(texte).starts_with(' ')) return Rien;
     Resultat resultat(tableau, FormeProduit, Argument2);
-    resultat.Prend(recherche(TexteDe(texte), options, TexteDe(suite), nombre));
+    resultat.Prend(recherche(session(), TexteDe(texte), options, TexteDe(suite), nombre));
     return resultat.Livre();
 }
 
@@ -156,6 +156,6 @@ VDX_EXPORT(RechercheProduitParPas2_Vdx, Connecte, Noms("Code", "Libelle", "Texte
 VDX_EXPORT(RechercheProduitParStatut_Vdx, Connecte, Noms("Code", "Libelle", "Texte"), (Entier, CodeStatut),
            (Tableau, Tableau), (Texte, Suite), (Entier, Nombre)) {
     Resultat resultat(Tableau, FormeProduit, Argument2);
-    resultat.Prend(RechercheProduitParStatut(CodeStatut, TexteDe(Suite), Nombre));
+    resultat.Prend(RechercheProduitParStatut(session(), CodeStatut, TexteDe(Suite), Nombre));
     return resultat.Livre();
 }

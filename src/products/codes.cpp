@@ -6,7 +6,6 @@
 #include <cstring>
 #include <unordered_set>
 
-#include "platform/hote.h"
 #include "posology/nombres.h"
 #include "products/fiches.h"
 #include "session/messages.h"
@@ -144,7 +143,7 @@ bool EstMedDC(std::string_view code) {
         std::unordered_set<std::string> codes;
     };
     static Codes memo;
-    const Session& s = session();
+    const Contexte& s = ContexteCourant();
     if (memo.generation != s.GenerationTables || memo.base != s.BaseFichiers) {
         Codes lus{s.GenerationTables, s.BaseFichiers, {}};
         TablesOuvertes tables{&TableMedDC()};

@@ -97,20 +97,22 @@ std::string CIPRemplacant(const std::string& cip) {
     return autre.size() == LongueurCIP ? CIPSortant(autre) : std::string(autre);
 }
 
-int32_t TotalProduit() {
+int32_t TotalProduit(const Contexte& contexte) {
+    const DansContexte dans(contexte);
     TablesOuvertes tables{&TableProduits()};
     Curseur curseur(TableProduits());
     std::vector<magasin::Position> positions;
     for (auto position = curseur.Premiere(); position; position = curseur.Suivante())
         positions.push_back(*position);
     tables.Ferme();
-    Liste() = {session().BaseFichiers, std::move(positions)};
+    Liste() = {contexte.BaseFichiers, std::move(positions)};
     return static_cast<int32_t>(Liste().positions.size());
 }
 
-CodeEtLibelle ProduitAuRang(int32_t rang) {
+CodeEtLibelle ProduitAuRang(const Contexte& contexte, int32_t rang) {
+    const DansContexte dans(contexte);
     const ListeProduits& liste = Liste();
-    if (liste.base != session().BaseFichiers || rang < 0 || static_cast<size_t>(rang) >= liste.positions.size())
+    if (liste.base != contexte.BaseFichiers || rang < 0 || static_cast<size_t>(rang) >= liste.positions.size())
         throw Echec{Argument1};
     TablesOuvertes tables{&TableProduits()};
     const std::string octets = FicheA(TableProduits(), liste.positions[static_cast<size_t>(rang)]);

@@ -7,6 +7,8 @@
 #include <string>
 #include <string_view>
 
+#include "session/contexte.h"
+
 
 namespace vdx {
 
@@ -36,7 +38,7 @@ std::string CIPRemplacant(const std::string& cip);
 // TotalProduit_Vdx and GetProduit_Vdx: the positions of all products in
 // code order, kept for the base they were counted in; a rank out of them,
 // or counted in another base, gives Echec(-10).
-int32_t TotalProduit();
-CodeEtLibelle ProduitAuRang(int32_t rang);
+int32_t TotalProduit(const Contexte& contexte);
+CodeEtLibelle ProduitAuRang(const Contexte& contexte, int32_t rang);
 
 }  // namespace vdx

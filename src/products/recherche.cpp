@@ -95,12 +95,12 @@ std::string CleSuite(std::string_view suite, const Parcours& parcours) {
 
 std::string_view LibelleDeCle(std::string_view cle) { return cle.substr(0, cle.find('\0')); }
 
-bool Cache(const Produit& p, int32_t options, const Parcours& parcours) {
+bool Cache(const Contexte& contexte, const Produit& p, int32_t options, const Parcours& parcours) {
     bool cache = false;
     if (parcours.filtresProduit) {
         cache = (options & SansRubrique40) && p.rubrique == RubriqueMasquable;
         // With hospital products shown, a product is shown whatever its category.
-        if (session().HospitaliersActifs)
+        if (contexte.HospitaliersActifs)
             cache = false;
         else if (p.drapeaux & VDXPRO::Hospitalier)
             cache = true;
@@ -110,7 +110,7 @@ bool Cache(const Produit& p, int32_t options, const Parcours& parcours) {
 
 
 // The walk shared by the step searches, on tables the caller holds open.
-Lignes Parcourt(const Parcours& parcours, std::string_view texte, int32_t options, std::string_view suite,
+Lignes Parcourt(const Contexte& contexte, const Parcours& parcours, std::string_view texte, int32_t options, std::string_view suite,
                  int32_t nombre) {
     Lignes resultat(FormeProduit);
     const Demande demande = Decoupe(texte, parcours);
@@ -134,7 +134,7 @@ Lignes Parcourt(const Parcours& parcours, std::string_view texte, int32_t option
         for (const std::string& mot : demande.mots) retenu = retenu && libelle.find(mot) != std::string_view::npos;
         if (!retenu) continue;
         Produit p = parcours.lit(*position);
-        if (Cache(p, options, parcours)) continue;
+        if (Cache(contexte, p, options, parcours)) continue;
         if (p.supprime) p.libelle += messages::MarqueSupprime;
         const int32_t avant = resultat.Nombre();
         if (resultat.AjouteLigne({CIPSortant(p.code), std::move(p.libelle), std::move(p.texte)}) > avant) --nombre;
@@ -175,53 +175,58 @@ Produit ProduitCategorie(Position position) {
 
 // The CodeCIP of a Suite given as a code, in the form the session gives
 // codes out.
-std::string CodeSuite(std::string_view suite) {
+std::string CodeSuite(const Contexte& contexte, std::string_view suite) {
     const std::string code(suite.substr(0, LongueurCodeMax));
-    return session().CIP13Actif == CIP13Correspondance ? VersCIP7(code) : code;
+    return contexte.CIP13Actif == CIP13Correspondance ? VersCIP7(code) : code;
 }
 
 }  // namespace
 
-Lignes RechercheProduitParPas(std::string_view texte, int32_t options, std::string_view suite, int32_t nombre) {
+Lignes RechercheProduitParPas(const Contexte& contexte, std::string_view texte, int32_t options, std::string_view suite,
+                              int32_t nombre) {
+    const DansContexte dans(contexte);
     if ((options & (SansRubrique40 | BaseMedecin)) == (SansRubrique40 | BaseMedecin)) throw Echec{Argument3};
     const size_t libelleCle = VDXPRO::Libelle.capacite();
     if (!(options & BaseMedecin)) {
         TablesOuvertes tables{&TableProduits()};
-        Lignes lignes = Parcourt({TableProduits(), 1, "", libelleCle, CleLibelleProduit, true, ProduitDe}, texte,
+        Lignes lignes = Parcourt(contexte, {TableProduits(), 1, "", libelleCle, CleLibelleProduit, true, ProduitDe}, texte,
                                  options, suite, nombre);
         tables.Ferme();
         return lignes;
     }
-    if (!session().ConnecteMedecin) throw Echec{MedecinNonConnecte};
+    if (!contexte.ConnecteMedecin) throw Echec{MedecinNonConnecte};
     TablesOuvertes medecin;
     medecin.OuvreMedecin(TableMedecin());
     TablesOuvertes tables{&TableProduits()};
-    Lignes lignes = Parcourt({TableMedecin(), 1, "", libelleCle, CleLibelleProduit, true, ProduitMedecin}, texte,
+    Lignes lignes = Parcourt(contexte, {TableMedecin(), 1, "", libelleCle, CleLibelleProduit, true, ProduitMedecin}, texte,
                              options, suite, nombre);
     medecin.Ferme();
     tables.Ferme();
     return lignes;
 }
 
-Lignes RechercheProduitParPas2(std::string_view texte, int32_t options, std::string_view suite, int32_t nombre) {
+Lignes RechercheProduitParPas2(const Contexte& contexte, std::string_view texte, int32_t options,
+                               std::string_view suite, int32_t nombre) {
+    const DansContexte dans(contexte);
     const std::optional<char> lettre = CategorieDesOptions(options);
     if (!lettre) throw Echec{Argument3};
     TablesOuvertes tables{&TableCategories()};
     // The letter leads the key, so a walk stays in its category.
     const auto cle = [l = *lettre](std::string_view libelle) { return CleCategorie(l, libelle); };
-    Lignes lignes = Parcourt({TableCategories(), 0, std::string(1, *lettre), VDXVPRO::Libelle.capacite(), cle, false,
+    Lignes lignes = Parcourt(contexte, {TableCategories(), 0, std::string(1, *lettre), VDXVPRO::Libelle.capacite(), cle, false,
                               ProduitCategorie},
                              texte, options, suite, nombre);
     tables.Ferme();
     return lignes;
 }
 
-Lignes RechercheProduitParStatut(int32_t codeStatut, std::string_view suite, int32_t nombre) {
+Lignes RechercheProduitParStatut(const Contexte& contexte, int32_t codeStatut, std::string_view suite, int32_t nombre) {
+    const DansContexte dans(contexte);
     Lignes resultat(FormeProduit);
     TablesOuvertes tables{&TableComplements(), &TableProduits()};
     // Key 2 of VDXPROA: the status's four bytes, then the CodeCIP.
     const std::string statut = CleEntiers({codeStatut});
-    const std::string depart = suite.empty() ? statut : statut + CodeSuite(suite);
+    const std::string depart = suite.empty() ? statut : statut + CodeSuite(contexte, suite);
     Curseur curseur(TableComplements(), 1);
     std::optional<Position> position = curseur.SuperieureOuEgale(depart);
     if (position && depart.size() > statut.size() && curseur.Cle().substr(0, depart.size()) == depart)

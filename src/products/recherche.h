@@ -8,6 +8,7 @@
 
 #include <string_view>
 
+#include "session/contexte.h"
 #include "session/lignes.h"
 
 namespace vdx {
@@ -24,13 +25,15 @@ inline const FormeHote FormeProduit = {TypeChamp::Texte, TypeChamp::Texte, TypeC
 // order of the label key, from the prefix of `texte` ("prefix@word@word"),
 // behind the product whose label is `suite` when one is given. Throws
 // Echec: -30 (low bits 3), -4 (no doctor's base), -500.
-Lignes RechercheProduitParPas(std::string_view texte, int32_t options, std::string_view suite, int32_t nombre);
+Lignes RechercheProduitParPas(const Contexte& contexte, std::string_view texte, int32_t options, std::string_view suite,
+                              int32_t nombre);
 // RechercheProduitParPas2_Vdx: the same in one category of VDXVPRO, chosen
 // by the low byte of `options`; -30 for a low byte outside the table.
-Lignes RechercheProduitParPas2(std::string_view texte, int32_t options, std::string_view suite, int32_t nombre);
+Lignes RechercheProduitParPas2(const Contexte& contexte, std::string_view texte, int32_t options,
+                               std::string_view suite, int32_t nombre);
 // RechercheProduitParStatut_Vdx: the products of a CodeStatut in code order,
 // behind the code `suite` when one is given, at most `nombre` of them (all
 // for 0 or less). Throws Echec(-500).
-Lignes RechercheProduitParStatut(int32_t codeStatut, std::string_view suite, int32_t nombre);
+Lignes RechercheProduitParStatut(const Contexte& contexte, int32_t codeStatut, std::string_view suite, int32_t nombre);
 
 }  // namespace vdx

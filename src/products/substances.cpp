@@ -44,6 +44,8 @@ constexpr size_t ChiffresSubstance = 5;
 // The walk of PAProduits_Vdx over the open tables.
 class Parcours {
 public:
+    explicit Parcours(const Contexte& contexte) : contexte_(contexte) {}
+
     // The products of the substance `code` and of its synonyms.
     void Substance(int32_t code) {
         Curseur synonymes(TableSynonymes());
@@ -100,24 +102,26 @@ private:
             libelle = messages::CIPInexistant(code);
         } else {
             const Fiche fiche(*octets);
-            if (!session().HospitaliersActifs && (fiche.Entier(VDXPRO::Drapeaux) & VDXPRO::Hospitalier)) return;
+            if (!contexte_.HospitaliersActifs && (fiche.Entier(VDXPRO::Drapeaux) & VDXPRO::Hospitalier)) return;
             if (!fiche.Texte(VDXPRO::Suppression).empty()) return;
             libelle = fiche.Texte(VDXPRO::Libelle);
         }
-        if (!session().MedDCMasque && EstMedDC(code)) return;
+        if (!contexte_.MedDCMasque && EstMedDC(code)) return;
         lignes_.push_back({std::move(code), std::move(libelle), nature});
     }
 
+    const Contexte& contexte_;
     std::unordered_set<std::string> vus_;
     std::vector<ProduitDeSubstance> lignes_;
 };
 
 }  // namespace
 
-std::vector<ProduitDeSubstance> ProduitsDeSubstance(int32_t code) {
+std::vector<ProduitDeSubstance> ProduitsDeSubstance(const Contexte& contexte, int32_t code) {
+    const DansContexte dans(contexte);
     TablesOuvertes tables({&TableSynonymes(), &TableConcepts(), &Inverses()[0].table, &Inverses()[1].table,
                            &TableProduits()});
-    Parcours parcours;
+    Parcours parcours(contexte);
     parcours.Substance(code);
     std::vector<ProduitDeSubstance> lignes = std::move(parcours).Lignes();
     tables.Ferme();

@@ -7,6 +7,7 @@
 #include <string>
 #include <vector>
 
+#include "session/contexte.h"
 #include "session/lignes.h"
 
 namespace vdx {
@@ -33,10 +34,10 @@ inline bool CodeSubstanceValide(int32_t code) { return code >= 0 && code <= Subs
 // each of its synonyms, a concept standing for its components; for each
 // substance VDXVPAP then VDXVEXCP, except that a substance above every key
 // of VDXVPAP is not looked for in VDXVEXCP. Products reserved to hospitals
-// (unless HospitaliersActifs), lines by common name and deleted products
+// (unless the context's HospitaliersActifs), lines by common name and deleted products
 // are left out; a product has one row, the first met, so "PA" wins. Sorted
 // by label. Throws Echec(-500).
-std::vector<ProduitDeSubstance> ProduitsDeSubstance(int32_t code);
+std::vector<ProduitDeSubstance> ProduitsDeSubstance(const Contexte& contexte, int32_t code);
 
 // LibellePA_Vdx (VDXVPA) and LibelleExcipient_Vdx (VDXVEXC). Throws
 // Echec: -10 a code outside 0 to 99999; -90 unknown; -500.

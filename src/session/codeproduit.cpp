@@ -50,7 +50,7 @@ std::string VersCIP13(std::string_view code) { return Convertit(SensCIP::Vers13,
 std::string VersCIP7(std::string_view code) { return Convertit(SensCIP::Vers7, code); }
 
 std::string CIPSortant(std::string_view code) {
-    return session().CIP13Actif == CIP13Correspondance ? VersCIP13(code) : std::string(code);
+    return ContexteCourant().CIP13Actif == CIP13Correspondance ? VersCIP13(code) : std::string(code);
 }
 
 std::string CodeProduit(const char* code, int32_t absent) {
@@ -58,7 +58,7 @@ std::string CodeProduit(const char* code, int32_t absent) {
     const size_t longueur = strnlen(code, LongueurCodeMax + 1);
     if (longueur > LongueurCodeMax) throw Echec{CodeMalForme};
     std::string texte(code, longueur);
-    switch (session().CIP13Actif) {
+    switch (ContexteCourant().CIP13Actif) {
         case 0:
             if (longueur != LongueurCIP) throw Echec{CodeMalForme};
             break;

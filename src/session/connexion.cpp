@@ -59,12 +59,6 @@ int32_t LitVersionFichiers(std::string& texte) {
     return Succes;
 }
 
-// Runs a reading of the base's identity as an export would, in array mode.
-template <class Lecture>
-int32_t LitEnModeTableau(const char* nom, Lecture&& lecture) {
-    ModeTableauForce force;
-    return Cadre(nom, lecture);
-}
 
 bool Chiffres(std::string_view texte) {
     for (char c : texte)
@@ -88,9 +82,9 @@ std::optional<int> AgeEnMois(std::string_view date, horloge::Date aujourdhui) {
 int32_t AvisConnexion() {
     Session& s = session();
     std::string version, date, versionFichiers;
-    const int32_t codeVersion = LitEnModeTableau("Version_Vdx", [&] { return LitVersion(version, date); });
+    const int32_t codeVersion = Cadre("Version_Vdx", [&] { return LitVersion(version, date); });
     const int32_t codeFichiers =
-        LitEnModeTableau("VersionFichier_Vdx", [&] { return LitVersionFichiers(versionFichiers); });
+        Cadre("VersionFichier_Vdx", [&] { return LitVersionFichiers(versionFichiers); });
     if (codeVersion < 0) return codeVersion;
     if (codeVersion > 0) {
         const auto age = AgeEnMois(date, horloge::Aujourdhui());

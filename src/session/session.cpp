@@ -44,14 +44,19 @@ void SignaleErreurInterne(const char* nomExport) {
     notices().BoiteMessage(texte, messages::TitreErreurDll, StyleExclamation);
 }
 
-ModeTableauForce::ModeTableauForce() : mode_(session().ModeSortie), unicode_(session().ChainesUnicode) {
-    session().ModeSortie = ModeTableau;
-    session().ChainesUnicode = 0;
+namespace {
+thread_local const Contexte* courant = nullptr;
+}  // namespace
+
+const Contexte& ContexteCourant() { return courant ? *courant : session(); }
+
+DansContexte::DansContexte(const Contexte& contexte) : precedent_(courant) {
+    if (&ContexteCourant() != &contexte && ContexteCourant().BaseFichiers != contexte.BaseFichiers &&
+        TablesOuvertes::Tenues())
+        throw FauteInterne("tables tenues d'un autre contexte");
+    courant = &contexte;
 }
 
-ModeTableauForce::~ModeTableauForce() {
-    session().ModeSortie = mode_;
-    session().ChainesUnicode = unicode_;
-}
+DansContexte::~DansContexte() { courant = precedent_; }
 
 }  // namespace vdx

@@ -6,6 +6,8 @@
 #include <optional>
 #include <string>
 
+#include "session/contexte.h"
+
 namespace vdx {
 
 // The library's own version text.
@@ -16,27 +18,18 @@ inline constexpr char VersionLibrairie[] = "4.6.2.0";
 inline constexpr size_t TailleBaseFichiers = 516;
 inline constexpr size_t TailleChemin = 256;
 
-struct Session {
+// The session is the process's context, and what the exchange with the
+// host needs beside it.
+struct Session : Contexte {
     bool Connecte = false;
-    std::string BaseFichiers;  // ends with a backslash
     int32_t ModeSortie = 0;    // 0 array, 1 shared slot, 2 memory, 3 file
     int32_t ChainesUnicode = 0;
     std::string FichierErreur;  // never cleared
     int16_t DerniereErreur = 0;
     std::optional<std::string> ChaineMemoire;
-    std::string CheminMedecin;
-    bool ConnecteMedecin = false;
     bool AgentPresent = false;
-    int32_t CIP13Actif = 0;
-    bool HospitaliersActifs = false;
-    int32_t NiveauCI = 0;
-    int32_t NiveauInteraction = 0;
-    bool MedDCMasque = false;
     bool AdviceAgeBase = false;
     bool FichiersEnPhase = false;
-    // Raised at each connection and each time tables are replaced: what a
-    // subsystem keeps from the tables is good for one generation.
-    uint64_t GenerationTables = 0;
 };
 
 Session& session();
@@ -55,19 +48,5 @@ struct Echec;
 // code. Given a bare code, the store's error is its current word.
 int32_t SortieErreur(const Echec& echec);
 int32_t SortieErreur(int32_t code);
-
-// Saves ModeSortie and ChainesUnicode, sets both to 0 for inner calls, and
-// restores them when it goes.
-class ModeTableauForce {
-public:
-    ModeTableauForce();
-    ~ModeTableauForce();
-    ModeTableauForce(const ModeTableauForce&) = delete;
-    ModeTableauForce& operator=(const ModeTableauForce&) = delete;
-
-private:
-    int32_t mode_;
-    int32_t unicode_;
-};
 
 }  // namespace vdx

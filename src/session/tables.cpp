@@ -1,5 +1,7 @@
 #include "session/tables.h"
 
+#include <algorithm>
+
 #include "session/cadre.h"
 #include "session/session.h"
 
@@ -35,7 +37,7 @@ int FermeNumero(const char* nom, int numero, int mode) {
 
 // Another process holds the doctor's base: wait for it by trying again.
 int OuvreMedecin(const char* nom, int numero, int mode, int modeReprise) {
-    const std::string chemin = session().CheminMedecin + nom;
+    const std::string chemin = ContexteCourant().CheminMedecin + nom;
     if (!CheminValide(chemin)) {
         session().FichierErreur = nom;
         return 0;
@@ -50,18 +52,18 @@ int OuvreMedecin(const char* nom, int numero, int mode, int modeReprise) {
 
 int FermeMedecin(const char* nom, int numero, int mode) {
     if (CloseCtFile(numero, mode) == 0) return 1;
-    session().FichierErreur = session().CheminMedecin + nom;
+    session().FichierErreur = ContexteCourant().CheminMedecin + nom;
     return 0;
 }
 
 }  // namespace
 
 int OuvreTable(const char* nom, int numero) {
-    return OuvreAvecReprise(session().BaseFichiers, nom, numero, LectureSeule);
+    return OuvreAvecReprise(ContexteCourant().BaseFichiers, nom, numero, LectureSeule);
 }
 int FermeTable(const char* nom, int numero) { return FermeNumero(nom, numero, LectureSeule); }
 int OuvreTableVariable(const char* nom, int numero) {
-    return OuvreAvecReprise(session().BaseFichiers, nom, numero, LectureSeule | Variable);
+    return OuvreAvecReprise(ContexteCourant().BaseFichiers, nom, numero, LectureSeule | Variable);
 }
 int FermeTableVariable(const char* nom, int numero) {
     return FermeNumero(nom, numero, LectureSeule | Variable);
@@ -75,7 +77,7 @@ int FermeTableMedecinVariable(const char* nom, int numero, int mode) {
     return FermeMedecin(nom, numero, mode | Variable);
 }
 int OuvreTableMaj(const char* nom, int numero, bool variable) {
-    return OuvreAvecReprise(session().BaseFichiers, nom, numero, variable ? Variable : Exclusif);
+    return OuvreAvecReprise(ContexteCourant().BaseFichiers, nom, numero, variable ? Variable : Exclusif);
 }
 int FermeTableMaj(const char* nom, int numero, bool variable) {
     return FermeNumero(nom, numero, variable ? Variable : Exclusif);
@@ -128,6 +130,10 @@ TablesOuvertes::~TablesOuvertes() {
 }
 
 int TablesOuvertes::Detenteurs(int numero) { return Detentions().at(static_cast<size_t>(numero)).detenteurs; }
+
+bool TablesOuvertes::Tenues() {
+    return std::ranges::any_of(Detentions(), [](const Detention& d) { return d.detenteurs > 0; });
+}
 
 void TablesOuvertes::Ajoute(Fichier f) {
     if (f.numero < 0 || f.numero >= static_cast<int>(Detentions().size())) throw FauteInterne("numero de fichier");

@@ -58,8 +58,9 @@ public:
     // Throws Echec(-500) when a file can't be closed.
     void Ferme();
 
-    // How many holders a file number has (tests).
+    // How many holders a file number has (tests); whether any has one.
     static int Detenteurs(int numero);
+    static bool Tenues();
 
 private:
     struct Fichier {
