@@ -81,36 +81,23 @@ void Resume(const import::RapportImport& r, bool sansSubstance) {
         std::cout << "filter: no substance named " << codepage::VersUtf8(nom) << '\n';
 }
 
-}  // namespace
-
-int Import(std::vector<std::string> args) {
-    if (DemandeAide(args)) return std::cout << AideImport, SortieSucces;
+int Import(const ArgumentsCommande& args) {
     import::OptionsImport options;
-    std::vector<std::string> chemins;
-    bool sansSubstance = false;
+    const std::vector<std::string>& chemins = args.Autres();
     try {
-        for (size_t i = 0; i < args.size(); ++i) {
-            if (args[i] == "--only" || args[i] == "--filter") {
-                if (i + 1 == args.size()) return Usage(AideImport);
+        for (const auto& [option, valeur] : args.Options()) {
+            if (option == "--only" || option == "--filter") {
                 const std::vector<std::string> noms =
-                    args[i] == "--only" ? import::Decoupe(import::VersCp1252(args[i + 1]), ',') : NomsDuFichier(args[i + 1]);
+                    option == "--only" ? import::Decoupe(import::VersCp1252(valeur), ',') : NomsDuFichier(valeur);
                 options.filtre.substances.insert(options.filtre.substances.end(), noms.begin(), noms.end());
-                ++i;
-            } else if (args[i] == "--per-substance") {
-                if (i + 1 == args.size()) return Usage(AideImport);
-                const std::string& n = args[++i];
-                const auto [fin, erreur] = std::from_chars(n.data(), n.data() + n.size(), options.filtre.parSubstance);
-                if (erreur != std::errc() || fin != n.data() + n.size() || options.filtre.parSubstance == 0) return Usage(AideImport);
-            } else if (args[i] == "--unmatched") {
-                sansSubstance = true;
-            } else if (args[i] == "--keep-going") {
-                options.continuer = true;
-            } else if (!args[i].empty() && args[i][0] == '-') {
-                return Usage(AideImport);
-            } else {
-                chemins.push_back(args[i]);
+            } else if (option == "--per-substance") {
+                const auto [fin, erreur] =
+                    std::from_chars(valeur.data(), valeur.data() + valeur.size(), options.filtre.parSubstance);
+                if (erreur != std::errc() || fin != valeur.data() + valeur.size() || options.filtre.parSubstance == 0)
+                    return Usage(AideImport);
             }
         }
+        options.continuer = args.A("--keep-going");
         if (chemins.size() != 3) return Usage(AideImport);
         for (size_t i = 0; i < 2; ++i)
             if (!fs::is_directory(chemins[i])) {
@@ -120,7 +107,7 @@ int Import(std::vector<std::string> args) {
         options.bdpm = chemins[0];
         options.thesaurus = chemins[1];
         options.sources = chemins[2];
-        Resume(import::Importe(options), sansSubstance);
+        Resume(import::Importe(options), args.A("--unmatched"));
     } catch (const import::ErreurImport& e) {
         std::cerr << "vdx: " << e.what() << '\n';
         return SortieEchec;
@@ -130,5 +117,13 @@ int Import(std::vector<std::string> args) {
     }
     return SortieSucces;
 }
+
+}  // namespace
+
+const Commande CommandeImport{"import",
+                              AideImport,
+                              {{"--only", true}, {"--filter", true}, {"--per-substance", true}, {"--unmatched", false},
+                               {"--keep-going", false}},
+                              Import};
 
 }  // namespace vdx

@@ -58,14 +58,47 @@ int Usage(const char* aide) {
     return SortieUsage;
 }
 
-std::string PrendBase(std::vector<std::string>& args) {
+std::optional<ArgumentsCommande> ArgumentsCommande::Lit(const std::vector<std::string>& args,
+                                                       const std::vector<Option>& options) {
+    ArgumentsCommande lus;
     for (size_t i = 0; i < args.size(); ++i) {
-        if (args[i] != "--base") continue;
-        if (i + 1 == args.size()) return {};
-        std::string base = args[i + 1];
-        args.erase(args.begin() + static_cast<std::ptrdiff_t>(i), args.begin() + static_cast<std::ptrdiff_t>(i) + 2);
-        return base;
+        const std::string& a = args[i];
+        const Option* option = nullptr;
+        for (const Option& o : options)
+            if (a == o.nom) option = &o;
+        if (!option) {
+            if (a.starts_with("--")) {
+                std::cerr << "vdx: unknown option " << a << '\n';
+                return std::nullopt;
+            }
+            lus.autres_.push_back(a);
+        } else if (!option->valeur) {
+            lus.options_.emplace_back(a, std::string());
+        } else if (i + 1 == args.size()) {
+            std::cerr << "vdx: " << a << " needs a value\n";
+            return std::nullopt;
+        } else {
+            lus.options_.emplace_back(a, args[++i]);
+        }
     }
+    return lus;
+}
+
+bool ArgumentsCommande::A(std::string_view option) const {
+    for (const auto& [nom, valeur] : options_)
+        if (nom == option) return true;
+    return false;
+}
+
+std::optional<std::string> ArgumentsCommande::Valeur(std::string_view option) const {
+    std::optional<std::string> derniere;
+    for (const auto& [nom, valeur] : options_)
+        if (nom == option) derniere = valeur;
+    return derniere;
+}
+
+std::string ArgumentsCommande::Base() const {
+    if (std::optional<std::string> base = Valeur("--base")) return *base;
     const char* environnement = std::getenv("VDX_BASE");
     return environnement ? environnement : "";
 }
@@ -91,18 +124,12 @@ std::string DecritTable(const Table& t) {
     return ligne.str();
 }
 
-int Build(std::vector<std::string> args) {
-    if (DemandeAide(args)) return std::cout << AideBuild, SortieSucces;
+namespace {
+
+int Build(const ArgumentsCommande& args) {
     OptionsConstruction options;
-    std::vector<std::string> chemins;
-    for (const auto& a : args) {
-        if (a == "--force")
-            options.remplace = true;
-        else if (!a.empty() && a[0] == '-')
-            return Usage(AideBuild);
-        else
-            chemins.push_back(a);
-    }
+    options.remplace = args.A("--force");
+    const std::vector<std::string>& chemins = args.Autres();
     if (chemins.size() != 2) return Usage(AideBuild);
     if (!fs::is_directory(chemins[0])) {
         std::cerr << "vdx: " << chemins[0] << ": no such directory of sources\n";
@@ -129,24 +156,19 @@ int Build(std::vector<std::string> args) {
     return SortieSucces;
 }
 
-int Dump(std::vector<std::string> args) {
-    if (DemandeAide(args)) return std::cout << AideDump, SortieSucces;
-    std::string base, dossier;
+int Dump(const ArgumentsCommande& args) {
+    const std::string dossier = args.Valeur("-o").value_or("");
+    if (args.Autres().empty()) return Usage(AideDump);
+    const std::string& base = args.Autres().front();
     std::vector<const Disposition*> tables;
-    for (size_t i = 0; i < args.size(); ++i) {
-        if (args[i] == "-o") {
-            if (++i == args.size()) return Usage(AideDump);
-            dossier = args[i];
-        } else if (base.empty()) {
-            base = args[i];
-        } else if (const Disposition* d = DispositionNommee(args[i])) {
-            tables.push_back(d);
-        } else {
-            std::cerr << "vdx: unknown table " << args[i] << '\n';
+    for (size_t i = 1; i < args.Autres().size(); ++i) {
+        const Disposition* d = DispositionNommee(args.Autres()[i]);
+        if (!d) {
+            std::cerr << "vdx: unknown table " << args.Autres()[i] << '\n';
             return SortieUsage;
         }
+        tables.push_back(d);
     }
-    if (base.empty()) return Usage(AideDump);
     if (!fs::exists(fs::path(base) / "VDXPRO.DAT")) {
         std::cerr << "vdx: " << base << ": no base there\n";
         return SortieUsage;
@@ -179,5 +201,10 @@ int Dump(std::vector<std::string> args) {
     }
     return SortieSucces;
 }
+
+}  // namespace
+
+const Commande CommandeBuild{"build", AideBuild, {{"--force", false}}, Build};
+const Commande CommandeDump{"dump", AideDump, {{"-o", true}}, Dump};
 
 }  // namespace vdx

@@ -71,9 +71,8 @@ const char* NomGenre(exports::GenreArgument g) {
     return "?";
 }
 
-int Tables(const std::vector<std::string>& args) {
-    if (DemandeAide(args)) return std::fputs(AideTables, stdout), SortieSucces;
-    if (!args.empty()) return Usage(AideTables);
+int Tables(const ArgumentsCommande& args) {
+    if (!args.Autres().empty()) return Usage(AideTables);
     for (const Table& t : Catalogue()) std::cout << DecritTable(t) << '\n';
     return SortieSucces;
 }
@@ -113,10 +112,10 @@ int ListeExports() {
     return SortieSucces;
 }
 
-int Call(std::vector<std::string> args) {
-    if (DemandeAide(args)) return std::fputs(AideCall, stdout), SortieSucces;
-    if (args.size() == 1 && args[0] == "--list") return ListeExports();
-    const std::string base = PrendBase(args);
+int Call(const ArgumentsCommande& a) {
+    const std::vector<std::string>& args = a.Autres();
+    if (a.A("--list") && args.empty()) return ListeExports();
+    const std::string base = a.Base();
     if (base.empty() || args.empty()) return Usage(AideCall);
     const exports::Export* e = exports::ExportNomme(args[0]);
     if (!e) {
@@ -156,28 +155,34 @@ int Call(std::vector<std::string> args) {
     return SortieSucces;
 }
 
+const Commande CommandeTables{"tables", AideTables, {}, Tables};
+const Commande CommandeCall{"call", AideCall, {{"--base", true}, {"--list", false}}, Call};
+
+// The commands by name; each is defined in its own file.
+const Commande* const Commandes[] = {&CommandeTables,  &CommandeCall,  &CommandeBuild,   &CommandeDump,
+                                     &CommandeImport,  &CommandeCheck, &CommandeProduct, &CommandeSearch};
+
 }  // namespace
 
 int main(int argc, char** argv) {
     std::vector<std::string> args(argv + 1, argv + argc);
     if (args.empty()) return Usage(AideGenerale);
-    const std::string commande = args.front();
+    const std::string nom = args.front();
     args.erase(args.begin());
-    try {
-        if (commande == "--help" || commande == "-h" || commande == "help")
-            return std::fputs(AideGenerale, stdout), SortieSucces;
-        if (commande == "tables") return Tables(args);
-        if (commande == "call") return Call(args);
-        if (commande == "build") return Build(args);
-        if (commande == "dump") return Dump(args);
-        if (commande == "import") return Import(args);
-        if (commande == "check") return Check(args);
-        if (commande == "product") return Product(args);
-        if (commande == "search") return Search(args);
-    } catch (const std::exception& x) {
-        std::cerr << "vdx: " << x.what() << '\n';
-        return SortieEchec;
+    if (nom == "--help" || nom == "-h" || nom == "help") return std::fputs(AideGenerale, stdout), SortieSucces;
+    for (const Commande* commande : Commandes) {
+        const Commande& c = *commande;
+        if (nom != c.nom) continue;
+        if (DemandeAide(args)) return std::fputs(c.aide, stdout), SortieSucces;
+        const std::optional<ArgumentsCommande> lus = ArgumentsCommande::Lit(args, c.options);
+        if (!lus) return Usage(c.aide);
+        try {
+            return c.lance(*lus);
+        } catch (const std::exception& x) {
+            std::cerr << "vdx: " << x.what() << '\n';
+            return SortieEchec;
+        }
     }
-    std::cerr << "vdx: unknown command " << commande << '\n';
+    std::cerr << "vdx: unknown command " << nom << '\n';
     return Usage(AideGenerale);
 }

@@ -13,7 +13,12 @@
 #include <vector>
 
 #include "platform/codepage.h"
+#include "checks/contreindications.h"
+#include "checks/interactions.h"
+#include "products/codes.h"
+#include "products/composition.h"
 #include "session/texte.h"
+#include "session/valeurs_hote.h"
 #include "store/sources.h"
 #include "tools/vdx/commandes.h"
 #include "vdx32/oleauto.h"
@@ -55,79 +60,16 @@ std::string Utf8(BSTR b) {
     return codepage::VersUtf8(std::string_view(reinterpret_cast<const char*>(b), SysStringByteLen(b)));
 }
 
-// A host string of a text given in UTF-8 on the command line, 8-bit.
-BSTR ChaineHote(const std::string& utf8) {
-    const std::string texte = codepage::DepuisUtf8(utf8).value_or(utf8);
-    return SysAllocStringByteLen(texte.data(), static_cast<UINT>(texte.size()));
-}
+// The shapes of the records the library fills.
+const FormeHote DeuxChaines = {TypeChamp::Texte, TypeChamp::Texte};
+const FormeHote TroisChaines = {TypeChamp::Texte, TypeChamp::Texte, TypeChamp::Texte};
 
-// The strings of the records the library fills, freed with the array.
-void Libere(VdxInteraction2& r) {
-    for (BSTR* b : {&r.CIP1, &r.CIP2, &r.Libelle1, &r.Libelle2, &r.LibelleGravite, &r.TexteType, &r.Reference,
-                    &r.Texte1, &r.Texte2, &r.Texte3, &r.Texte4, &r.Classe1, &r.Classe2, &r.Voie1, &r.Voie2,
-                    &r.CodeCondition, &r.LibelleCondition})
-        SysFreeString(*b);
+// A host array of the strings given in UTF-8 on the command line, 8-bit.
+EntreeHote Chaines(const std::vector<std::string>& utf8) {
+    std::vector<std::string> textes;
+    for (const std::string& t : utf8) textes.push_back(codepage::DepuisUtf8(t).value_or(t));
+    return EntreeHote::Chaines(textes);
 }
-void Libere(VdxAlerteCI& r) {
-    for (BSTR* b : {&r.CodeProduit, &r.LibelleProduit, &r.CodeTerme, &r.LibelleTerme, &r.CodePatient})
-        SysFreeString(*b);
-}
-void Libere(VdxComposant& r) {
-    for (BSTR* b : {&r.Libelle, &r.QuantiteTexte, &r.LibelleUnite}) SysFreeString(*b);
-}
-void Libere(VdxDeuxChaines& r) {
-    SysFreeString(r.Code);
-    SysFreeString(r.Libelle);
-}
-void Libere(VdxTroisChaines& r) {
-    SysFreeString(r.Code);
-    SysFreeString(r.Libelle);
-    SysFreeString(r.Texte);
-}
-
-// A host array of records of one shape, as a host makes it.
-template <class F>
-class Tableau {
-public:
-    Tableau() {
-        SafeArrayAllocDescriptor(1, &t);
-        t->cbElements = sizeof(F);
-        t->rgsabound[0].lLbound = 0;
-        t->rgsabound[0].cElements = 0;
-        SafeArrayAllocData(t);
-    }
-    ~Tableau() {
-        for (F& f : Lignes()) Libere(f);
-        SafeArrayDestroy(t);
-    }
-    Tableau(const Tableau&) = delete;
-    Tableau& operator=(const Tableau&) = delete;
-    std::span<F> Lignes() { return {static_cast<F*>(t->pvData), t->rgsabound[0].cElements}; }
-    SAFEARRAY* t = nullptr;
-};
-
-// An input array of strings or of 32-bit integers.
-SAFEARRAY* Chaines(const std::vector<std::string>& textes) {
-    SAFEARRAY* t = SafeArrayCreateVector(VT_BSTR, 0, static_cast<ULONG>(textes.size()));
-    for (LONG i = 0; i < static_cast<LONG>(textes.size()); ++i) {
-        BSTR b = ChaineHote(textes[i]);
-        SafeArrayPutElement(t, &i, b);
-        SysFreeString(b);
-    }
-    return t;
-}
-SAFEARRAY* Entiers(const std::vector<int32_t>& valeurs) {
-    SAFEARRAY* t = SafeArrayCreateVector(VT_I4, 0, static_cast<ULONG>(valeurs.size()));
-    for (LONG i = 0; i < static_cast<LONG>(valeurs.size()); ++i) {
-        int32_t v = valeurs[i];
-        SafeArrayPutElement(t, &i, &v);
-    }
-    return t;
-}
-struct Entree {
-    SAFEARRAY* t;
-    ~Entree() { SafeArrayDestroy(t); }
-};
 
 // A connection in array mode, closed on every way out.
 struct Connexion {
@@ -178,18 +120,11 @@ std::optional<int32_t> TypePathologie(std::string_view type) {
 }
 
 // The arguments of check, or nullopt on bad usage (told on stderr).
-std::optional<Demande> LitDemande(std::vector<std::string> args) {
+std::optional<Demande> LitDemande(const ArgumentsCommande& args) {
     Demande d;
-    d.base = PrendBase(args);
-    for (size_t i = 0; i < args.size(); ++i) {
-        const std::string& a = args[i];
-        const bool avecValeur = a == "--age" || a == "--age-years" || a == "--weight" ||
-                                a == "--sex" || a == "--pregnancy" || a == "--pathology" || a == "--level";
-        if (avecValeur && i + 1 >= args.size()) {
-            std::cerr << "vdx: " << a << " needs a value\n";
-            return std::nullopt;
-        }
-        const std::string valeur = avecValeur ? args[++i] : std::string();
+    d.base = args.Base();
+    d.produits = args.Autres();
+    for (const auto& [a, valeur] : args.Options()) {
         const auto entier = [&](int32_t& cible, int32_t facteur = 1) {
             const auto n = Nombre(valeur);
             if (!n || *n < 0) {
@@ -230,11 +165,6 @@ std::optional<Demande> LitDemande(std::vector<std::string> args) {
             d.allaitement = 1;
         } else if (a == "--json") {
             d.json = true;
-        } else if (a.starts_with("--")) {
-            std::cerr << "vdx: unknown option " << a << '\n';
-            return std::nullopt;
-        } else {
-            d.produits.push_back(a);
         }
     }
     if (d.base.empty() || d.produits.empty()) return std::nullopt;
@@ -260,8 +190,8 @@ constexpr char SansSecondProduit[] = "0000000";
 // What check found, gathered before it is printed.
 struct Constat {
     std::vector<Produit> produits;
-    Tableau<VdxInteraction2> lignes;
-    Tableau<VdxAlerteCI> alertes;
+    TableauHote<VdxInteraction2> lignes{FormeDe<FicheInteraction2>()};
+    TableauHote<VdxAlerteCI> alertes{FormeDe<AlerteCI>()};
     // The rows between prescribed products, then those with what the
     // patient should avoid outside the prescription.
     std::vector<VdxInteraction2*> interactions, exterieures;
@@ -285,8 +215,8 @@ struct Constat {
 // Whether every route of a product is local: a route code beginning with
 // "B" reaches no further than where it is laid.
 bool RoutesLocales(const char* code) {
-    Tableau<VdxDeuxChaines> voies;
-    if (ListeVoie_Vdx(code, &voies.t) <= 0) return false;
+    TableauHote<VdxDeuxChaines> voies(DeuxChaines);
+    if (ListeVoie_Vdx(code, voies.Adresse()) <= 0) return false;
     return std::ranges::all_of(voies.Lignes(), [](VdxDeuxChaines& v) { return Utf8(v.Code).starts_with('B'); });
 }
 
@@ -372,10 +302,7 @@ int ImprimeJson(Constat& c) {
     return SortieSucces;
 }
 
-}  // namespace
-
-int Check(std::vector<std::string> args) {
-    if (DemandeAide(args)) return std::fputs(AideCheck, stdout), SortieSucces;
+int Check(const ArgumentsCommande& args) {
     const std::optional<Demande> d = LitDemande(args);
     if (!d) return Usage(AideCheck);
     const Connexion connexion(d->base);
@@ -384,23 +311,24 @@ int Check(std::vector<std::string> args) {
 
     Constat constat;
     for (const std::string& code : d->produits) {
-        BSTR libelle = nullptr;
-        const int32_t n = LibelleProduit_Vdx(code.c_str(), &libelle);
-        constat.produits.push_back({code, n == 1 ? Utf8(libelle) : "(produit inconnu)", RoutesLocales(code.c_str())});
-        SysFreeString(libelle);
+        ChaineHote libelle;
+        const int32_t n = LibelleProduit_Vdx(code.c_str(), libelle.Adresse());
+        constat.produits.push_back(
+            {code, n == 1 ? Utf8(libelle.Valeur()) : "(produit inconnu)", RoutesLocales(code.c_str())});
     }
-    const Entree produits{Chaines(d->produits)}, codes{Chaines(d->codesPatient)}, types{Entiers(d->typesPatient)};
+    EntreeHote produits = Chaines(d->produits), codes = Chaines(d->codesPatient),
+               types = EntreeHote::Entiers(d->typesPatient);
     std::vector<int32_t> valeurs(d->codesPatient.size());
     for (size_t i = 0; i < valeurs.size(); ++i) valeurs[i] = static_cast<int32_t>(i) + 1;
-    const Entree valeursPatient{Entiers(valeurs)};
-    SAFEARRAY* p = produits.t;
-    SAFEARRAY* c = codes.t;
-    SAFEARRAY* t = types.t;
-    SAFEARRAY* v = valeursPatient.t;
-    const int32_t n = Interactions2_Vdx(&p, &c, &t, &constat.lignes.t, d->age, d->poids, d->grossesse,
+    EntreeHote valeursPatient = EntreeHote::Entiers(valeurs);
+    SAFEARRAY** p = produits.Adresse();
+    SAFEARRAY** c = codes.Adresse();
+    SAFEARRAY** t = types.Adresse();
+    SAFEARRAY** v = valeursPatient.Adresse();
+    const int32_t n = Interactions2_Vdx(p, c, t, constat.lignes.Adresse(), d->age, d->poids, d->grossesse,
                                         d->allaitement, d->sexe.c_str());
     if (n < 0) return EchecLibrairie("Interactions2_Vdx", n);
-    const int32_t m = ContreIndicationsProfil2_Vdx(&c, &t, &v, &p, &constat.alertes.t, d->age, d->poids, d->grossesse,
+    const int32_t m = ContreIndicationsProfil2_Vdx(c, t, v, p, constat.alertes.Adresse(), d->age, d->poids, d->grossesse,
                                                    d->allaitement, d->sexe.c_str());
     if (m < 0) return EchecLibrairie("ContreIndicationsProfil2_Vdx", m);
     constat.Trie();
@@ -414,27 +342,23 @@ int Check(std::vector<std::string> args) {
     return d->json ? ImprimeJson(constat) : Imprime(constat);
 }
 
-int Product(std::vector<std::string> args) {
-    if (DemandeAide(args)) return std::fputs(AideProduct, stdout), SortieSucces;
-    const std::string base = PrendBase(args);
-    if (base.empty() || args.size() != 1) return Usage(AideProduct);
+int Product(const ArgumentsCommande& args) {
+    const std::string base = args.Base();
+    if (base.empty() || args.Autres().size() != 1) return Usage(AideProduct);
     const Connexion connexion(base);
     if (connexion.code != 1) return EchecLibrairie("Connection2_Vdx", connexion.code);
-    const char* code = args[0].c_str();
+    const std::string& texteCode = args.Autres()[0];
+    const char* code = texteCode.c_str();
 
-    BSTR libelle = nullptr, labo = nullptr, nomLabo = nullptr, date = nullptr;
-    const int32_t n = LibelleProduit_Vdx(code, &libelle);
-    if (n != 1) {
-        SysFreeString(libelle);
-        return EchecLibrairie("LibelleProduit_Vdx", n);
-    }
-    std::cout << args[0] << "  " << Utf8(libelle) << '\n';
-    if (Laboratoire_Vdx(code, &labo, &nomLabo) == 1) std::cout << "  laboratory: " << Utf8(nomLabo) << '\n';
-    if (ProduitSupprime_Vdx(code, &date) == 1) std::cout << "  deleted on " << Utf8(date) << '\n';
-    BSTR cip13 = nullptr, cis = nullptr;
-    if (CIP_CIP13_Vdx(code, &cip13) == 1) std::cout << "  CIP13: " << Utf8(cip13) << '\n';
-    if (CIP_To_CIS_Vdx(code, &cis) == 1) std::cout << "  CIS: " << Utf8(cis) << '\n';
-    for (BSTR* b : {&libelle, &labo, &nomLabo, &date, &cip13, &cis}) SysFreeString(*b);
+    ChaineHote libelle, labo, nomLabo, date, cip13, cis;
+    const int32_t n = LibelleProduit_Vdx(code, libelle.Adresse());
+    if (n != 1) return EchecLibrairie("LibelleProduit_Vdx", n);
+    std::cout << texteCode << "  " << Utf8(libelle.Valeur()) << '\n';
+    if (Laboratoire_Vdx(code, labo.Adresse(), nomLabo.Adresse()) == 1)
+        std::cout << "  laboratory: " << Utf8(nomLabo.Valeur()) << '\n';
+    if (ProduitSupprime_Vdx(code, date.Adresse()) == 1) std::cout << "  deleted on " << Utf8(date.Valeur()) << '\n';
+    if (CIP_CIP13_Vdx(code, cip13.Adresse()) == 1) std::cout << "  CIP13: " << Utf8(cip13.Valeur()) << '\n';
+    if (CIP_To_CIS_Vdx(code, cis.Adresse()) == 1) std::cout << "  CIS: " << Utf8(cis.Valeur()) << '\n';
 
     std::string drapeaux;
     const std::pair<const char*, int32_t (*)(const char*)> tests[] = {
@@ -444,33 +368,28 @@ int Product(std::vector<std::string> args) {
         if (test(code) == 1) drapeaux += std::string(drapeaux.empty() ? "" : ", ") + nom;
     std::cout << "  flags: " << (drapeaux.empty() ? "none" : drapeaux) << '\n';
 
-    VdxStatut statut{};
-    if (Statut_Vdx(code, &statut) == 1) {
-        std::cout << "  status: " << Utf8(statut.LibelleStatut) << '\n';
-        for (BSTR p : {statut.LibellePrescription1, statut.LibellePrescription2, statut.LibellePrescription3})
+    FicheHote<VdxStatut> statut(FormeDe<FicheStatut>());
+    if (Statut_Vdx(code, statut.Adresse()) == 1) {
+        std::cout << "  status: " << Utf8(statut->LibelleStatut) << '\n';
+        for (BSTR p : {statut->LibellePrescription1, statut->LibellePrescription2, statut->LibellePrescription3})
             if (SysStringByteLen(p)) std::cout << "  prescription: " << Utf8(p) << '\n';
     }
-    for (BSTR* b : {&statut.LibelleStatut, &statut.LibellePrescription1, &statut.LibellePrescription2,
-                    &statut.LibellePrescription3, &statut.DetailPrescription1, &statut.DetailPrescription2,
-                    &statut.DetailPrescription3, &statut.TexteStatut1, &statut.TexteStatut2})
-        SysFreeString(*b);
 
-    Tableau<VdxComposant> composants;
-    BSTR exprime = nullptr, composition = nullptr;
-    if (ProduitPA_Vdx(code, &composants.t, &exprime, &composition) > 0) {
-        std::cout << "  composition" << (SysStringByteLen(exprime) ? " for " + Utf8(exprime) : std::string()) << ":\n";
+    TableauHote<VdxComposant> composants(FormeDe<Composant>());
+    ChaineHote exprime, composition;
+    if (ProduitPA_Vdx(code, composants.Adresse(), exprime.Adresse(), composition.Adresse()) > 0) {
+        const std::string base = Utf8(exprime.Valeur());
+        std::cout << "  composition" << (base.empty() ? std::string() : " for " + base) << ":\n";
         for (VdxComposant& c : composants.Lignes())
             std::cout << "    " << Utf8(c.Libelle) << "  " << Utf8(c.QuantiteTexte) << '\n';
     }
-    SysFreeString(exprime);
-    SysFreeString(composition);
 
-    Tableau<VdxTroisChaines> classes;
-    if (ProduitClasse_Vdx(code, &classes.t) > 0)
+    TableauHote<VdxTroisChaines> classes(TroisChaines);
+    if (ProduitClasse_Vdx(code, classes.Adresse()) > 0)
         for (VdxTroisChaines& c : classes.Lignes()) std::cout << "  class " << Utf8(c.Code) << ": " << Utf8(c.Texte) << '\n';
 
-    Tableau<VdxDeuxChaines> voies;
-    if (ListeVoie_Vdx(code, &voies.t) > 0) {
+    TableauHote<VdxDeuxChaines> voies(DeuxChaines);
+    if (ListeVoie_Vdx(code, voies.Adresse()) > 0) {
         std::cout << "  routes:";
         for (VdxDeuxChaines& v : voies.Lignes()) std::cout << ' ' << Utf8(v.Libelle) << " (" << Utf8(v.Code) << ")";
         std::cout << '\n';
@@ -478,20 +397,38 @@ int Product(std::vector<std::string> args) {
     return SortieSucces;
 }
 
-int Search(std::vector<std::string> args) {
-    if (DemandeAide(args)) return std::fputs(AideSearch, stdout), SortieSucces;
-    const std::string base = PrendBase(args);
-    if (base.empty() || args.empty() || args.size() > 2) return Usage(AideSearch);
-    const std::optional<int32_t> nombre = args.size() == 2 ? Nombre(args[1]) : 20;
+int Search(const ArgumentsCommande& args) {
+    const std::string base = args.Base();
+    const std::vector<std::string>& autres = args.Autres();
+    if (base.empty() || autres.empty() || autres.size() > 2) return Usage(AideSearch);
+    const std::optional<int32_t> nombre = autres.size() == 2 ? Nombre(autres[1]) : 20;
     if (!nombre || *nombre <= 0) return Usage(AideSearch);
     const Connexion connexion(base);
     if (connexion.code != 1) return EchecLibrairie("Connection2_Vdx", connexion.code);
-    const std::string texte = codepage::DepuisUtf8(args[0]).value_or(args[0]);
-    Tableau<VdxTroisChaines> lignes;
-    const int32_t n = RechercheProduitParPas_Vdx(texte.c_str(), &lignes.t, 0, "", *nombre);
+    const std::string texte = codepage::DepuisUtf8(autres[0]).value_or(autres[0]);
+    TableauHote<VdxTroisChaines> lignes(TroisChaines);
+    const int32_t n = RechercheProduitParPas_Vdx(texte.c_str(), lignes.Adresse(), 0, "", *nombre);
     if (n < 0) return EchecLibrairie("RechercheProduitParPas_Vdx", n);
     for (VdxTroisChaines& l : lignes.Lignes()) std::cout << Utf8(l.Code) << "  " << Utf8(l.Libelle) << '\n';
     return SortieSucces;
 }
+
+}  // namespace
+
+const Commande CommandeCheck{"check",
+                             AideCheck,
+                             {{"--base", true},
+                              {"--age", true},
+                              {"--age-years", true},
+                              {"--weight", true},
+                              {"--sex", true},
+                              {"--pregnancy", true},
+                              {"--pathology", true},
+                              {"--level", true},
+                              {"--breastfeeding", false},
+                              {"--json", false}},
+                             Check};
+const Commande CommandeProduct{"product", AideProduct, {{"--base", true}}, Product};
+const Commande CommandeSearch{"search", AideSearch, {{"--base", true}}, Search};
 
 }  // namespace vdx
