@@ -16,8 +16,8 @@
 #include "platform/hote.h"
 #include "session/resultat.h"
 #include "store/fixture.h"
-#include "tests/identite.h"
-#include "tests/tableau_hote.h"
+#include "tests/support/identite.h"
+#include "tests/support/tableau_hote.h"
 #include "vdx32/vdx32.h"
 
 namespace {

@@ -13,7 +13,7 @@
 
 #include "platform/hote.h"
 #include "session/resultat.h"
-#include "tests/tableau_hote.h"
+#include "tests/support/tableau_hote.h"
 #include "vdx32/vdx32.h"
 
 namespace {

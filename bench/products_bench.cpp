@@ -17,7 +17,7 @@
 #include "store/fixture.h"
 #include "store/layouts.h"
 #include "store/magasin.h"
-#include "tests/identite.h"
+#include "tests/support/identite.h"
 #include "vdx32/vdx32.h"
 
 namespace {

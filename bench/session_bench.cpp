@@ -10,7 +10,7 @@
 #include "platform/hote.h"
 #include "session/resultat.h"
 #include "store/fixture.h"
-#include "tests/identite.h"
+#include "tests/support/identite.h"
 #include "vdx32/vdx32.h"
 
 namespace {

@@ -13,7 +13,7 @@
 #include "session/resultat.h"
 #include "store/fixture.h"
 #include "store/pliage.h"
-#include "tests/identite.h"
+#include "tests/support/identite.h"
 #include "vdx32/vdx32.h"
 
 namespace {

@@ -13,7 +13,7 @@
 #include "session/session.h"
 #include "store/magasin.h"
 #include "store/sources.h"
-#include "tests/extrait_import.h"
+#include "tests/support/extrait_import.h"
 #include "vdx32/vdx32.h"
 
 namespace vdx::import::essai {

@@ -20,7 +20,7 @@
 #include "store/magasin.h"
 #include "session/session.h"
 #include "store/sources.h"
-#include "tests/extrait_import.h"
+#include "tests/support/extrait_import.h"
 #include "tools/vdx/import.h"
 #include "tools/vdx/import_libelle.h"
 #include "tools/vdx/import_lecture.h"

@@ -12,9 +12,9 @@
 #include "session/connexion.h"
 #include "session/session.h"
 #include "store/fixture.h"
-#include "tests/identite.h"
+#include "tests/support/identite.h"
 #include "platform/notices.h"
-#include "tests/tableau_hote.h"
+#include "tests/support/tableau_hote.h"
 #include "vdx32/vdx32.h"
 
 namespace vdx {

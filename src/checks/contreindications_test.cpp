@@ -8,7 +8,7 @@
 #include <cstring>
 
 #include "platform/hote.h"
-#include "products/essai_produits.h"
+#include "tests/support/essai_produits.h"
 #include "session/cadre.h"
 #include "session/resultat.h"
 

@@ -7,7 +7,7 @@
 
 #include "platform/codepage.h"
 #include "platform/hote.h"
-#include "products/composition_essai.h"
+#include "tests/support/composition_essai.h"
 #include "session/cadre.h"
 #include "session/messages.h"
 #include "session/resultat.h"

@@ -10,7 +10,7 @@
 
 #include "platform/chemin.h"
 #include "platform/hote.h"
-#include "products/essai_produits.h"
+#include "tests/support/essai_produits.h"
 #include "session/resultat.h"
 #include "store/fiche.h"
 #include "store/layouts.h"

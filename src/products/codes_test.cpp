@@ -7,7 +7,7 @@
 #include <gtest/gtest.h>
 
 #include "exports/table_exports.h"
-#include "products/essai_produits.h"
+#include "tests/support/essai_produits.h"
 #include "products/produits.h"
 
 namespace vdx {

@@ -4,7 +4,7 @@
 
 #include <gtest/gtest.h>
 
-#include "products/composition_essai.h"
+#include "tests/support/composition_essai.h"
 #include "products/composition_liens.h"
 #include "session/resultat.h"
 

@@ -5,7 +5,7 @@
 
 #include <gtest/gtest.h>
 
-#include "products/essai_produits.h"
+#include "tests/support/essai_produits.h"
 
 namespace vdx {
 namespace {

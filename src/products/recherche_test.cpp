@@ -6,7 +6,7 @@
 
 #include <gtest/gtest.h>
 
-#include "products/essai_produits.h"
+#include "tests/support/essai_produits.h"
 #include "session/resultat.h"
 
 namespace vdx {

@@ -12,7 +12,7 @@
 #include <functional>
 
 #include "store/magasin.h"
-#include "store/magasin_essai.h"
+#include "tests/support/magasin_essai.h"
 
 namespace vdx::magasin {
 namespace {

@@ -13,7 +13,7 @@
 #include "session/resultat.h"
 #include "store/layouts.h"
 #include "store/magasin.h"
-#include "vocabulary/essai_vocabulaire.h"
+#include "tests/support/essai_vocabulaire.h"
 
 namespace vdx {
 namespace {

@@ -4,7 +4,7 @@
 #include <gtest/gtest.h>
 
 #include "platform/hote.h"
-#include "vocabulary/essai_vocabulaire.h"
+#include "tests/support/essai_vocabulaire.h"
 
 namespace vdx {
 namespace {

@@ -10,7 +10,7 @@
 #include "platform/hote.h"
 #include "session/resultat.h"
 #include "store/magasin.h"
-#include "vocabulary/essai_vocabulaire.h"
+#include "tests/support/essai_vocabulaire.h"
 
 namespace vdx {
 namespace {

@@ -9,7 +9,7 @@
 #include "platform/hote.h"
 #include "store/fixture.h"
 #include "store/layouts.h"
-#include "vocabulary/essai_vocabulaire.h"
+#include "tests/support/essai_vocabulaire.h"
 
 namespace vdx::essai {
 

@@ -14,7 +14,7 @@
 //        and 3000006.
 #pragma once
 
-#include "products/essai_produits.h"
+#include "tests/support/essai_produits.h"
 
 namespace vdx::essai {
 
