@@ -14,6 +14,7 @@
 #include <vector>
 
 #include "platform/hote.h"
+#include "checks/contreindications.h"
 #include "session/resultat.h"
 #include "store/fixture.h"
 #include "tests/support/identite.h"
@@ -105,8 +106,6 @@ const std::vector<std::pair<std::string, int32_t>> Pathologies = {{CodeCIM10(Ter
 constexpr int32_t Age = 120, Poids = 30, Grossesse = 0;
 
 
-const FormeHote FormeAlerte{TypeChamp::Entier, TypeChamp::Entier, TypeChamp::Texte, TypeChamp::Texte,
-                            TypeChamp::Texte,  TypeChamp::Texte,  TypeChamp::Texte};
 
 void ContreIndicationsProfil2(benchmark::State& state) {
     InstalleNotifications_Vdx([](void*, const char*, const char*, int32_t) { return 1; }, nullptr, nullptr);
@@ -127,7 +126,7 @@ void ContreIndicationsProfil2(benchmark::State& state) {
     for (auto _ : state) n = ContreIndicationsProfil2_Vdx(&c, &t, &v, &p, &alertes, Age, Poids, Grossesse, 0, "F");
     state.counters["alertes"] = n;
     if (n <= 0) state.SkipWithError("no alert");
-    VideTableau(alertes, FormeAlerte);
+    VideTableau(alertes, GabaritDe<AlerteCI>());
     hote::Detruit(alertes);
     for (SAFEARRAY* a : {c, t, v, p}) SafeArrayDestroy(a);
     DeConnection2_Vdx();

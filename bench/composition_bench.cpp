@@ -13,6 +13,7 @@
 #include <vector>
 
 #include "platform/hote.h"
+#include "products/composition.h"
 #include "session/resultat.h"
 #include "store/fixture.h"
 #include "tests/support/identite.h"
@@ -83,7 +84,7 @@ Base& LaBase() {
 // A session in array mode on the base, and a host array of the shape.
 class Session {
 public:
-    explicit Session(FormeHote forme) : forme_(std::move(forme)) {
+    explicit Session(Gabarit forme) : forme_(std::move(forme)) {
         InstalleNotifications_Vdx([](void*, const char*, const char*, int32_t) { return 1; }, nullptr, nullptr);
         Connection2_Vdx(LaBase().base.Repertoire().c_str(), 0, 0);
         tableau = hote::CreeTableau(hote::TailleFiche(static_cast<uint32_t>(forme_.size())));
@@ -99,15 +100,13 @@ public:
     BSTR exprime = nullptr, composition = nullptr;
 
 private:
-    FormeHote forme_;
+    Gabarit forme_;
 };
 
-const FormeHote FormeComposant{TypeChamp::Entier, TypeChamp::Entier, TypeChamp::Entier,
-                               TypeChamp::Texte,  TypeChamp::Texte,  TypeChamp::Texte};
-const FormeHote TroisChaines{TypeChamp::Texte, TypeChamp::Texte, TypeChamp::Texte};
+const Gabarit TroisChaines{TypeChamp::Texte, TypeChamp::Texte, TypeChamp::Texte};
 
 void ProduitPA(benchmark::State& state) {
-    Session s(FormeComposant);
+    Session s(GabaritDe<vdx::Composant>());
     const std::string code = Code(NombreProduits / 2);
     int32_t n = 0;
     for (auto _ : state) n = ProduitPA_Vdx(code.c_str(), &s.tableau, &s.exprime, &s.composition);

@@ -438,7 +438,7 @@ std::vector<std::string> Prescription(int64_t lignes) {
 void Interactions2(benchmark::State& state) {
     const std::vector<std::string> codes = Prescription(state.range(0));
     EntreeHote produits = EntreeHote::Chaines(codes);
-    TableauHote<VdxInteraction2> tableau(FormeDe<FicheInteraction2>());
+    TableauHote<VdxInteraction2> tableau(GabaritDe<FicheInteraction2>());
     int32_t n = 0;
     for (auto _ : state)
         n = Interactions2_Vdx(produits.Adresse(), nullptr, nullptr, tableau.Adresse(), 0, 0, 0, 0, "");

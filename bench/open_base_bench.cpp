@@ -11,6 +11,7 @@
 #include <unordered_map>
 #include <vector>
 
+#include "checks/interactions.h"
 #include "platform/hote.h"
 #include "session/resultat.h"
 #include "tests/support/tableau_hote.h"
@@ -25,12 +26,7 @@ std::string Base() {
     return base ? base : "build/open-base";
 }
 
-const FormeHote TroisChaines{TypeChamp::Texte, TypeChamp::Texte, TypeChamp::Texte};
-const FormeHote FormeInteraction2 = [] {
-    FormeHote forme(23, TypeChamp::Texte);
-    for (size_t c : {7, 16, 17, 18, 19, 20}) forme[c] = TypeChamp::Entier;
-    return forme;
-}();
+const Gabarit TroisChaines{TypeChamp::Texte, TypeChamp::Texte, TypeChamp::Texte};
 
 // A connection in array mode to the open base; false when it isn't there.
 bool Connecte(benchmark::State& state) {
@@ -111,7 +107,7 @@ void Interactions2(benchmark::State& state) {
     for (auto _ : state) n = Interactions2_Vdx(&produits, nullptr, nullptr, &lignes, 0, 0, 0, 0, "");
     state.counters["produits"] = static_cast<double>(codes.size());
     state.counters["lignes"] = n;
-    VideTableau(lignes, FormeInteraction2);
+    VideTableau(lignes, GabaritDe<FicheInteraction2>());
     hote::Detruit(lignes);
     SafeArrayDestroy(produits);
     DeConnection2_Vdx();

@@ -80,7 +80,7 @@ public:
     SAFEARRAY* tableau;
 
 private:
-    FormeHote forme_;
+    Gabarit forme_;
 };
 
 void RechercheParPas_Page20(benchmark::State& state) {

@@ -350,7 +350,7 @@ protected:
         SAFEARRAY* analyses = nullptr;
         SAFEARRAY* alertes = essai::TableauDeFiches(7);
         ~Tableaux() {
-            VideTableau(alertes, Forme);
+            VideTableau(alertes, GabaritAlerte);
             VideTableau(analyses, {TypeChamp::Texte, TypeChamp::Entier});
             for (SAFEARRAY* t : {codes, types, valeurs, produits, analyses, alertes}) SafeArrayDestroy(t);
         }
@@ -360,7 +360,7 @@ protected:
             for (uint32_t c = 2; c < 7; ++c) texte += "|" + essai::Texte(*hote::Chaine(e, c));
             return texte;
         }
-        const FormeHote Forme = {TypeChamp::Entier, TypeChamp::Entier, TypeChamp::Texte, TypeChamp::Texte,
+        const Gabarit GabaritAlerte = {TypeChamp::Entier, TypeChamp::Entier, TypeChamp::Texte, TypeChamp::Texte,
                                  TypeChamp::Texte,  TypeChamp::Texte,  TypeChamp::Texte};
     };
 };

@@ -124,7 +124,7 @@ protected:
     }
 };
 
-const FormeHote FormeAlerte{TypeChamp::Texte,  TypeChamp::Texte,  TypeChamp::Texte,  TypeChamp::Texte,
+const Gabarit GabaritAlerte{TypeChamp::Texte,  TypeChamp::Texte,  TypeChamp::Texte,  TypeChamp::Texte,
                             TypeChamp::Texte,  TypeChamp::Entier, TypeChamp::Entier, TypeChamp::Entier,
                             TypeChamp::Entier, TypeChamp::Entier, TypeChamp::Texte,  TypeChamp::Texte,
                             TypeChamp::Texte,  TypeChamp::Texte};
@@ -134,7 +134,7 @@ struct Sortie {
     SAFEARRAY* tableau = essai::TableauDeFiches(14);
     ~Sortie() {
         if (!tableau) return;
-        VideTableau(tableau, FormeAlerte);
+        VideTableau(tableau, GabaritAlerte);
         SafeArrayDestroy(tableau);
     }
     int32_t Appelle(const char* code, int32_t terme) { return ControleGrossesseAFSSAPS(code, terme, &tableau); }

@@ -346,7 +346,7 @@ private:
                     if (!derniere) continue;
                     j = k;
                     cj = lignes_[k].Classes.empty() ? nullptr : &lignes_[k].Classes[0];
-                    Forme(c, {&lignes_[i], &ci}, {&lignes_[k], cj}, *voie1, voie2, {}, {});
+                    Compose(c, {&lignes_[i], &ci}, {&lignes_[k], cj}, *voie1, voie2, {}, {});
                 }
             }
             if (!derniere) return;
@@ -358,19 +358,19 @@ private:
         const Cote second{c.genre == SubstanceExterieure ? nullptr : &lignes_[j], cj};
         const std::vector<std::string_view> termes = Entrees(f.Texte(VDXZICOU::TermesCondition));
         if (termes.empty()) {
-            Forme(c, {&lignes_[i], &ci}, second, *voie1, voie2, {}, {});
+            Compose(c, {&lignes_[i], &ci}, second, *voie1, voie2, {}, {});
             return;
         }
         // A condition holds for any patient: a row per term.
         for (std::string_view terme : termes) {
             const std::optional<std::string> fiche = FicheTerme(terme);
             const Fiche t(fiche ? std::string_view(*fiche) : std::string_view());
-            Forme(c, {&lignes_[i], &ci}, second, *voie1, voie2, fiche ? t.Texte(VDXVAMM::CodeTerme) : terme,
+            Compose(c, {&lignes_[i], &ci}, second, *voie1, voie2, fiche ? t.Texte(VDXVAMM::CodeTerme) : terme,
                   t.Texte(VDXVAMM::Libelle));
         }
     }
 
-    void Forme(const Couple& c, Cote premier, Cote second, const std::string& voie1, const std::string& voie2,
+    void Compose(const Couple& c, Cote premier, Cote second, const std::string& voie1, const std::string& voie2,
                std::string_view codeCondition, std::string_view libelleCondition) {
         const Fiche& f = c.f;
         FicheInteraction2 r;

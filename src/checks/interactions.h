@@ -83,7 +83,7 @@ VDX_LIGNE(FicheInteraction2, CIP1, CIP2, Libelle1, Libelle2, LibelleGravite, Tex
           Texte2, Texte3, Texte4, Classe1, Classe2, Voie1, Voie2, CodeType, Niveau2, Substance2, Substance1Associee,
           Substance2Associee, CodeCondition, LibelleCondition);
 // The shorter records of Interactions_Vdx and ProduitInteractions_Vdx.
-VDX_VUE(FormeInteraction, FicheInteraction2, Niveau, LibelleGravite, Libelle1, Libelle2, TexteType, Reference, CIP1,
+VDX_VUE(VueInteraction, FicheInteraction2, Niveau, LibelleGravite, Libelle1, Libelle2, TexteType, Reference, CIP1,
         CIP2);
-VDX_VUE(FormeProduitInteraction, FicheInteraction2, Niveau, LibelleGravite, TexteType, Reference);
+VDX_VUE(VueProduitInteraction, FicheInteraction2, Niveau, LibelleGravite, TexteType, Reference);
 }  // namespace vdx

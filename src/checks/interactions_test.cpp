@@ -297,7 +297,7 @@ TEST_F(InteractionsExports, ArraysInAndOutAndTheCodesOfTheList) {
 
     VideTableau(courtes, {TypeChamp::Entier, TypeChamp::Texte, TypeChamp::Texte, TypeChamp::Texte, TypeChamp::Texte,
                           TypeChamp::Texte, TypeChamp::Texte, TypeChamp::Texte});
-    FormeHote longue(23, TypeChamp::Texte);
+    Gabarit longue(23, TypeChamp::Texte);
     for (size_t c : {7, 16, 17, 18, 19, 20}) longue[c] = TypeChamp::Entier;
     VideTableau(lignes, longue);
     for (SAFEARRAY* t : {produits, lignes, courtes, vide, blanc, trou, queue, treize}) SafeArrayDestroy(t);

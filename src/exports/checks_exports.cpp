@@ -127,7 +127,7 @@ int32_t Profil(const RegleProfil& regle, EntreesProfil e, SAFEARRAY** tableau, i
     e.patient.Grossesse = grossesse;
     e.patient.Allaitement = allaitement;
     e.patient.Sexe = SexeNormalise(sexe);
-    Resultat resultat(tableau, FormeDe<AlerteCI>(), tableauAbsent);
+    Resultat resultat(tableau, GabaritDe<AlerteCI>(), tableauAbsent);
     resultat.Prend(LignesSansCleSelon<AlerteCI>(ContreIndicationsPatient(session(), std::move(e.patient), e.produits, regle)));
     return resultat.Livre();
 }
@@ -171,7 +171,7 @@ int32_t ProfilCourt(SAFEARRAY** produits, SAFEARRAY** termes, SAFEARRAY** tablea
         std::tie(codes, pathologies) = ProduitsEtTermesDuTexte(texte);
         codes = CodesCIPDuTexte(std::move(codes));
     }
-    Resultat resultat(tableau, FormeDe<FicheCI>(), Argument3);
+    Resultat resultat(tableau, GabaritDe<FicheCI>(), Argument3);
     const bool vide = std::ranges::any_of(codes, [](const std::string& c) { return c.empty(); });
     if (codes.empty() || vide) return resultat.Livre();
     ContreIndicationsCourtes courtes = ContreIndicationsDesTermes(session(), codes, pathologies, age);
@@ -186,7 +186,7 @@ int32_t ControleGrossesseAFSSAPS(const char* code, int32_t grossesse, SAFEARRAY*
     return CadreConnecte("ControleGrossesseAFSSAPS", [&]() -> int32_t {
         const std::string cip = CodeProduit(code);
         if (grossesse < 0) throw Echec{Argument2};
-        Resultat resultat(tableau, FormeDe<AlerteGrossesse>(), Argument3);
+        Resultat resultat(tableau, GabaritDe<AlerteGrossesse>(), Argument3);
         for (AlerteGrossesse& alerte : AlertesGrossesse(cip, grossesse))
             resultat.AjouteLigne(ValeursDe(std::move(alerte)));
         return resultat.Livre();
@@ -202,7 +202,7 @@ VDX_EXPORT(Interactions2_Vdx, Connecte, NomsDesChamps<FicheInteraction2>(), (Lis
            (Entier, Grossesse), (Entier, Allaitement), (Texte, Sexe)) {
     const std::vector<std::string> codes =
         session().ModeSortie == ModeTableau ? CodesDuTableau(Produits) : CodesDuTexte();
-    Resultat resultat(Tableau, FormeDe<FicheInteraction2>(), Argument4);
+    Resultat resultat(Tableau, GabaritDe<FicheInteraction2>(), Argument4);
     resultat.Prend(LignesSansCleSelon<FicheInteraction2>(AnalyseInteractions(session(), codes)));
     return resultat.Livre();
 }
@@ -214,19 +214,19 @@ VDX_EXPORT(Interactions2Test_Vdx, Connecte, {}, (ListeTableau, Produits), (Liste
     return static_cast<int32_t>(AnalyseInteractions(session(), CodesDuTableau(Produits)).size());
 }
 
-VDX_EXPORT(Interactions_Vdx, Connecte, NomsDesChamps<FormeInteraction>(), (Lignes, Produits), (Tableau, Tableau)) {
+VDX_EXPORT(Interactions_Vdx, Connecte, NomsDesChamps<VueInteraction>(), (Lignes, Produits), (Tableau, Tableau)) {
     const std::vector<std::string> codes =
         session().ModeSortie == ModeTableau ? CodesDuTableau(Produits) : LignesDuTexte();
-    Resultat resultat(Tableau, FormeDe<FormeInteraction>(), Argument2);
-    resultat.Prend(LignesSansCleSelon<FormeInteraction>(AnalyseInteractions(session(), codes)));
+    Resultat resultat(Tableau, GabaritDe<VueInteraction>(), Argument2);
+    resultat.Prend(LignesSansCleSelon<VueInteraction>(AnalyseInteractions(session(), codes)));
     return resultat.Livre();
 }
 
-VDX_EXPORT(ProduitInteractions_Vdx, Connecte, NomsDesChamps<FormeProduitInteraction>(), (Texte, Code),
+VDX_EXPORT(ProduitInteractions_Vdx, Connecte, NomsDesChamps<VueProduitInteraction>(), (Texte, Code),
            (Tableau, Tableau)) {
     const std::string cip = CodeProduit(Code);
-    Resultat resultat(Tableau, FormeDe<FormeProduitInteraction>(), Argument2);
-    resultat.Prend(LignesSansCleSelon<FormeProduitInteraction>(InteractionsDuProduitParType(session(), cip)));
+    Resultat resultat(Tableau, GabaritDe<VueProduitInteraction>(), Argument2);
+    resultat.Prend(LignesSansCleSelon<VueProduitInteraction>(InteractionsDuProduitParType(session(), cip)));
     return resultat.Livre();
 }
 

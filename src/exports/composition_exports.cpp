@@ -21,7 +21,7 @@ VDX_EXPORT(ProduitPA_Vdx, Connecte, NomsDesChamps<ComposantPlat>(), (Texte, Code
     const std::string cip = CodeProduit(Code);
     std::optional<Resultat> hote;
     if (session().ModeSortie == ModeTableau) {
-        hote.emplace(Tableau, FormeDe<Composant>(), Argument2);
+        hote.emplace(Tableau, GabaritDe<Composant>(), Argument2);
         RangeChaine(Exprime, std::nullopt);
         RangeChaine(Composition, std::nullopt);
     }
@@ -47,7 +47,7 @@ namespace {
 // PAProduits_Vdx and ExcipientProduits_Vdx: the same walk under two names.
 int32_t ProduitsSubstance(int32_t code, SAFEARRAY** tableau) {
     if (!CodeSubstanceValide(code)) throw Echec{Argument1};
-    Resultat resultat(tableau, FormeDe<ProduitDeSubstance>(), Argument2);
+    Resultat resultat(tableau, GabaritDe<ProduitDeSubstance>(), Argument2);
     resultat.Prend(LignesSelon<ProduitDeSubstance>(ProduitsDeSubstance(session(), code)));
     return resultat.Livre();
 }
@@ -75,7 +75,7 @@ VDX_EXPORT(LibelleExcipient_Vdx, Chaines, Noms("Libelle"), (Entier, Code), (Chai
 
 VDX_EXPORT(SynonymeComposant_Vdx, Connecte, NomsDesChamps<Synonyme>(), (Entier, Code), (Tableau, Tableau)) {
     if (!CodeSubstanceValide(Code)) throw Echec{Argument1};
-    Resultat resultat(Tableau, FormeDe<Synonyme>(), Argument2);
+    Resultat resultat(Tableau, GabaritDe<Synonyme>(), Argument2);
     resultat.Prend(LignesSelon<Synonyme>(SynonymesComposant(Code)));
     return resultat.Livre();
 }
@@ -83,7 +83,7 @@ VDX_EXPORT(SynonymeComposant_Vdx, Connecte, NomsDesChamps<Synonyme>(), (Entier, 
 // The classes of a product: the rows, 0 for a product without class.
 VDX_EXPORT(ProduitClasse_Vdx, Connecte, NomsDesChamps<LigneClasse>(), (Texte, Code), (Tableau, Tableau)) {
     const std::string cip = CodeProduit(Code);
-    Resultat resultat(Tableau, FormeDe<LigneClasse>(), Argument2);
+    Resultat resultat(Tableau, GabaritDe<LigneClasse>(), Argument2);
     std::vector<LigneClasse> lignes;
     for (ClasseDuProduit& c : ClassesProduit(cip)) lignes.push_back({std::move(c.CodeClasse), cip, std::move(c.Libelle)});
     resultat.Prend(LignesSelon<LigneClasse>(std::move(lignes)));
@@ -94,7 +94,7 @@ VDX_EXPORT(ProduitClasse_Vdx, Connecte, NomsDesChamps<LigneClasse>(), (Texte, Co
 // of a code and a label.
 VDX_EXPORT(ListeVoie_Vdx, Connecte, Noms("Code", "Libelle"), (Texte, Code), (Tableau, Tableau)) {
     const std::string cip = CodeProduit(Code);
-    Resultat resultat(Tableau, FormeDe<Voie>(), Argument2);
+    Resultat resultat(Tableau, GabaritDe<Voie>(), Argument2);
     resultat.Prend(LignesSelon<Voie>(VoiesProduit(cip)));
     return resultat.Livre();
 }

@@ -52,8 +52,8 @@ VDX_EXPORT(LibelleStupefiant_Vdx, Libre, {}, (Texte, Texte), (ChaineSortie, Sort
 
 VDX_EXPORT(Statut_Vdx, Connecte, NomsDesChamps<FicheStatut>(), (Texte, Code), (Fiche, Fiche)) {
     const std::string cip = CodeProduit(Code);
-    if (session().ModeSortie == ModeTableau) VideFiche(Requis(Fiche), FormeDe<FicheStatut>());
-    LivreFiche(Fiche, FormeDe<FicheStatut>(), ValeursDe(StatutDe(cip)));
+    if (session().ModeSortie == ModeTableau) VideFiche(Requis(Fiche), GabaritDe<FicheStatut>());
+    LivreFiche(Fiche, GabaritDe<FicheStatut>(), ValeursDe(StatutDe(cip)));
     return Succes;
 }
 
@@ -138,7 +138,7 @@ template <class Recherche>
 int32_t Pas(Recherche recherche, const char* texte, SAFEARRAY** tableau, int32_t options, const char* suite,
             int32_t nombre) {
     if (TexteDe(texte).starts_with(' ')) return Rien;
-    Resultat resultat(tableau, FormeProduit, Argument2);
+    Resultat resultat(tableau, GabaritProduit, Argument2);
     resultat.Prend(recherche(session(), TexteDe(texte), options, TexteDe(suite), nombre));
     return resultat.Livre();
 }
@@ -155,7 +155,7 @@ VDX_EXPORT(RechercheProduitParPas2_Vdx, Connecte, Noms("Code", "Libelle", "Texte
 }
 VDX_EXPORT(RechercheProduitParStatut_Vdx, Connecte, Noms("Code", "Libelle", "Texte"), (Entier, CodeStatut),
            (Tableau, Tableau), (Texte, Suite), (Entier, Nombre)) {
-    Resultat resultat(Tableau, FormeProduit, Argument2);
+    Resultat resultat(Tableau, GabaritProduit, Argument2);
     resultat.Prend(RechercheProduitParStatut(session(), CodeStatut, TexteDe(Suite), Nombre));
     return resultat.Livre();
 }

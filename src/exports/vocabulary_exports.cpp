@@ -18,21 +18,21 @@ namespace {
 // else, the host's array untouched.
 int32_t Pas(const Vocabulaire& v, const char* texte, SAFEARRAY** tableau, const char* suite, int32_t nombre) {
     if (TexteDe(texte).starts_with(' ')) return Rien;
-    Resultat resultat(tableau, v.forme, Argument2);
+    Resultat resultat(tableau, v.gabarit, Argument2);
     resultat.Prend(PasVocabulaire(v, TexteDe(texte), TexteDe(suite), nombre));
     return resultat.Livre();
 }
 
 int32_t Mot(const Vocabulaire& v, const char* mot1, const char* mot2, int32_t partout, SAFEARRAY** tableau) {
     if (TexteDe(mot1).empty() && TexteDe(mot2).empty()) throw Echec{Argument1};
-    Resultat resultat(tableau, v.forme, Argument5);
+    Resultat resultat(tableau, v.gabarit, Argument5);
     resultat.Prend(MotVocabulaire(v, TexteDe(mot1), TexteDe(mot2), partout != 0));
     return resultat.Livre();
 }
 
 int32_t Famille(const Vocabulaire& v, const char* mot, SAFEARRAY** tableau, const char* prefixe) {
     if (TexteDe(mot).empty()) throw Echec{Argument1};
-    Resultat resultat(tableau, v.forme, Argument2);
+    Resultat resultat(tableau, v.gabarit, Argument2);
     resultat.Prend(MotFamille(v, TexteDe(mot), TexteDe(prefixe)));
     return resultat.Livre();
 }
@@ -70,7 +70,7 @@ int32_t LibelleDuCode(const Vocabulaire& (*vocabulaire)(std::string_view), const
     }
 
 VDX_EXPORT(ListeALD_Vdx, Connecte, NomsDesChamps<LigneALD>(), (Tableau, Tableau)) {
-    Resultat resultat(Tableau, FormeDe<LigneALD>(), Argument2);
+    Resultat resultat(Tableau, GabaritDe<LigneALD>(), Argument2);
     resultat.Prend(LignesSelon<LigneALD>(ListeALD()));
     return resultat.Livre();
 }
@@ -130,7 +130,7 @@ VDX_EXPORT(Lexico_Vdx, Connecte, Noms("CodeCIP", "Libelle", "Texte"), (Tableau, 
            (Texte, MotsExclus), (Entier, Options), (Entier, Debut), (Entier, Nombre)) {
     if (exports::TexteBorne(MotsCherches, LongueurMinLexico).size() < LongueurMinLexico)
         throw Echec{RechercheTropCourte};
-    vdx::Resultat lignes(Resultat, FormeLexico, Argument2);
+    vdx::Resultat lignes(Resultat, GabaritLexico, Argument2);
     lignes.Prend(Lexico(MotsCherches, TexteDe(MotsExclus), Options, Debut, Nombre));
     return lignes.Livre();
 }

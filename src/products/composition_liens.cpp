@@ -19,8 +19,8 @@ VDX_TABLE(TableClasses, "VDXCLA")
 // VDXCLAP by product: CodeCIP, then the class code padded with blanks.
 constexpr int CleParProduit = 1;
 
-const FormeHote TroisChaines{TypeChamp::Texte, TypeChamp::Texte, TypeChamp::Texte};
-const FormeHote DeuxChaines{TypeChamp::Texte, TypeChamp::Texte};
+const Gabarit TroisChaines{TypeChamp::Texte, TypeChamp::Texte, TypeChamp::Texte};
+const Gabarit DeuxChaines{TypeChamp::Texte, TypeChamp::Texte};
 
 std::string LibelleClasse(std::string_view code) {
     Curseur classes(TableClasses());

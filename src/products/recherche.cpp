@@ -112,7 +112,7 @@ bool Cache(const Contexte& contexte, const Produit& p, int32_t options, const Pa
 // The walk shared by the step searches, on tables the caller holds open.
 Lignes Parcourt(const Contexte& contexte, const Parcours& parcours, std::string_view texte, int32_t options, std::string_view suite,
                  int32_t nombre) {
-    Lignes resultat(FormeProduit);
+    Lignes resultat(GabaritProduit);
     const Demande demande = Decoupe(texte, parcours);
     Curseur curseur(parcours.table, parcours.cle);
     std::optional<Position> position;
@@ -222,7 +222,7 @@ Lignes RechercheProduitParPas2(const Contexte& contexte, std::string_view texte,
 
 Lignes RechercheProduitParStatut(const Contexte& contexte, int32_t codeStatut, std::string_view suite, int32_t nombre) {
     const DansContexte dans(contexte);
-    Lignes resultat(FormeProduit);
+    Lignes resultat(GabaritProduit);
     TablesOuvertes tables{&TableComplements(), &TableProduits()};
     // Key 2 of VDXPROA: the status's four bytes, then the CodeCIP.
     const std::string statut = CleEntiers({codeStatut});

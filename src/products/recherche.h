@@ -19,7 +19,7 @@ inline constexpr int32_t BaseMedecin = 2;     // the doctor's products in place 
 // Hides deleted products, in both step searches.
 inline constexpr int32_t SansSupprimes = 256;
 
-inline const FormeHote FormeProduit = {TypeChamp::Texte, TypeChamp::Texte, TypeChamp::Texte};
+inline const Gabarit GabaritProduit = {TypeChamp::Texte, TypeChamp::Texte, TypeChamp::Texte};
 
 // RechercheProduitParPas_Vdx: a page of at most `nombre` products in the
 // order of the label key, from the prefix of `texte` ("prefix@word@word"),

@@ -106,8 +106,8 @@ TEST_F(RechercheProduits, ATextBeginningWithABlankLeavesTheArrayAlone) {
     EXPECT_EQ(RechercheProduitParPas_Vdx("DOLI", nullptr, 0, nullptr, 5), VDX_ARGUMENT2);
     SAFEARRAY* deux = essai::TableauDeFiches(2);
     EXPECT_EQ(RechercheProduitParPas_Vdx("DOLI", &deux, 0, nullptr, 5), VDX_ARGUMENT2);
-    const FormeHote forme = {TypeChamp::Texte, TypeChamp::Texte, TypeChamp::Texte};
-    DetruitTableau(tableau, forme);
+    const Gabarit gabarit = {TypeChamp::Texte, TypeChamp::Texte, TypeChamp::Texte};
+    DetruitTableau(tableau, gabarit);
     SafeArrayDestroy(tableau);
     SafeArrayDestroy(deux);
 }

@@ -26,9 +26,9 @@ std::string NombreEnTexte(const Valeur& v) {
 }  // namespace
 
 int32_t Lignes::Ajoute(std::vector<Valeur> champs, bool cleUnique) {
-    if (champs.size() != forme_.size()) throw FauteInterne("ligne hors forme");
+    if (champs.size() != gabarit_.size()) throw FauteInterne("ligne hors gabarit");
     for (size_t c = 0; c < champs.size(); ++c)
-        if (champs[c].index() != static_cast<size_t>(forme_[c])) throw FauteInterne("champ hors forme");
+        if (champs[c].index() != static_cast<size_t>(gabarit_[c])) throw FauteInterne("champ hors gabarit");
     if (cleUnique) {
         const Valeur& cle = champs.front();
         const bool nouvelle = std::holds_alternative<int32_t>(cle) ? clesEntieres_.insert(std::get<int32_t>(cle)).second
@@ -54,7 +54,7 @@ std::string Lignes::TextePlat() const {
 }
 
 std::string Lignes::Json(const std::vector<const char*>& noms) const {
-    if (noms.size() != forme_.size()) throw FauteInterne("noms hors forme");
+    if (noms.size() != gabarit_.size()) throw FauteInterne("noms hors gabarit");
     std::string json = "[";
     for (size_t i = 0; i < lignes_.size(); ++i) {
         json += i ? ",{" : "{";

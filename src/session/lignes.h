@@ -7,7 +7,7 @@
 // names of the fields (the table of exports, JSON) and the row's values.
 // A shorter record of the same row is a view of it, a shape of its own:
 //
-//   VDX_VUE(FormeInteraction, FicheInteraction2, Niveau, LibelleGravite, ...);
+//   VDX_VUE(VueInteraction, FicheInteraction2, Niveau, LibelleGravite, ...);
 #pragma once
 
 #include <cstdint>
@@ -25,7 +25,7 @@ namespace vdx {
 // The shape of a record that crosses the boundary: its fields in order. A
 // float takes the first four bytes of its slot.
 enum class TypeChamp : uint8_t { Texte, Entier, Reel };
-using FormeHote = std::vector<TypeChamp>;
+using Gabarit = std::vector<TypeChamp>;
 
 // A field of a row; the first field is the row's key.
 using Valeur = std::variant<std::string, int32_t, float>;
@@ -34,7 +34,7 @@ using Valeur = std::variant<std::string, int32_t, float>;
 // the host's array, the flat text and JSON are written from them.
 class Lignes {
 public:
-    explicit Lignes(FormeHote forme) : forme_(std::move(forme)) {}
+    explicit Lignes(Gabarit gabarit) : gabarit_(std::move(gabarit)) {}
 
     // Adds a row unless one with an equal key is there: the count.
     int32_t AjouteLigne(std::initializer_list<Valeur> champs) { return Ajoute(std::vector<Valeur>(champs), true); }
@@ -44,7 +44,7 @@ public:
     int32_t AjouteLigneSansCle(std::vector<Valeur> champs) { return Ajoute(std::move(champs), false); }
 
     int32_t Nombre() const { return static_cast<int32_t>(lignes_.size()); }
-    const FormeHote& Forme() const { return forme_; }
+    const Gabarit& Types() const { return gabarit_; }
     const std::vector<std::vector<Valeur>>& Rangs() const { return lignes_; }
 
     // The flat text: fields each ended by "@", rows by a line end.
@@ -56,7 +56,7 @@ public:
 private:
     int32_t Ajoute(std::vector<Valeur> champs, bool cleUnique);
 
-    FormeHote forme_;
+    Gabarit gabarit_;
     std::vector<std::vector<Valeur>> lignes_;
     std::unordered_set<std::string> clesTexte_;
     std::unordered_set<int32_t> clesEntieres_;
@@ -86,26 +86,26 @@ constexpr TypeChamp TypeDe() {
 }
 
 // The shape of a row (or of a view), the names of its fields.
-template <class Forme>
-const FormeHote& FormeDe() {
-    static const FormeHote forme = std::apply(
-        [](auto... c) { return FormeHote{TypeDe<typename decltype(c)::Type>()...}; }, ChampsDe<Forme>::liste);
-    return forme;
+template <class Vue>
+const Gabarit& GabaritDe() {
+    static const Gabarit gabarit = std::apply(
+        [](auto... c) { return Gabarit{TypeDe<typename decltype(c)::Type>()...}; }, ChampsDe<Vue>::liste);
+    return gabarit;
 }
 
-template <class Forme>
+template <class Vue>
 const std::vector<const char*>& NomsDesChamps() {
     static const std::vector<const char*> noms =
-        std::apply([](auto... c) { return std::vector<const char*>{c.nom...}; }, ChampsDe<Forme>::liste);
+        std::apply([](auto... c) { return std::vector<const char*>{c.nom...}; }, ChampsDe<Vue>::liste);
     return noms;
 }
 
 // The values of a row in a shape (the row's own by default), its texts
 // moved out.
-template <class Forme, class Ligne>
+template <class Vue, class Ligne>
 std::vector<Valeur> ValeursSelon(Ligne&& ligne) {
     return std::apply([&](auto... c) { return std::vector<Valeur>{Valeur(std::move(ligne.*c.membre))...}; },
-                      ChampsDe<Forme>::liste);
+                      ChampsDe<Vue>::liste);
 }
 template <class Ligne>
 std::vector<Valeur> ValeursDe(Ligne&& ligne) {
@@ -114,16 +114,16 @@ std::vector<Valeur> ValeursDe(Ligne&& ligne) {
 
 // Rows in a shape: each one unless its key is there already; or, for the
 // checks, which make their rows unique by their own rules, every one.
-template <class Forme, class Ligne>
+template <class Vue, class Ligne>
 Lignes LignesSelon(std::vector<Ligne>&& lignes) {
-    Lignes l(FormeDe<Forme>());
-    for (Ligne& r : lignes) l.AjouteLigne(ValeursSelon<Forme>(std::move(r)));
+    Lignes l(GabaritDe<Vue>());
+    for (Ligne& r : lignes) l.AjouteLigne(ValeursSelon<Vue>(std::move(r)));
     return l;
 }
-template <class Forme, class Ligne>
+template <class Vue, class Ligne>
 Lignes LignesSansCleSelon(std::vector<Ligne>&& lignes) {
-    Lignes l(FormeDe<Forme>());
-    for (Ligne& r : lignes) l.AjouteLigneSansCle(ValeursSelon<Forme>(std::move(r)));
+    Lignes l(GabaritDe<Vue>());
+    for (Ligne& r : lignes) l.AjouteLigneSansCle(ValeursSelon<Vue>(std::move(r)));
     return l;
 }
 
@@ -169,9 +169,9 @@ Lignes LignesSansCleSelon(std::vector<Ligne>&& lignes) {
 #define VDX_VUE(Vue, Ligne, ...) \
     struct Vue;                  \
     VDX_VUE_DE(Vue, Ligne, __VA_ARGS__)
-#define VDX_VUE_DE(Forme, Ligne, ...)                                                               \
+#define VDX_VUE_DE(Vue, Ligne, ...)                                                               \
     template <>                                                                                     \
-    struct ChampsDe<Forme> {                                                                   \
+    struct ChampsDe<Vue> {                                                                   \
         static constexpr auto liste =                                                               \
             std::tuple{VDX_JOINT(VDX_CHAMPS_, VDX_COMPTE_CHAMPS(__VA_ARGS__))(Ligne, __VA_ARGS__)}; \
     }

@@ -17,13 +17,13 @@ namespace {
 // Name of the output file of mode 3, in the base directory.
 constexpr char FichierSortie[] = "Vdxout.txt";
 
-uint32_t TailleElement(const FormeHote& forme) { return hote::TailleFiche(static_cast<uint32_t>(forme.size())); }
+uint32_t TailleElement(const Gabarit& gabarit) { return hote::TailleFiche(static_cast<uint32_t>(gabarit.size())); }
 
 // Direct access to the records of an array of a shape.
 class Acces : public hote::Acces {
 public:
     using hote::Acces::Acces;
-    void* Element(uint32_t i, const FormeHote& forme) const { return hote::Acces::Element(TailleElement(forme), i); }
+    void* Element(uint32_t i, const Gabarit& gabarit) const { return hote::Acces::Element(TailleElement(gabarit), i); }
 };
 
 }  // namespace
@@ -75,7 +75,7 @@ void LivreValeur(BSTR* destination, std::string_view texte, int32_t codeAbsent) 
 }
 
 void LivreValeurs(std::initializer_list<Sortie> sorties, std::initializer_list<std::string_view> textes) {
-    if (sorties.size() != textes.size()) throw FauteInterne("sorties hors forme");
+    if (sorties.size() != textes.size()) throw FauteInterne("sorties hors gabarit");
     if (session().ModeSortie != ModeTableau) {
         std::string plat;
         for (std::string_view t : textes) AjouteChamp(t, plat);
@@ -86,24 +86,24 @@ void LivreValeurs(std::initializer_list<Sortie> sorties, std::initializer_list<s
     for (const Sortie& s : sorties) RangeEnOctets(Requis(s.chaine, s.codeAbsent), *texte++);
 }
 
-void VideFiche(void* fiche, const FormeHote& forme) {
-    for (uint32_t c = 0; c < forme.size(); ++c) {
-        if (forme[c] == TypeChamp::Texte)
+void VideFiche(void* fiche, const Gabarit& gabarit) {
+    for (uint32_t c = 0; c < gabarit.size(); ++c) {
+        if (gabarit[c] == TypeChamp::Texte)
             RangeChaine(hote::Chaine(fiche, c), std::nullopt);
         else
             hote::PoseEntier(fiche, c, 0);
     }
 }
 
-void LivreFiche(void* fiche, const FormeHote& forme, std::vector<Valeur> champs) {
-    Lignes ligne(forme);
+void LivreFiche(void* fiche, const Gabarit& gabarit, std::vector<Valeur> champs) {
+    Lignes ligne(gabarit);
     ligne.AjouteLigneSansCle(std::move(champs));
     if (session().ModeSortie != ModeTableau) {
         LivreTexte(ligne.TextePlat());
         return;
     }
     const std::vector<Valeur>& valeurs = ligne.Rangs().front();
-    for (uint32_t c = 0; c < forme.size(); ++c) {
+    for (uint32_t c = 0; c < gabarit.size(); ++c) {
         if (const std::string* texte = std::get_if<std::string>(&valeurs[c])) {
             RangeEnOctets(hote::Chaine(Requis(fiche), c), *texte);
         } else if (const int32_t* n = std::get_if<int32_t>(&valeurs[c])) {
@@ -114,16 +114,16 @@ void LivreFiche(void* fiche, const FormeHote& forme, std::vector<Valeur> champs)
     }
 }
 
-int32_t VideTableau(SAFEARRAY* tableau, const FormeHote& forme) {
+int32_t VideTableau(SAFEARRAY* tableau, const Gabarit& gabarit) {
     // A locked array can't be emptied: it is left as it is, whole.
     if (hote::Verrouille(tableau)) return OperationTableau;
     {
         Acces acces(tableau);
         if (!acces) return OperationTableau;
         for (uint32_t i = 0, n = hote::NombreElements(tableau); i < n; ++i) {
-            void* e = acces.Element(i, forme);
-            for (uint32_t c = 0; c < forme.size(); ++c) {
-                if (forme[c] == TypeChamp::Texte)
+            void* e = acces.Element(i, gabarit);
+            for (uint32_t c = 0; c < gabarit.size(); ++c) {
+                if (gabarit[c] == TypeChamp::Texte)
                     hote::Libere(hote::Chaine(e, c));
                 else
                     hote::PoseEntier(e, c, 0);
@@ -134,47 +134,47 @@ int32_t VideTableau(SAFEARRAY* tableau, const FormeHote& forme) {
     return Succes;
 }
 
-void DetruitTableau(SAFEARRAY*& tableau, const FormeHote& forme) {
+void DetruitTableau(SAFEARRAY*& tableau, const Gabarit& gabarit) {
     if (!tableau) return;
-    VideTableau(tableau, forme);
+    VideTableau(tableau, gabarit);
     if (session().ModeSortie != ModeTableau) {
         hote::Detruit(tableau);
         tableau = nullptr;
     }
 }
 
-Resultat::Resultat(SAFEARRAY** hote, FormeHote forme, int32_t codeAbsent) : lignes_(std::move(forme)) {
+Resultat::Resultat(SAFEARRAY** hote, Gabarit gabarit, int32_t codeAbsent) : lignes_(std::move(gabarit)) {
     if (session().ModeSortie != ModeTableau) return;
     if (!hote || !*hote) throw Echec{codeAbsent};
     SAFEARRAY* t = *hote;
-    if (t->cDims != 1 || hote::TailleElement(t) != TailleElement(lignes_.Forme())) throw Echec{codeAbsent};
-    const int32_t vide = VideTableau(t, lignes_.Forme());
+    if (t->cDims != 1 || hote::TailleElement(t) != TailleElement(lignes_.Types())) throw Echec{codeAbsent};
+    const int32_t vide = VideTableau(t, lignes_.Types());
     if (vide < 0) throw Echec{vide};
     hote_ = t;
 }
 
 Resultat::~Resultat() {
     // A host array not delivered is left empty rather than half-filled.
-    if (hote_) VideTableau(hote_, lignes_.Forme());
+    if (hote_) VideTableau(hote_, lignes_.Types());
 }
 
 void Resultat::Prend(Lignes&& lignes) {
-    if (lignes.Forme() != lignes_.Forme()) throw FauteInterne("lignes hors forme");
+    if (lignes.Types() != lignes_.Types()) throw FauteInterne("lignes hors gabarit");
     lignes_ = std::move(lignes);
 }
 
 void Resultat::LivreAuTableau() {
-    const FormeHote& forme = lignes_.Forme();
+    const Gabarit& gabarit = lignes_.Types();
     const auto& rangs = lignes_.Rangs();
     if (!hote::Redimensionne(hote_, static_cast<uint32_t>(rangs.size()))) throw Echec{OperationTableau};
     Acces acces(hote_);
     if (!acces) throw Echec{OperationTableau};
     const bool large = session().ChainesUnicode != 0;
     for (uint32_t i = 0; i < rangs.size(); ++i) {
-        void* e = acces.Element(i, forme);
-        for (uint32_t c = 0; c < forme.size(); ++c) {
+        void* e = acces.Element(i, gabarit);
+        for (uint32_t c = 0; c < gabarit.size(); ++c) {
             const Valeur& v = rangs[i][c];
-            switch (forme[c]) {
+            switch (gabarit[c]) {
                 case TypeChamp::Texte: {
                     const std::string& texte = std::get<std::string>(v);
                     if (!(large ? hote::RangeLarge(hote::Chaine(e, c), texte) : hote::RangeOctets(hote::Chaine(e, c), texte)))
@@ -200,7 +200,7 @@ int32_t Resultat::Livre() {
 }
 
 int32_t Livre(SAFEARRAY** tableau, int32_t codeAbsent, Lignes&& lignes) {
-    Resultat resultat(tableau, lignes.Forme(), codeAbsent);
+    Resultat resultat(tableau, lignes.Types(), codeAbsent);
     resultat.Prend(std::move(lignes));
     return resultat.Livre();
 }

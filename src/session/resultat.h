@@ -46,14 +46,14 @@ void LivreValeurs(std::initializer_list<Sortie> sorties, std::initializer_list<s
 // A result of one record: in mode 0 into the host's record `fiche`, a slot a
 // field as in an array (texts 8-bit whatever the session); in the other
 // modes one row as the flat text. VideFiche empties such a record first.
-void LivreFiche(void* fiche, const FormeHote& forme, std::vector<Valeur> champs);
-void VideFiche(void* fiche, const FormeHote& forme);
+void LivreFiche(void* fiche, const Gabarit& gabarit, std::vector<Valeur> champs);
+void VideFiche(void* fiche, const Gabarit& gabarit);
 
 // The array helpers on a host array of records of a shape.
 // Frees every string, zeroes every number, and resizes to 0: 1, or -21.
-int32_t VideTableau(SAFEARRAY* tableau, const FormeHote& forme);
+int32_t VideTableau(SAFEARRAY* tableau, const Gabarit& gabarit);
 // VideTableau, then in modes other than 0 the array itself is freed.
-void DetruitTableau(SAFEARRAY*& tableau, const FormeHote& forme);
+void DetruitTableau(SAFEARRAY*& tableau, const Gabarit& gabarit);
 
 // The rows of a result, built once as typed fields whatever the mode, then
 // delivered in one place: into the host's array, sized once (mode 0), or
@@ -64,7 +64,7 @@ public:
     // Mode 0: the host's array variable, which must hold an array of this
     // shape (else `codeAbsent`), is emptied. Throws Echec with the code of
     // the failure.
-    Resultat(SAFEARRAY** hote, FormeHote forme, int32_t codeAbsent);
+    Resultat(SAFEARRAY** hote, Gabarit gabarit, int32_t codeAbsent);
     ~Resultat();
     Resultat(const Resultat&) = delete;
     Resultat& operator=(const Resultat&) = delete;

@@ -36,25 +36,25 @@ private:
 };
 
 // Frees the strings of one record of a shape.
-inline void LibereFiche(void* fiche, const FormeHote& forme) {
-    for (uint32_t c = 0; c < forme.size(); ++c)
-        if (forme[c] == TypeChamp::Texte) hote::Libere(hote::Chaine(fiche, c));
+inline void LibereFiche(void* fiche, const Gabarit& gabarit) {
+    for (uint32_t c = 0; c < gabarit.size(); ++c)
+        if (gabarit[c] == TypeChamp::Texte) hote::Libere(hote::Chaine(fiche, c));
 }
 
-// A host array of records of the C struct Fiche, of the shape `forme`,
+// A host array of records of the C struct Fiche, of the shape `gabarit`,
 // made empty as a host makes it.
 template <class Fiche>
 class TableauHote {
 public:
-    explicit TableauHote(FormeHote forme) : forme_(std::move(forme)) {
-        if (sizeof(Fiche) != hote::TailleFiche(static_cast<uint32_t>(forme_.size())))
+    explicit TableauHote(Gabarit gabarit) : gabarit_(std::move(gabarit)) {
+        if (sizeof(Fiche) != hote::TailleFiche(static_cast<uint32_t>(gabarit_.size())))
             throw std::logic_error("record and shape of different sizes");
         t_ = hote::CreeTableau(sizeof(Fiche));
         if (!t_) throw std::bad_alloc();
     }
     ~TableauHote() {
         if (!t_) return;
-        VideTableau(t_, forme_);
+        VideTableau(t_, gabarit_);
         hote::Detruit(t_);
     }
     TableauHote(const TableauHote&) = delete;
@@ -64,19 +64,19 @@ public:
     std::span<Fiche> Lignes() { return {static_cast<Fiche*>(t_->pvData), hote::NombreElements(t_)}; }
 
 private:
-    FormeHote forme_;
+    Gabarit gabarit_;
     SAFEARRAY* t_ = nullptr;
 };
 
-// A host record of the C struct Fiche, of the shape `forme`, zeroed.
+// A host record of the C struct Fiche, of the shape `gabarit`, zeroed.
 template <class Fiche>
 class FicheHote {
 public:
-    explicit FicheHote(FormeHote forme) : forme_(std::move(forme)) {
-        if (sizeof(Fiche) != hote::TailleFiche(static_cast<uint32_t>(forme_.size())))
+    explicit FicheHote(Gabarit gabarit) : gabarit_(std::move(gabarit)) {
+        if (sizeof(Fiche) != hote::TailleFiche(static_cast<uint32_t>(gabarit_.size())))
             throw std::logic_error("record and shape of different sizes");
     }
-    ~FicheHote() { LibereFiche(&f_, forme_); }
+    ~FicheHote() { LibereFiche(&f_, gabarit_); }
     FicheHote(const FicheHote&) = delete;
     FicheHote& operator=(const FicheHote&) = delete;
 
@@ -84,7 +84,7 @@ public:
     Fiche* Adresse() { return &f_; }
 
 private:
-    FormeHote forme_;
+    Gabarit gabarit_;
     Fiche f_{};
 };
 

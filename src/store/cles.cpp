@@ -15,13 +15,13 @@ std::string_view Avant(std::string_view texte, char c) { return texte.substr(0, 
 std::string Partie(const PartieCle& p, Fiche fiche) {
     const Champ& c = p.champ;
     if (c.nature != NatureChamp::Texte) {
-        if (p.forme == Forme::Decimal) return CleDecimale(fiche.Entier(ChampEntier::De(c)), p.longueur);
+        if (p.pli == Pli::Decimal) return CleDecimale(fiche.Entier(ChampEntier::De(c)), p.longueur);
         return CleTexte(fiche.Octets().substr(std::min<size_t>(c.decalage, fiche.Longueur()), 4), p.longueur);
     }
     const std::string_view texte = fiche.Texte(ChampTexte::De(c));
-    switch (p.forme) {
-        case Forme::Majuscules: return CleTexte(MajusculeSansAccent(texte), p.longueur, p.bourrage);
-        case Forme::Libelle: return CleTexte(CleLibelle(texte), p.longueur, p.bourrage);
+    switch (p.pli) {
+        case Pli::Majuscules: return CleTexte(MajusculeSansAccent(texte), p.longueur, p.bourrage);
+        case Pli::Libelle: return CleTexte(CleLibelle(texte), p.longueur, p.bourrage);
         default: return CleTexte(texte, p.longueur, p.bourrage);
     }
 }

@@ -29,9 +29,9 @@ TEST(Cles, TextAndIntegerKeysHaveTheirFixedLength) {
 }
 
 TEST(Cles, KeysAreBuiltFromTheRecordByTheLayout) {
-    FicheEcrite classe(FormeClasseProduit::Longueur);
-    ASSERT_TRUE(classe.Texte(FormeClasseProduit::CodeClasse, "A01"));
-    ASSERT_TRUE(classe.Texte(FormeClasseProduit::CodeCIP, "3000001"));
+    FicheEcrite classe(ModeleClasseProduit::Longueur);
+    ASSERT_TRUE(classe.Texte(ModeleClasseProduit::CodeClasse, "A01"));
+    ASSERT_TRUE(classe.Texte(ModeleClasseProduit::CodeCIP, "3000001"));
     EXPECT_EQ(CleDe(Dispo("VDXCLAP"), 0, classe.Octets()), "A01    3000001");
     EXPECT_EQ(CleDe(Dispo("VDXCLAP"), 1, classe.Octets()), "3000001A01    ");
 

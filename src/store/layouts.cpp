@@ -10,14 +10,14 @@
 namespace vdx {
 namespace disposition {
 
-PartieCle P(Champ champ, Forme forme, char bourrage) {
+PartieCle P(Champ champ, Pli pli, char bourrage) {
     const uint16_t longueur = champ.nature == NatureChamp::Texte && !champ.plein
                                   ? static_cast<uint16_t>(champ.largeur - 1)
                                   : champ.largeur;
-    return {champ, longueur, forme, bourrage};
+    return {champ, longueur, pli, bourrage};
 }
 
-PartieCle P(Champ champ, uint16_t longueur, Forme forme, char bourrage) { return {champ, longueur, forme, bourrage}; }
+PartieCle P(Champ champ, uint16_t longueur, Pli pli, char bourrage) { return {champ, longueur, pli, bourrage}; }
 
 Cle Sur(std::vector<PartieCle> parties) {
     uint16_t longueur = 0;
@@ -75,59 +75,59 @@ Disposition Fixe(const char* table, uint32_t longueur, std::vector<Champ> champs
 }
 
 Disposition Mot(const char* table) {
-    using namespace FormeMot;
+    using namespace ModeleMot;
     return Fixe(table, Longueur, {Code, Libelle, LibellePluriel}, {Sur({P(Code)})});
 }
 
 Disposition CodeLibelle(const char* table) {
-    using namespace FormeCodeLibelle;
+    using namespace ModeleCodeLibelle;
     return Fixe(table, Longueur, {Code, Libelle}, {Sur({P(Code)})});
 }
 
 Disposition Classe(const char* table) {
-    using namespace FormeClasse;
+    using namespace ModeleClasse;
     return Fixe(table, Longueur, {CodeClasse, Libelle, LibelleCle},
                 CodeEtLibelle(table, Sur({P(CodeClasse)}),
-                              Sur({P(LibelleCle, LongueurCleLibelle, Forme::Majuscules)})));
+                              Sur({P(LibelleCle, LongueurCleLibelle, Pli::Majuscules)})));
 }
 
 Disposition ClasseProduit(const char* table) {
-    using namespace FormeClasseProduit;
-    return Fixe(table, Longueur, {CodeClasse, CodeCIP}, DansLesDeuxSens(table, P(CodeClasse, Forme::Brut, ' '), P(CodeCIP)));
+    using namespace ModeleClasseProduit;
+    return Fixe(table, Longueur, {CodeClasse, CodeCIP}, DansLesDeuxSens(table, P(CodeClasse, Pli::Brut, ' '), P(CodeCIP)));
 }
 
 Disposition SubstanceProduit(const char* table) {
-    using namespace FormeSubstanceProduit;
+    using namespace ModeleSubstanceProduit;
     return Fixe(table, Longueur, {CodeSubstance, CodeCIP}, {Sur(16, {P(CodeSubstance, 5), P(CodeCIP)})});
 }
 
 Disposition Vocabulaire(const char* table) {
-    using namespace FormeVocabulaire;
+    using namespace ModeleVocabulaire;
     // The label part takes the whole field, its NUL included, so that the
     // code behind it never prolongs the label. The folded label is folded
     // again for the key, so that a source that gives it as shown still
     // files it where the searches look.
     return Fixe(table, Longueur, {Code, Libelle, LibelleCle},
                 CodeEtLibelle(table, Sur({P(Code)}),
-                              Sur({P(LibelleCle, LibelleCle.largeur, Forme::Majuscules), P(Code)})));
+                              Sur({P(LibelleCle, LibelleCle.largeur, Pli::Majuscules), P(Code)})));
 }
 
 Disposition Lien(const char* table) {
-    using namespace FormeLien;
+    using namespace ModeleLien;
     return Fixe(table, Longueur, {Code, CodeLie}, DansLesDeuxSens(table, P(Code), P(CodeLie)));
 }
 
 Disposition Concept(const char* table) {
-    using namespace FormeConcept;
+    using namespace ModeleConcept;
     return Fixe(table, Longueur, {Code, CodeConcept}, {Sur({P(Code), P(CodeConcept)})});
 }
 
 Disposition TexteSeul(const char* table) {
-    return TexteFinal(table, 0, 0, {}, {FormeTexte::Code}, "Texte");
+    return TexteFinal(table, 0, 0, {}, {ModeleTexte::Code}, "Texte");
 }
 
 Disposition Chapitres(const char* table, std::vector<std::string> sections, ChampTexte cle) {
-    Disposition d = Fixe(table, FormeChapitres::Longueur, {}, {Sur({P(cle)})});
+    Disposition d = Fixe(table, ModeleChapitres::Longueur, {}, {Sur({P(cle)})});
     d.champsCle = {cle};
     d.corps = Corps::Chapitres;
     d.parties = std::move(sections);

@@ -27,7 +27,7 @@
 namespace vdx {
 
 // How a part of a key is made from its field.
-enum class Forme : uint8_t {
+enum class Pli : uint8_t {
     Brut,        // a text up to its NUL, an integer's four bytes as stored
     Majuscules,  // the text folded by MajusculeSansAccent
     Libelle,     // the text folded by PlieCleLibelle, its final points kept
@@ -39,7 +39,7 @@ enum class Forme : uint8_t {
 struct PartieCle {
     Champ champ;
     uint16_t longueur;
-    Forme forme = Forme::Brut;
+    Pli pli = Pli::Brut;
     char bourrage = '\0';
 };
 

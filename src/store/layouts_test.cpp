@@ -71,9 +71,9 @@ TEST(Dispositions, KeysAreMadeOfFieldsOfTheRecordOrOfAnOutsideKey) {
                     return c.decalage == p.champ.decalage && std::string(c.nom) == p.champ.nom;
                 }));
                 const bool texte = p.champ.nature == NatureChamp::Texte;
-                EXPECT_EQ(texte, p.forme == Forme::Majuscules || p.forme == Forme::Libelle ||
-                                     (texte && p.forme == Forme::Brut));
-                if (!texte && p.forme == Forme::Brut) {
+                EXPECT_EQ(texte, p.pli == Pli::Majuscules || p.pli == Pli::Libelle ||
+                                     (texte && p.pli == Pli::Brut));
+                if (!texte && p.pli == Pli::Brut) {
                     EXPECT_EQ(p.longueur, 4);
                 }
             }

@@ -217,7 +217,7 @@ std::string PremierMotLexico(std::string_view mot) {
 
 Lignes Lexico(std::string_view motsCherches, std::string_view motsExclus, int32_t options, int32_t debut,
               int32_t nombre) {
-    Lignes lignes(FormeLexico);
+    Lignes lignes(GabaritLexico);
     const std::vector<std::string> cherches = Decoupe(motsCherches);
     if (cherches[0].size() < LongueurMinLexico) throw Echec{RechercheTropCourte};
     Scan scan(PremierMotLexico(cherches[0]), Plies(cherches, 1), Plies(Decoupe(motsExclus), 0), options);

@@ -35,7 +35,7 @@ inline constexpr size_t Avance = 90000;       // from one block to the next
 Lignes Lexico(std::string_view motsCherches, std::string_view motsExclus, int32_t options, int32_t debut,
               int32_t nombre);
 // Its rows: CodeCIP, label, text.
-inline const FormeHote FormeLexico = {TypeChamp::Texte, TypeChamp::Texte, TypeChamp::Texte};
+inline const Gabarit GabaritLexico = {TypeChamp::Texte, TypeChamp::Texte, TypeChamp::Texte};
 // The shortest first word.
 inline constexpr size_t LongueurMinLexico = 4;
 

@@ -38,7 +38,7 @@ std::vector<Valeur> Ligne(const Vocabulaire& v, const Fiche& fiche) {
     else
         ligne.emplace_back(std::string(fiche.Texte(ChampTexte::De(v.code))));
     ligne.emplace_back(std::string(fiche.Texte(v.libelle)));
-    while (ligne.size() < v.forme.size()) ligne.emplace_back(std::string());
+    while (ligne.size() < v.gabarit.size()) ligne.emplace_back(std::string());
     return ligne;
 }
 
@@ -67,7 +67,7 @@ Position Depart(std::optional<Position> position) {
 
 Lignes PasVocabulaire(const Vocabulaire& v, std::string_view texte, std::string_view suite, int32_t nombre) {
     const std::string prefixe = Plie(texte, v.longueurPrefixe);
-    Lignes resultat(v.forme);
+    Lignes resultat(v.gabarit);
     TablesOuvertes fichiers;
     OuvreVocabulaire(fichiers, v);
     Curseur curseur(*v.table, v.Membre());
@@ -96,7 +96,7 @@ Lignes MotVocabulaire(const Vocabulaire& v, std::string_view mot1, std::string_v
     if (seul.empty()) throw Echec{Argument1};
     TablesOuvertes fichiers;
     OuvreVocabulaire(fichiers, v);
-    Lignes resultat(v.forme);
+    Lignes resultat(v.gabarit);
     const std::string premier = Plie(seul, TexteRechercheMax);
     const std::string second = mot1.empty() ? std::string() : Plie(mot2, TexteRechercheMax);
     Curseur curseur(*v.table, v.Membre());
@@ -121,7 +121,7 @@ Lignes MotVocabulaire(const Vocabulaire& v, std::string_view mot1, std::string_v
 }
 
 Lignes MotFamille(const Vocabulaire& v, std::string_view mot, std::string_view prefixe) {
-    Lignes resultat(v.forme);
+    Lignes resultat(v.gabarit);
     TablesOuvertes fichiers;
     OuvreVocabulaire(fichiers, v);
     const std::string cherche = Plie(mot, TexteRechercheMax);

@@ -8,9 +8,9 @@
 namespace vdx {
 namespace {
 
-const FormeHote DeuxChaines{TypeChamp::Texte, TypeChamp::Texte};
-const FormeHote TroisChaines{TypeChamp::Texte, TypeChamp::Texte, TypeChamp::Texte};
-const FormeHote CodeEntierLibelle{TypeChamp::Entier, TypeChamp::Texte};
+const Gabarit DeuxChaines{TypeChamp::Texte, TypeChamp::Texte};
+const Gabarit TroisChaines{TypeChamp::Texte, TypeChamp::Texte, TypeChamp::Texte};
+const Gabarit CodeEntierLibelle{TypeChamp::Entier, TypeChamp::Texte};
 
 const Table& TableDe(const char* nom) {
     const Table* table = TableNommee(nom);
@@ -20,23 +20,23 @@ const Table& TableDe(const char* nom) {
 
 // A member of the engines: prefixes in the engine's buffer. `index` 0 is the
 // table's own index number.
-Vocabulaire DuMoteur(const char* table, uint16_t decalage, Champ code, ChampTexte libelle, FormeHote forme,
+Vocabulaire DuMoteur(const char* table, uint16_t decalage, Champ code, ChampTexte libelle, Gabarit gabarit,
                      uint16_t index = 0) {
     const Table& t = TableDe(table);
-    return {&t, index ? index : t.index(), decalage, code, libelle, std::nullopt, TexteRechercheMax, std::move(forme)};
+    return {&t, index ? index : t.index(), decalage, code, libelle, std::nullopt, TexteRechercheMax, std::move(gabarit)};
 }
 
 // A copy: prefixes cut to the first part of the key walked, and the folded
 // label of the record for its keyword search.
 Vocabulaire Copie(const char* table, uint16_t decalage, Champ code, ChampTexte libelle,
-                  std::optional<ChampTexte> libelleCle, FormeHote forme) {
+                  std::optional<ChampTexte> libelleCle, Gabarit gabarit) {
     const Table& t = TableDe(table);
     const uint16_t longueur = DispositionDe(t).cles.at(decalage).parties.at(0).longueur;
-    return {&t, t.index(), decalage, code, libelle, libelleCle, longueur, std::move(forme)};
+    return {&t, t.index(), decalage, code, libelle, libelleCle, longueur, std::move(gabarit)};
 }
 
 Vocabulaire Vocabulaire3(const char* table) {
-    using namespace FormeVocabulaire;
+    using namespace ModeleVocabulaire;
     return Copie(table, 1, Code, Libelle, LibelleCle, TroisChaines);
 }
 

@@ -34,7 +34,7 @@ struct Vocabulaire {
     // engines, the length of the first part of the key walked in the copies.
     uint16_t longueurPrefixe;
     // The record of a row: code, label, and for three strings an empty text.
-    FormeHote forme;
+    Gabarit gabarit;
 
     // The key walked, relative to the table's own index (for Curseur).
     int Membre() const { return index + decalage - table->index(); }

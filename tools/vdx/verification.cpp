@@ -61,8 +61,8 @@ std::string Utf8(BSTR b) {
 }
 
 // The shapes of the records the library fills.
-const FormeHote DeuxChaines = {TypeChamp::Texte, TypeChamp::Texte};
-const FormeHote TroisChaines = {TypeChamp::Texte, TypeChamp::Texte, TypeChamp::Texte};
+const Gabarit DeuxChaines = {TypeChamp::Texte, TypeChamp::Texte};
+const Gabarit TroisChaines = {TypeChamp::Texte, TypeChamp::Texte, TypeChamp::Texte};
 
 // A host array of the strings given in UTF-8 on the command line, 8-bit.
 EntreeHote Chaines(const std::vector<std::string>& utf8) {
@@ -190,8 +190,8 @@ constexpr char SansSecondProduit[] = "0000000";
 // What check found, gathered before it is printed.
 struct Constat {
     std::vector<Produit> produits;
-    TableauHote<VdxInteraction2> lignes{FormeDe<FicheInteraction2>()};
-    TableauHote<VdxAlerteCI> alertes{FormeDe<AlerteCI>()};
+    TableauHote<VdxInteraction2> lignes{GabaritDe<FicheInteraction2>()};
+    TableauHote<VdxAlerteCI> alertes{GabaritDe<AlerteCI>()};
     // The rows between prescribed products, then those with what the
     // patient should avoid outside the prescription.
     std::vector<VdxInteraction2*> interactions, exterieures;
@@ -368,14 +368,14 @@ int Product(const ArgumentsCommande& args) {
         if (test(code) == 1) drapeaux += std::string(drapeaux.empty() ? "" : ", ") + nom;
     std::cout << "  flags: " << (drapeaux.empty() ? "none" : drapeaux) << '\n';
 
-    FicheHote<VdxStatut> statut(FormeDe<FicheStatut>());
+    FicheHote<VdxStatut> statut(GabaritDe<FicheStatut>());
     if (Statut_Vdx(code, statut.Adresse()) == 1) {
         std::cout << "  status: " << Utf8(statut->LibelleStatut) << '\n';
         for (BSTR p : {statut->LibellePrescription1, statut->LibellePrescription2, statut->LibellePrescription3})
             if (SysStringByteLen(p)) std::cout << "  prescription: " << Utf8(p) << '\n';
     }
 
-    TableauHote<VdxComposant> composants(FormeDe<Composant>());
+    TableauHote<VdxComposant> composants(GabaritDe<Composant>());
     ChaineHote exprime, composition;
     if (ProduitPA_Vdx(code, composants.Adresse(), exprime.Adresse(), composition.Adresse()) > 0) {
         const std::string base = Utf8(exprime.Valeur());

@@ -23,7 +23,7 @@ std::vector<Disposition> FamilleAllergies() {
     d.push_back(Vocabulaire("VDXWDICO"));
     {
         using namespace VDXWPEFI;
-        const PartieCle parent = P(CodeParent, 5, Forme::Decimal), enfant = P(CodeEnfant, 5, Forme::Decimal);
+        const PartieCle parent = P(CodeParent, 5, Pli::Decimal), enfant = P(CodeEnfant, 5, Pli::Decimal);
         d.push_back(Fixe("VDXWPEFI", Longueur, {CodeParent, CodeEnfant}, {Sur({parent, enfant}), Sur({enfant, parent})}));
     }
     return d;

@@ -6,7 +6,7 @@
 #include <cstdint>
 
 #include "store/champ.h"
-#include "store/layouts/formes.h"
+#include "store/layouts/modeles.h"
 
 namespace vdx {
 
@@ -31,10 +31,10 @@ VDX_ENTIER(CodeSubstance, 0);
 VDX_ENTIER(CodeSynonyme, 4);
 }  // namespace VDXWSYNC
 
-namespace VDXWPACO = FormeConcept;
-namespace VDXWAMCO = FormeConcept;
-namespace VDXWCTCO = FormeConcept;
-namespace VDXWDICO = FormeVocabulaire;  // dictionary of pathologies
+namespace VDXWPACO = ModeleConcept;
+namespace VDXWAMCO = ModeleConcept;
+namespace VDXWCTCO = ModeleConcept;
+namespace VDXWDICO = ModeleVocabulaire;  // dictionary of pathologies
 
 // Parent and child substances. Keys (10), the two numbers in decimal on five
 // digits: CodeParent + CodeEnfant; CodeEnfant + CodeParent.

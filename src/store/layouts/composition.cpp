@@ -10,7 +10,7 @@ std::vector<Disposition> FamilleComposition() {
         using namespace VDXVAMM;
         const Cle terme = Sur({P(CodeTerme), P(TypeAMM)});
         Cle libelle =
-            Sur({P(LibelleMajuscules, LibelleMajuscules.largeur, Forme::Majuscules), P(CodeTerme), P(TypeAMM)});
+            Sur({P(LibelleMajuscules, LibelleMajuscules.largeur, Pli::Majuscules), P(CodeTerme), P(TypeAMM)});
         d.push_back(Fixe("VDXVAMM", Longueur,
                          {CodeTerme, Libelle, Zone140, LibelleMajuscules, SexeTerme, TypeAMM, AllaitementTerme, AgeMin,
                           AgeMax, PoidsMin, PoidsMax, GrossesseMin, GrossesseMax, Zone304, TypeAnalyse, TexteAnalyse},
@@ -21,13 +21,13 @@ std::vector<Disposition> FamilleComposition() {
         d.push_back(Fixe("VDXVAMPC", Longueur, {CodeCIP, TypeAMM, CodeTerme, NiveauLien},
                          {Sur({P(CodeCIP), P(TypeAMM), P(CodeTerme)}), Sur({P(CodeTerme), P(TypeAMM), P(CodeCIP)})}));
     }
-    d.push_back(Chapitres("VDXVAMPT", SectionsEnPaires(7), FormeChapitres::CodeCIP));
-    d.push_back(Chapitres("VDXVAMST", SectionsEnPaires(14), FormeChapitres::CodeCIP));
+    d.push_back(Chapitres("VDXVAMPT", SectionsEnPaires(7), ModeleChapitres::CodeCIP));
+    d.push_back(Chapitres("VDXVAMST", SectionsEnPaires(14), ModeleChapitres::CodeCIP));
     {
         using namespace VDXVAMMC;
         d.push_back(Fixe("VDXVAMMC", Longueur, {CodeTerme, TypeLien, CodeLie},
                          {Sur({P(CodeTerme), P(TypeLien), P(CodeLie, LongueurCodeLieCle)}),
-                          Sur({P(CodeLie, LongueurCodeLieCle, Forme::Brut, ' '), P(TypeLien), P(CodeTerme)})}));
+                          Sur({P(CodeLie, LongueurCodeLieCle, Pli::Brut, ' '), P(TypeLien), P(CodeTerme)})}));
     }
     for (const char* table : {"VDXVCISP", "VDXVCIM", "VDXVCIMA", "VDXVPREI"}) d.push_back(Vocabulaire(table));
     {
@@ -38,14 +38,14 @@ std::vector<Disposition> FamilleComposition() {
         using namespace VDXVPA;
         d.push_back(Fixe("VDXVPA", Longueur, {CodeSubstance, Libelle, Interactions},
                          {Sur({P(CodeSubstance)}),
-                          Sur({P(Libelle, Libelle.largeur, Forme::Majuscules), P(CodeSubstance)})}));
+                          Sur({P(Libelle, Libelle.largeur, Pli::Majuscules), P(CodeSubstance)})}));
     }
     {
         using namespace VDXVEXC;
         d.push_back(Fixe("VDXVEXC", Longueur, {CodeSubstance, Libelle, LibelleEEN},
                          {Sur({P(CodeSubstance)}),
-                          Sur({P(Libelle, Libelle.largeur, Forme::Majuscules), P(CodeSubstance)}),
-                          Facultative(Sur({P(LibelleEEN, LibelleEEN.largeur, Forme::Majuscules), P(CodeSubstance)}))}));
+                          Sur({P(Libelle, Libelle.largeur, Pli::Majuscules), P(CodeSubstance)}),
+                          Facultative(Sur({P(LibelleEEN, LibelleEEN.largeur, Pli::Majuscules), P(CodeSubstance)}))}));
     }
     {
         using namespace VDXVPAE;

@@ -5,7 +5,7 @@
 #include <cstdint>
 
 #include "store/champ.h"
-#include "store/layouts/formes.h"
+#include "store/layouts/modeles.h"
 
 namespace vdx {
 
@@ -48,9 +48,9 @@ VDX_ENTIER(NiveauLien, 28);
 
 // Texts of the marketing authorisation: 14 sections, chapter n being the
 // plain text Texte<n> and its RTF Rtf<n>.
-namespace VDXVAMPT = FormeChapitres;
+namespace VDXVAMPT = ModeleChapitres;
 // Further texts: 28 sections in the same pairs.
-namespace VDXVAMST = FormeChapitres;
+namespace VDXVAMST = ModeleChapitres;
 
 // Links of a term with codes. The row keeps the type of link aside; the
 // record holds it in the free bytes 11 to 13.
@@ -64,9 +64,9 @@ VDX_TEXTE(CodeLie, 14, 13);
 inline constexpr uint16_t LongueurCodeLieCle = 10;  // CodeLie in the keys
 }  // namespace VDXVAMMC
 
-namespace VDXVCISP = FormeVocabulaire;  // CISP codes
-namespace VDXVCIM = FormeVocabulaire;   // CIM10 codes
-namespace VDXVCIMA = FormeVocabulaire;  // CIM10 chapters, codes under three characters
+namespace VDXVCISP = ModeleVocabulaire;  // CISP codes
+namespace VDXVCIM = ModeleVocabulaire;   // CIM10 codes
+namespace VDXVCIMA = ModeleVocabulaire;  // CIM10 chapters, codes under three characters
 
 // From CISP to CIM10. Key: CodeCISP + CodeCIM10.
 namespace VDXVCICI {
@@ -144,8 +144,8 @@ VDX_ENTIER(Zone100, 100);
 VDX_ENTIER(Interactions, 104);
 }  // namespace VDXVCOME
 
-namespace VDXVPAP = FormeSubstanceProduit;   // products of an active substance
-namespace VDXVEXCP = FormeSubstanceProduit;  // products of an excipient
+namespace VDXVPAP = ModeleSubstanceProduit;   // products of an active substance
+namespace VDXVEXCP = ModeleSubstanceProduit;  // products of an excipient
 
 // Equivalent terms: only the keys are read.
 // Keys: CodeTerme + CodeEquivalent; CodeEquivalent + CodeTerme.
@@ -163,7 +163,7 @@ VDX_TEXTE(CodeChapitre, 8, 3);   // two digits
 VDX_TEXTE(DateChapitre, 11, 11);  // AAAA MM JJ with a separator after year and month
 }  // namespace VDXVAMDT
 
-namespace VDXVPAAM = FormeLien;
-namespace VDXVPREI = FormeVocabulaire;
+namespace VDXVPAAM = ModeleLien;
+namespace VDXVPREI = ModeleVocabulaire;
 
 }  // namespace vdx

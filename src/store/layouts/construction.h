@@ -9,8 +9,8 @@
 namespace vdx::disposition {
 
 // A field laid into a key on its whole capacity (a text) or four bytes.
-PartieCle P(Champ champ, Forme forme = Forme::Brut, char bourrage = '\0');
-PartieCle P(Champ champ, uint16_t longueur, Forme forme = Forme::Brut, char bourrage = '\0');
+PartieCle P(Champ champ, Pli pli = Pli::Brut, char bourrage = '\0');
+PartieCle P(Champ champ, uint16_t longueur, Pli pli = Pli::Brut, char bourrage = '\0');
 
 // A key of its parts laid end to end, as long as they are, or longer.
 Cle Sur(std::vector<PartieCle> parties);
@@ -22,7 +22,7 @@ Cle Facultative(Cle cle);
 // A fixed table; its fields in any order, kept in the order of their offsets.
 Disposition Fixe(const char* table, uint32_t longueur, std::vector<Champ> champs, std::vector<Cle> cles);
 
-// The shared shapes of store/layouts/formes.h, with as many keys as the
+// The shared shapes of store/layouts/modeles.h, with as many keys as the
 // catalogue gives the table.
 Disposition Mot(const char* table);
 Disposition CodeLibelle(const char* table);

@@ -9,7 +9,7 @@ std::vector<Disposition> FamilleDocuments() {
     for (const char* table : {"VDXZBEXA", "VDXZBEXI", "VDXZBTEM", "VDXZBITU", "VDXZBUNI", "VDXZMOVI", "VDXZASPT",
                               "VDXZASPI", "VDXZONCO", "VDXIPC"})
         d.push_back(Vocabulaire(table));
-    d.push_back(Chapitres("VDXZNOT", {"Texte", "Rtf", "Html"}, FormeChapitres::CodeCIP));
+    d.push_back(Chapitres("VDXZNOT", {"Texte", "Rtf", "Html"}, ModeleChapitres::CodeCIP));
     {
         using namespace VDXZAPPC;
         d.push_back(Fixe("VDXZAPPC", Longueur, {CodeCIP, NumeroTexte}, {Sur({P(CodeCIP), P(NumeroTexte)})}));

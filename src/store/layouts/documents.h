@@ -4,22 +4,22 @@
 #include <cstdint>
 
 #include "store/champ.h"
-#include "store/layouts/formes.h"
+#include "store/layouts/modeles.h"
 
 namespace vdx {
 
-namespace VDXZBEXA = FormeVocabulaire;  // examinations
-namespace VDXZBEXI = FormeVocabulaire;  // items
-namespace VDXZBTEM = FormeVocabulaire;
-namespace VDXZBITU = FormeVocabulaire;
-namespace VDXZBUNI = FormeVocabulaire;  // units
+namespace VDXZBEXA = ModeleVocabulaire;  // examinations
+namespace VDXZBEXI = ModeleVocabulaire;  // items
+namespace VDXZBTEM = ModeleVocabulaire;
+namespace VDXZBITU = ModeleVocabulaire;
+namespace VDXZBUNI = ModeleVocabulaire;  // units
 
 // Notices: sections Texte, Rtf and Html (the notice as HTML is section 3).
-namespace VDXZNOT = FormeChapitres;
+namespace VDXZNOT = ModeleChapitres;
 
-namespace VDXZMOVI = FormeVocabulaire;
-namespace VDXZASPT = FormeVocabulaire;
-namespace VDXZASPI = FormeVocabulaire;
+namespace VDXZMOVI = ModeleVocabulaire;
+namespace VDXZASPT = ModeleVocabulaire;
+namespace VDXZASPI = ModeleVocabulaire;
 
 // Texts of a pharmacy product. Key (12): CodeCIP + NumeroTexte (five digits).
 namespace VDXZAPPC {
@@ -43,11 +43,11 @@ VDX_TEXTE_PLEIN(CodeCIP, 0, 7);
 VDX_TEXTE_PLEIN(NomImage, 7, 57);
 }  // namespace VDXZNOTG
 
-namespace VDXZONCO = FormeVocabulaire;
+namespace VDXZONCO = ModeleVocabulaire;
 
-namespace VDXIPC = FormeVocabulaire;
-namespace VDXIPCTA = FormeTexte;
-namespace VDXIPCTB = FormeTexte;
-namespace VDXIPCCC = FormeTexte;
+namespace VDXIPC = ModeleVocabulaire;
+namespace VDXIPCTA = ModeleTexte;
+namespace VDXIPCTB = ModeleTexte;
+namespace VDXIPCCC = ModeleTexte;
 
 }  // namespace vdx

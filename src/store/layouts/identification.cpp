@@ -18,11 +18,11 @@ std::vector<Disposition> FamilleIdentification() {
     {
         using namespace VDXIDFOR;
         d.push_back(Fixe("VDXIDFOR", Longueur, {CodeForme, Libelle, LibelleCle},
-                         {Sur({P(CodeForme, Forme::Brut, ' ')}), Sur({P(LibelleCle, Forme::Majuscules)})}));
+                         {Sur({P(CodeForme, Pli::Brut, ' ')}), Sur({P(LibelleCle, Pli::Majuscules)})}));
     }
     {
         using namespace VDXIDFOP;
-        d.push_back(Fixe("VDXIDFOP", Longueur, {CodeForme, CodeCIP}, {Sur({P(CodeForme, Forme::Brut, ' '), P(CodeCIP)})}));
+        d.push_back(Fixe("VDXIDFOP", Longueur, {CodeForme, CodeCIP}, {Sur({P(CodeForme, Pli::Brut, ' '), P(CodeCIP)})}));
     }
     for (const char* table : {"VDXIDPRE", "VDXIDUPR", "VDXIDCON"}) d.push_back(Mot(table));
     d.push_back(CodeLibelle("VDXIDUCO"));

@@ -5,7 +5,7 @@
 #include <cstdint>
 
 #include "store/champ.h"
-#include "store/layouts/formes.h"
+#include "store/layouts/modeles.h"
 
 namespace vdx {
 
@@ -52,10 +52,10 @@ VDX_TEXTE(CodeForme, 0, 5);
 VDX_TEXTE(CodeCIP, 5, 8);
 }  // namespace VDXIDFOP
 
-namespace VDXIDPRE = FormeMot;  // forms of presentation
-namespace VDXIDUPR = FormeMot;  // units of presentation
-namespace VDXIDCON = FormeMot;  // containers
-namespace VDXIDUCO = FormeCodeLibelle;  // units of containers
+namespace VDXIDPRE = ModeleMot;  // forms of presentation
+namespace VDXIDUPR = ModeleMot;  // units of presentation
+namespace VDXIDCON = ModeleMot;  // containers
+namespace VDXIDUCO = ModeleCodeLibelle;  // units of containers
 
 // Routes of a product: only the key is read.
 // Key (16): CodeCIP + CodeVoie, NUL-padded.

@@ -9,12 +9,12 @@ std::vector<Disposition> FamilleMedecin() {
     {
         using namespace PRO;
         d.push_back(Fixe("PRO", Longueur, {CodeCIP, Libelle, Commentaire},
-                         {Sur({P(CodeCIP)}), Sur({P(Libelle, Forme::Libelle)})}));
+                         {Sur({P(CodeCIP)}), Sur({P(Libelle, Pli::Libelle)})}));
     }
     {
         using namespace PATH;
         d.push_back(Fixe("PATH", Longueur, {CodePathologie, Libelle, CodeCISP},
-                         {Sur({P(CodePathologie)}), Sur({P(Libelle, Libelle.largeur, Forme::Libelle)})}));
+                         {Sur({P(CodePathologie)}), Sur({P(Libelle, Libelle.largeur, Pli::Libelle)})}));
     }
     {
         using namespace POSO;

@@ -4,7 +4,7 @@
 #include <cstdint>
 
 #include "store/champ.h"
-#include "store/layouts/formes.h"
+#include "store/layouts/modeles.h"
 
 namespace vdx {
 
@@ -60,12 +60,12 @@ VDX_REEL(PoidsMin, 24);
 VDX_REEL(PoidsMax, 28);
 }  // namespace VDXPPTER
 
-namespace VDXPUPRI = FormeMot;          // units of take
-namespace VDXPIND = FormeCodeLibelle;   // indications
-namespace VDXPNAT = FormeCodeLibelle;   // natures of the treatment
-namespace VDXPVOI = FormeCodeLibelle;   // routes
-namespace VDXPSPE = FormeCodeLibelle;   // specifications of the take
-namespace VDXPDUR = FormeCodeLibelle;   // periods and durations
+namespace VDXPUPRI = ModeleMot;          // units of take
+namespace VDXPIND = ModeleCodeLibelle;   // indications
+namespace VDXPNAT = ModeleCodeLibelle;   // natures of the treatment
+namespace VDXPVOI = ModeleCodeLibelle;   // routes
+namespace VDXPSPE = ModeleCodeLibelle;   // specifications of the take
+namespace VDXPDUR = ModeleCodeLibelle;   // periods and durations
 
 // Patient profiles. Key: Code.
 namespace VDXPPRO {
@@ -126,7 +126,7 @@ VDX_TEXTE(Cle, 0, 8);
 VDX_REEL(Facteur, 8);
 }  // namespace VDXPDURC
 
-namespace VDXRMOC = FormeVocabulaire;
-namespace VDXRMOT = FormeVocabulaire;
+namespace VDXRMOC = ModeleVocabulaire;
+namespace VDXRMOT = ModeleVocabulaire;
 
 }  // namespace vdx

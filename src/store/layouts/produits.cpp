@@ -17,12 +17,12 @@ std::vector<Disposition> FamilleProduits() {
                           CodeRubrique, Zone71, Zone73, Zone76, Zone79, CodeTSS, Zone83, DonneeEco3, Zone93, Zone95,
                           Zone101, CIPRemplacant, Zone120, Zone122, LibelleEco, CodeActe, Zone212, Laboratoire,
                           Drapeaux, Suppression, Mouvement},
-                         {Sur({P(CodeCIP)}), Unique(Sur({P(Libelle, Forme::Libelle)}), Libelle)}));
+                         {Sur({P(CodeCIP)}), Unique(Sur({P(Libelle, Pli::Libelle)}), Libelle)}));
     }
     {
         using namespace VDXVPRO;
         d.push_back(Fixe("VDXVPRO", Longueur, {Categorie, Libelle, CodeCIP, Suppression, Marque},
-                         {Unique(Sur({P(Categorie), P(Libelle, Forme::Libelle)}), Libelle)}));
+                         {Unique(Sur({P(Categorie), P(Libelle, Pli::Libelle)}), Libelle)}));
     }
     {
         using namespace VDXLABP;
@@ -45,7 +45,7 @@ std::vector<Disposition> FamilleProduits() {
         using namespace VDXLAB;
         d.push_back(Fixe("VDXLAB", Longueur, {CodeLaboratoire, Libelle, Zone31},
                          {Sur({P(CodeLaboratoire)}),
-                          Sur({P(Libelle, Libelle.largeur, Forme::Majuscules), P(CodeLaboratoire)})}));
+                          Sur({P(Libelle, Libelle.largeur, Pli::Majuscules), P(CodeLaboratoire)})}));
     }
     for (const char* table : {"VDXTVA", "VDXTSS"}) {
         using namespace VDXTVA;
@@ -80,7 +80,7 @@ std::vector<Disposition> FamilleProduits() {
     }
     {
         using namespace VDXFAMP;
-        const PartieCle famille = P(CodeFamille, Forme::Brut, ' ');
+        const PartieCle famille = P(CodeFamille, Pli::Brut, ' ');
         d.push_back(Fixe("VDXFAMP", Longueur, {CodeFamille, CodeCIP},
                          {Sur({famille, P(CodeCIP)}), Sur({P(CodeCIP), famille})}));
     }

@@ -7,7 +7,7 @@
 
 #include "store/champ.h"
 #include "store/fiche.h"
-#include "store/layouts/formes.h"
+#include "store/layouts/modeles.h"
 
 namespace vdx {
 
@@ -160,10 +160,10 @@ VDX_TEXTE(CodeCIP, 0, 8);
 VDX_TEXTE(CIP13, 8, 14);
 }  // namespace VDXCIP13
 
-namespace VDXCLA = FormeClasse;
-namespace VDXCLAP = FormeClasseProduit;
+namespace VDXCLA = ModeleClasse;
+namespace VDXCLAP = ModeleClasseProduit;
 // Classes of the update's row "|CLA|" beside VDXCLA, of the same shape.
-namespace VDXWCLAD = FormeClasse;
+namespace VDXWCLAD = ModeleClasse;
 
 // Classes at risk of redundancy: only the key is read. Key: CodeClasse (10).
 namespace VDXCLAR {
@@ -197,8 +197,8 @@ VDX_TEXTE(DateModification, 8, 11);
 VDX_TEXTE(Texte, 19, 493);
 }  // namespace VDXPHIMP
 
-namespace VDXCISP = FormeVocabulaire;
-namespace VDXTIPS = FormeVocabulaire;
+namespace VDXCISP = ModeleVocabulaire;
+namespace VDXTIPS = ModeleVocabulaire;
 
 // What the update files beside a product of VDXPRO, from its record: its two
 // records of VDXVPRO, under the category letter of CodeRubrique and under

@@ -16,7 +16,7 @@ std::vector<Disposition> FamilleReglementaire() {
         d.push_back(Fixe("VDXYGRSS", Longueur,
                          {CodeSubstance, Rang, CodeVoie, Partenaire1, Partenaire2, Partenaire3, LibelleGrossesse,
                           NiveauGrossesse, PeriodeGrossesse, TexteGrossesse},
-                         {Sur({P(CodeSubstance, 5, Forme::Decimal), P(Rang, 2)})}));
+                         {Sur({P(CodeSubstance, 5, Pli::Decimal), P(Rang, 2)})}));
     }
     {
         using namespace VDXYALD;
@@ -38,11 +38,11 @@ std::vector<Disposition> FamilleReglementaire() {
     {
         using namespace VDXYCACO;
         d.push_back(Fixe("VDXYCACO", Longueur, {CodeSubstance, LettreCanicule},
-                         {Sur({P(CodeSubstance, 5, Forme::Decimal), P(LettreCanicule)})}));
+                         {Sur({P(CodeSubstance, 5, Pli::Decimal), P(LettreCanicule)})}));
     }
     {
         using namespace VDXYCAAR;
-        d.push_back(Fixe("VDXYCAAR", Longueur, {LettreCanicule, Libelle}, {Sur({P(LettreCanicule, Forme::Brut, ' ')})}));
+        d.push_back(Fixe("VDXYCAAR", Longueur, {LettreCanicule, Libelle}, {Sur({P(LettreCanicule, Pli::Brut, ' ')})}));
     }
     {
         using namespace VDXYCIS;
@@ -55,7 +55,7 @@ std::vector<Disposition> FamilleReglementaire() {
     {
         using namespace VDXYDCI;
         d.push_back(Fixe("VDXYDCI", Longueur, {Code, Libelle, LibelleCle},
-                         {Sur({P(Code)}), Sur({P(LibelleCle, LibelleCle.largeur, Forme::Majuscules), P(Code)})}));
+                         {Sur({P(Code)}), Sur({P(LibelleCle, LibelleCle.largeur, Pli::Majuscules), P(Code)})}));
     }
     {
         using namespace VDXYDCIP;

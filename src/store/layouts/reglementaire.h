@@ -5,16 +5,16 @@
 #include <cstdint>
 
 #include "store/champ.h"
-#include "store/layouts/formes.h"
+#include "store/layouts/modeles.h"
 
 namespace vdx {
 
-namespace VDXYATC = FormeClasse;
-namespace VDXYATCP = FormeClasseProduit;
+namespace VDXYATC = ModeleClasse;
+namespace VDXYATCP = ModeleClasseProduit;
 
-namespace VDXYTRF = FormeVocabulaire;
-namespace VDXYTRFT = FormeTexte;
-namespace VDXYTRPF = FormeLien;
+namespace VDXYTRF = ModeleVocabulaire;
+namespace VDXYTRFT = ModeleTexte;
+namespace VDXYTRPF = ModeleLien;
 
 // Pregnancy data of substances. The key numbers the rows of a substance by
 // Rang, two digits held in the free bytes 4 to 7.
@@ -40,7 +40,7 @@ VDX_TEXTE(Code, 0, 3);
 VDX_TEXTE(Libelle, 3, 125);
 }  // namespace VDXYALD
 
-namespace VDXYALDC = FormeLien;
+namespace VDXYALDC = ModeleLien;
 
 // Links to documents. TypeLien tells the kinds of link apart (the
 // transparency sheets among them); NomDocument is the key of VDXYLBIN.
@@ -94,10 +94,10 @@ VDX_TEXTE(CodeCIS, 0, 9);
 VDX_TEXTE(CodeCIP, 9, 8);
 }  // namespace VDXYCSCP
 
-namespace VDXYPGEN = FormeVocabulaire;
-namespace VDXYPGEC = FormeLien;
-namespace VDXYMEDR = FormeVocabulaire;
-namespace VDXYAMED = FormeVocabulaire;
+namespace VDXYPGEN = ModeleVocabulaire;
+namespace VDXYPGEC = ModeleLien;
+namespace VDXYMEDR = ModeleVocabulaire;
+namespace VDXYAMED = ModeleVocabulaire;
 
 // Prescription lines by common name. Keys: Code; LibelleCle then Code.
 namespace VDXYDCI {
