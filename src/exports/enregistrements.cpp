@@ -3,7 +3,13 @@
 // delivery count them; a record is its slots and nothing more.
 #include <cstddef>
 #include <cstdint>
+#include <tuple>
 
+#include "checks/contreindications.h"
+#include "checks/grossesse.h"
+#include "checks/interactions.h"
+#include "products/codes.h"
+#include "products/composition.h"
 #include "vdx32/vdx32.h"
 
 namespace vdx {
@@ -123,5 +129,19 @@ VDX_CASE(VdxProduitInteraction, TexteType, 2);
 VDX_CASE(VdxProduitInteraction, Reference, 3);
 
 #undef VDX_CASE
+
+// Each row declared in the library fills its public record, slot for slot.
+template <class Vue>
+constexpr size_t ChampsDeclares = std::tuple_size_v<decltype(ChampsDe<Vue>::liste)>;
+#define VDX_REMPLIT(Vue, Fiche) \
+    static_assert(Cases<Fiche>(ChampsDeclares<Vue>), #Vue " does not fill " #Fiche)
+VDX_REMPLIT(FicheInteraction2, VdxInteraction2);
+VDX_REMPLIT(VueInteraction, VdxInteraction);
+VDX_REMPLIT(VueProduitInteraction, VdxProduitInteraction);
+VDX_REMPLIT(AlerteCI, VdxAlerteCI);
+VDX_REMPLIT(FicheCI, VdxFicheCI);
+VDX_REMPLIT(Composant, VdxComposant);
+VDX_REMPLIT(FicheStatut, VdxStatut);
+#undef VDX_REMPLIT
 
 }  // namespace vdx
