@@ -68,10 +68,20 @@ std::string LibelleProduit(const std::string& cip) {
     return libelle;
 }
 
-std::string DateSuppression(const std::string& cip) {
+namespace {
+
+// The VDXPRO record of a product, which it must have.
+std::string FicheProduit(const std::string& cip) {
     TablesOuvertes tables{&TableProduits()};
-    const std::string octets = FicheRequise(TableProduits(), cip);
+    std::string octets = FicheRequise(TableProduits(), cip);
     tables.Ferme();
+    return octets;
+}
+
+}  // namespace
+
+std::string DateSuppression(const std::string& cip) {
+    const std::string octets = FicheProduit(cip);
     // A letter, then the day, the month and the year.
     const std::string_view s = Fiche(octets).Texte(VDXPRO::Suppression);
     if (s.empty()) return {};
@@ -90,9 +100,7 @@ CodeEtLibelle LaboratoireDe(const std::string& cip) {
 }
 
 std::string CIPRemplacant(const std::string& cip) {
-    TablesOuvertes tables{&TableProduits()};
-    const std::string octets = FicheRequise(TableProduits(), cip);
-    tables.Ferme();
+    const std::string octets = FicheProduit(cip);
     const std::string_view autre = Fiche(octets).Texte(VDXPRO::CIPRemplacant);
     return autre.size() == LongueurCIP ? CIPSortant(autre) : std::string(autre);
 }

@@ -35,6 +35,13 @@ private:
     BSTR b_ = nullptr;
 };
 
+// A C record of the shape `gabarit`: a slot a field.
+template <class Fiche>
+void VerifieGabarit(const Gabarit& gabarit) {
+    if (sizeof(Fiche) != hote::TailleFiche(static_cast<uint32_t>(gabarit.size())))
+        throw std::logic_error("record and shape of different sizes");
+}
+
 // Frees the strings of one record of a shape.
 inline void LibereFiche(void* fiche, const Gabarit& gabarit) {
     for (uint32_t c = 0; c < gabarit.size(); ++c)
@@ -47,8 +54,7 @@ template <class Fiche>
 class TableauHote {
 public:
     explicit TableauHote(Gabarit gabarit) : gabarit_(std::move(gabarit)) {
-        if (sizeof(Fiche) != hote::TailleFiche(static_cast<uint32_t>(gabarit_.size())))
-            throw std::logic_error("record and shape of different sizes");
+        VerifieGabarit<Fiche>(gabarit_);
         t_ = hote::CreeTableau(sizeof(Fiche));
         if (!t_) throw std::bad_alloc();
     }
@@ -72,10 +78,7 @@ private:
 template <class Fiche>
 class FicheHote {
 public:
-    explicit FicheHote(Gabarit gabarit) : gabarit_(std::move(gabarit)) {
-        if (sizeof(Fiche) != hote::TailleFiche(static_cast<uint32_t>(gabarit_.size())))
-            throw std::logic_error("record and shape of different sizes");
-    }
+    explicit FicheHote(Gabarit gabarit) : gabarit_(std::move(gabarit)) { VerifieGabarit<Fiche>(gabarit_); }
     ~FicheHote() { LibereFiche(&f_, gabarit_); }
     FicheHote(const FicheHote&) = delete;
     FicheHote& operator=(const FicheHote&) = delete;
