@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <charconv>
 #include <unordered_map>
+#include <unordered_set>
 #include <memory>
 #include <optional>
 #include <span>
@@ -194,6 +195,64 @@ void AjouteClasses(LignePrescription& ligne) {
     }
 }
 
+// A couple as the index holds it: its second class, its kind and its
+// position, in key order under its first class.
+struct EntreeCouple {
+    int32_t classeB;
+    int32_t genre;
+    magasin::Position position;
+};
+
+// The couples of every class, from VDXZICOU held open by the caller: built
+// once and kept while the base and both files of the table read the same
+// (so, for a connection, until the tables are replaced). A call then reads
+// only the records of the couples that can give a row.
+class IndexCouples {
+public:
+    static const IndexCouples& Courant() {
+        static IndexCouples memo;
+        const Table& t = TableCouples();
+        const magasin::EtatLecture donnees = magasin::EtatFichier(t.donnees),
+                                   index = magasin::EtatFichier(t.index());
+        const std::string& base = ContexteCourant().BaseFichiers;
+        const bool connu = donnees != magasin::EtatLecture{} && index != magasin::EtatLecture{};
+        if (!connu || memo.base_ != base || memo.donnees_ != donnees || memo.index_ != index) {
+            memo = IndexCouples();
+            memo.Lit();
+            if (connu) memo.base_ = base, memo.donnees_ = donnees, memo.index_ = index;
+        }
+        return memo;
+    }
+
+    const std::vector<EntreeCouple>& De(int32_t classe) const {
+        static const std::vector<EntreeCouple> aucun;
+        const auto it = parClasse_.find(classe);
+        return it == parClasse_.end() ? aucun : it->second;
+    }
+
+private:
+    void Lit() {
+        Curseur cles(TableCouples());
+        // A failed walk of the keys is recorded under the file of the classes.
+        const auto marche = [](auto&& pas) {
+            try {
+                return pas();
+            } catch (Echec& e) {
+                e.fichier = FichierCouples;
+                throw;
+            }
+        };
+        for (auto p = marche([&] { return cles.Premiere(); }); p; p = marche([&] { return cles.Suivante(); })) {
+            const int32_t genre = Fiche(FicheA(TableCouples(), *p)).Entier(VDXZICOU::Genre);
+            parClasse_[LitMot(cles.Cle(), 0)].push_back({LitMot(cles.Cle(), 4), genre, *p});
+        }
+    }
+
+    std::string base_;
+    magasin::EtatLecture donnees_, index_;
+    std::unordered_map<int32_t, std::vector<EntreeCouple>> parClasse_;
+};
+
 // A couple of VDXZICOU, read once.
 struct Couple {
     std::string octets;
@@ -282,17 +341,27 @@ public:
     Appariement(std::vector<LignePrescription> lignes, int32_t niveauMin)
         : lignes_(std::move(lignes)), niveauMin_(niveauMin) {}
 
-    // The rows; the caller holds the tables of the analysis open.
+    // The rows; the caller holds the tables of the analysis open. A couple
+    // is tried alone unless it is between products, then against each later
+    // line that holds its second class, whatever its kind; it is read only
+    // when it is tried, so the work grows with the couples that can give a
+    // row.
     std::vector<FicheInteraction2> Lignes() {
+        // The active classes of the lines, by code, in the order of the lines.
+        std::unordered_map<int32_t, std::vector<std::pair<size_t, const ClasseLigne*>>> porteurs;
+        for (size_t j = 0; j < lignes_.size(); ++j)
+            for (const ClasseLigne& cj : lignes_[j].Classes)
+                if (cj.ClasseActive) porteurs[cj.CodeClasse].emplace_back(j, &cj);
+        const IndexCouples& index = IndexCouples::Courant();
         for (size_t i = 0; i < lignes_.size(); ++i)
             for (const ClasseLigne& ci : lignes_[i].Classes) {
                 if (!ci.ClasseActive) continue;
-                for (const std::unique_ptr<Couple>& couple : CouplesDe(ci.CodeClasse)) {
-                    if (couple->genre != EntreProduits) Teste(*couple, i, ci, nullptr);
-                    const int32_t classeB = couple->f.Entier(VDXZICOU::ClasseB);
-                    for (size_t j = i + 1; j < lignes_.size(); ++j)
-                        for (const ClasseLigne& cj : lignes_[j].Classes)
-                            if (cj.ClasseActive && cj.CodeClasse == classeB) Teste(*couple, i, ci, &cj, j);
+                for (const EntreeCouple& e : index.De(ci.CodeClasse)) {
+                    if (e.genre != EntreProduits) Teste(CoupleA(e.position), i, ci, nullptr);
+                    const auto p = porteurs.find(e.classeB);
+                    if (p == porteurs.end()) continue;
+                    for (const auto& [j, cj] : p->second)
+                        if (j > i) Teste(CoupleA(e.position), i, ci, cj, j);
                 }
             }
         TriParNiveau(lignes);
@@ -300,14 +369,11 @@ public:
     }
 
 private:
-    // The couples of a class, read once per call: the classes of the lines
-    // share their ancestors.
-    const std::vector<std::unique_ptr<Couple>>& CouplesDe(int32_t classe) {
-        const auto [it, nouveau] = couples_.try_emplace(classe);
-        std::vector<std::unique_ptr<Couple>>& couples = it->second;
-        if (nouveau)
-            ParcourtCouples(classe, [&](std::string octets) { couples.push_back(std::make_unique<Couple>(std::move(octets))); });
-        return couples;
+    // A couple's record, read once per call: the lines share their classes.
+    const Couple& CoupleA(magasin::Position position) {
+        std::unique_ptr<Couple>& couple = couples_[position];
+        if (!couple) couple = std::make_unique<Couple>(FicheA(TableCouples(), position));
+        return *couple;
     }
 
     // The kind and the severity of a couple, read once per call.
@@ -429,6 +495,7 @@ private:
         r.Substance2 = substance2 ? substance2->CodeSubstance : 0;
         r.Substance1Associee = Associee(premier);
         if (c.genre == EntreProduits) r.Substance2Associee = Associee(second);
+        cles_.insert(CleDoublon(r.CIP1, r.CIP2, r.Classe1, r.Classe2, r.CodeCondition));
         lignes.push_back(std::move(r));
     }
 
@@ -437,14 +504,17 @@ private:
         return index >= 0 ? cote.ligne->Substances[index].CodeSubstance : 0;
     }
 
+    // A row already formed for the same two sides, in either order, under
+    // the same condition.
+    static std::string CleDoublon(std::string_view cip1, std::string_view cip2, std::string_view classe1,
+                                  std::string_view classe2, std::string_view condition) {
+        std::string cle;
+        for (std::string_view partie : {condition, cip1, cip2, classe1, classe2}) cle.append(partie).push_back('\0');
+        return cle;
+    }
     bool Doublon(const FicheInteraction2& r) const {
-        for (const FicheInteraction2& l : lignes) {
-            if (l.CodeCondition != r.CodeCondition) continue;
-            if ((l.CIP1 == r.CIP1 && l.CIP2 == r.CIP2 && l.Classe1 == r.Classe1 && l.Classe2 == r.Classe2) ||
-                (l.CIP1 == r.CIP2 && l.CIP2 == r.CIP1 && l.Classe1 == r.Classe2 && l.Classe2 == r.Classe1))
-                return true;
-        }
-        return false;
+        return cles_.count(CleDoublon(r.CIP1, r.CIP2, r.Classe1, r.Classe2, r.CodeCondition)) ||
+               cles_.count(CleDoublon(r.CIP2, r.CIP1, r.Classe2, r.Classe1, r.CodeCondition));
     }
 
     int32_t Pere(int32_t substance) {
@@ -456,7 +526,8 @@ private:
     std::vector<LignePrescription> lignes_;
     int32_t niveauMin_;
     std::unordered_map<int32_t, int32_t> peres_;
-    std::unordered_map<int32_t, std::vector<std::unique_ptr<Couple>>> couples_;
+    std::unordered_map<magasin::Position, std::unique_ptr<Couple>> couples_;
+    std::unordered_set<std::string> cles_;  // of the rows formed, for Doublon
     std::unordered_map<int32_t, std::string> types_;
     std::unordered_map<int32_t, Gravite> gravites_;
 

@@ -339,6 +339,27 @@ TEST_F(Interactions, TwoContextsSideBySideLeaveTheSessionAlone) {
     EXPECT_EQ(&ContexteCourant(), &static_cast<const Contexte&>(session()));
 }
 
+// The couples are indexed once per state of their table: a couple added to
+// a base is met at the next analysis once the table is built again.
+TEST_F(Interactions, ACoupleAddedToTheBaseIsMetOnceItsTableIsBuiltAgain) {
+    BaseDeTest autre;
+    essai::AjouteIdentite(autre);
+    vdx::Remplit(autre, true);
+    Contexte contexte;
+    contexte.BaseFichiers = chemin::Repertoire(autre.Repertoire());
+    const std::string nouvelle = "3000003>3000001 4 MORPHINE et CLARITHROMYCINE + RITONAVIR";
+    const std::string avant = Resume(AnalyseInteractions(contexte, {Zeclar, Actiskenan}));
+    EXPECT_EQ(avant.find(nouvelle), std::string::npos) << avant;
+
+    autre.Ajoute("VDXZICOU", {{"ClasseA", 17}, {"ClasseB", 10}, {"Numero", 9}, {"Genre", EntreProduits},
+                              {"Sens", 1}, {"CodeGravite", 1}, {"CodeType", 4}, {"VoiesA", "A"}, {"VoiesB", "A"},
+                              {"FiltreA", "T"}, {"FiltreB", "T"}});
+    autre.Repertoire();
+    const std::string apres = Resume(AnalyseInteractions(contexte, {Zeclar, Actiskenan}));
+    EXPECT_EQ(apres.rfind(nouvelle, 0), 0u) << apres;
+    EXPECT_EQ(apres.substr(nouvelle.size() + 3), avant);
+}
+
 // Without VDXWPEFI every substance has the parent 0: no row is ever formed.
 class InteractionsSansParents : public essai::SurUneBase<InteractionsSansParents> {
 public:

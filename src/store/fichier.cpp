@@ -11,6 +11,13 @@
 
 namespace vdx::magasin {
 
+// The environments opened by this process, counted.
+static uint64_t& Instances() {
+    static uint64_t n = 0;
+    return n;
+}
+
+
 namespace {
 
 constexpr char Magie[8] = {'V', 'D', 'X', '3', '2', 'T', 'F', '\0'};
@@ -71,7 +78,8 @@ Entete EnteteIndex(const std::vector<uint32_t>& longueursCles) {
     return e;
 }
 
-Fichier::Fichier(std::string c, MDB_env* e, bool ro) : chemin(std::move(c)), env(e), lectureSeule(ro) {}
+Fichier::Fichier(std::string c, MDB_env* e, bool ro)
+    : chemin(std::move(c)), env(e), lectureSeule(ro), instance(++Instances()) {}
 
 Fichier::~Fichier() {
     if (ecriture) FinEcriture(true);

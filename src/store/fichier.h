@@ -82,6 +82,7 @@ public:
     const std::string chemin;
     MDB_env* const env;
     const bool lectureSeule;  // opened MDB_RDONLY
+    const uint64_t instance;  // never the same twice in a process
     dev_t dev = 0;
     ino_t ino = 0;
     std::shared_ptr<PartageFichier> partage;

@@ -514,6 +514,15 @@ Position CleSuperieureOuEgale(int k, const void* cle, void* tampon) {
     return OperationCle(k, Mouvement::SuperieureOuEgale, cle, tampon);
 }
 
+EtatLecture EtatFichier(int numero) {
+    if (numero < 0 || numero >= etat->limite) return {};
+    const Numero& n = etat->numeros[numero];
+    if (n.liaison < 0) return {};
+    const Liaison& l = etat->liaisons[n.liaison];
+    if (!l.Liee() || l.acces != Acces::Lecture || !l.lecture.txn) return {};
+    return {l.fichier->instance, static_cast<uint64_t>(mdb_txn_id(l.lecture.txn))};
+}
+
 int LongueurCle(int numeroCle) {
     int k = 0;
     const Liaison* l = LiaisonCle(numeroCle, k);

@@ -79,6 +79,17 @@ int OpenCtFile(int numero, const char* chemin, int mode);
 // those of a shared binding are committed one by one.
 int CloseCtFile(int numero, int mode);
 
+// What a read-only binding of `numero` reads: the file's environment (one
+// opened anew when the file was replaced) and the transaction its snapshot
+// stands on. Two equal states read the same records at the same positions;
+// {0, 0} for a number not bound read-only.
+struct EtatLecture {
+    uint64_t fichier = 0;
+    uint64_t transaction = 0;
+    bool operator==(const EtatLecture&) const = default;
+};
+EtatLecture EtatFichier(int numero);
+
 // Key operations: `tampon` receives the key found and must hold the key's
 // length; `cle` is read for the key's length (pad text keys with NUL).
 Position PremiereCle(int numeroCle, void* tampon);
