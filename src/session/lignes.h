@@ -68,6 +68,8 @@ struct ChampLigne {
     const char* nom;
     T Ligne::*membre;
 };
+template <class Ligne, class T>
+ChampLigne(const char*, T Ligne::*) -> ChampLigne<Ligne, T>;
 
 // The fields of a row, specialised by VDX_LIGNE.
 template <class Ligne>

@@ -124,7 +124,9 @@ std::optional<Demande> LitDemande(const ArgumentsCommande& args) {
     Demande d;
     d.base = args.Base();
     d.produits = args.Autres();
-    for (const auto& [a, valeur] : args.Options()) {
+    for (const auto& option : args.Options()) {
+        const std::string& a = option.first;
+        const std::string& valeur = option.second;
         const auto entier = [&](int32_t& cible, int32_t facteur = 1) {
             const auto n = Nombre(valeur);
             if (!n || *n < 0) {
