@@ -448,6 +448,24 @@ void Interactions2(benchmark::State& state) {
 }
 BENCHMARK(Interactions2)->Arg(2)->Arg(5)->Arg(10)->Arg(20)->Unit(benchmark::kMicrosecond);
 
+// A long list: the first n products of the base, one line each. The work
+// must grow with the couples the lines meet, not with the square of the
+// lines.
+void Interactions2_Liste(benchmark::State& state) {
+    Connecte();
+    std::vector<std::string> codes;
+    for (int i = 0; i < state.range(0); ++i) codes.push_back(Code(i));
+    EntreeHote produits = EntreeHote::Chaines(codes);
+    TableauHote<VdxInteraction2> tableau(GabaritDe<FicheInteraction2>());
+    int32_t n = 0;
+    for (auto _ : state)
+        n = Interactions2_Vdx(produits.Adresse(), nullptr, nullptr, tableau.Adresse(), 0, 0, 0, 0, "");
+    state.counters["lignes"] = static_cast<double>(codes.size());
+    state.counters["rangees"] = n;
+    if (n <= 0) state.SkipWithError("no row");
+}
+BENCHMARK(Interactions2_Liste)->Arg(100)->Arg(400)->Arg(1600)->Unit(benchmark::kMillisecond);
+
 // The baseline: the walks of the store that the analysis of these lines
 // makes, with nothing made of what they read: each line's components, the
 // classes of its substances and their ancestors, and the couples each class

@@ -14,6 +14,7 @@
 #include "checks/interactions.h"
 #include "platform/hote.h"
 #include "session/resultat.h"
+#include "session/valeurs_hote.h"
 #include "tests/support/tableau_hote.h"
 #include "vdx32/vdx32.h"
 
@@ -113,6 +114,26 @@ void Interactions2(benchmark::State& state) {
     DeConnection2_Vdx();
 }
 BENCHMARK(Interactions2)->Unit(benchmark::kMicrosecond);
+
+// A long list of real lines: every tenth product of the base in code order,
+// as many as asked.
+void Interactions2_Liste(benchmark::State& state) {
+    if (!Connecte(state)) return;
+    std::vector<std::string> codes;
+    const int32_t total = TotalProduit_Vdx();
+    for (int32_t i = 0; i < total && static_cast<int64_t>(codes.size()) < state.range(0); i += 10) {
+        ChaineHote code, libelle;
+        if (GetProduit_Vdx(i, code.Adresse(), libelle.Adresse()) == 1) codes.emplace_back(code.Octets());
+    }
+    EntreeHote produits = EntreeHote::Chaines(codes);
+    TableauHote<VdxInteraction2> lignes(GabaritDe<FicheInteraction2>());
+    int32_t n = 0;
+    for (auto _ : state) n = Interactions2_Vdx(produits.Adresse(), nullptr, nullptr, lignes.Adresse(), 0, 0, 0, 0, "");
+    state.counters["produits"] = static_cast<double>(codes.size());
+    state.counters["lignes"] = n;
+    DeConnection2_Vdx();
+}
+BENCHMARK(Interactions2_Liste)->Arg(100)->Arg(400)->Arg(1600)->Unit(benchmark::kMillisecond);
 
 }  // namespace
 

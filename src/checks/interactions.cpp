@@ -550,7 +550,7 @@ std::string TexteDuCouple(std::string_view couple, int n) {
 }
 
 void TriParNiveau(std::vector<FicheInteraction2>& lignes) {
-    TriEchange(lignes, [](const FicheInteraction2& p, const FicheInteraction2& q) { return p.Niveau < q.Niveau; });
+    TriEchangeParCle(lignes, [](const FicheInteraction2& r) { return r.Niveau; });
 }
 
 bool VoieAdmise(std::string_view code, std::string_view liste) {
