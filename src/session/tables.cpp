@@ -19,7 +19,10 @@ bool CheminValide(const std::string& chemin) { return chemin.size() < TailleChem
 // Opens `repertoire` + `nom`; when the number is still held by a call that
 // ended badly, closes it and tries once more.
 int OuvreAvecReprise(const std::string& repertoire, const char* nom, int numero, int mode) {
-    const std::string chemin = repertoire + nom;
+    // One buffer for the paths of a thread: an open of a file seen before
+    // allocates nothing.
+    thread_local std::string chemin;
+    chemin.assign(repertoire).append(nom);
     if (CheminValide(chemin)) {
         if (OpenCtFile(numero, chemin.c_str(), mode) == 0) return 1;
         CloseCtFile(numero, LectureSeule);
