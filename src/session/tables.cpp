@@ -124,6 +124,7 @@ TablesOuvertes::TablesOuvertes(std::initializer_list<const Table*> tables)
     : TablesOuvertes(std::span<const Table* const>(tables.begin(), tables.size())) {}
 
 TablesOuvertes::TablesOuvertes(std::span<const Table* const> tables) {
+    ouverts_.reserve(2 * tables.size());  // data and index
     for (const Table* t : tables) Ouvre(*t);
 }
 
