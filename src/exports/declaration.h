@@ -2,7 +2,7 @@
 // function with the parameter types of the header's prototype, its frame
 // named after it, and its entry in the table of exports:
 //
-//   VDX_EXPORT(ListeVoie_Vdx, Connecte, NomsDesChamps<CodeLibelle>(),
+//   VDX_EXPORT(ListeVoie_Vdx, Connecte, Noms("Code", "Libelle"),
 //              (Texte, Code), (Tableau, Tableau)) {
 //       ... the body, which sees Code and Tableau ...
 //   }
