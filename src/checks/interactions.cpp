@@ -36,6 +36,7 @@ VDX_TABLE(TableGravites, "VDXZIGRA")
 VDX_TABLE(TableVoiesProduit, "VDXIDPVO")
 VDX_TABLE(TableVoies, "VDXIDVOI")
 VDX_TABLE(TableParents, "VDXWPEFI")
+VDX_TABLE(TableLignesDCI, "VDXYDCI")
 
 // The file a failed first lookup of the couples is recorded under.
 constexpr char FichierCouples[] = "VDXZICLC.NDX";
@@ -54,6 +55,53 @@ std::span<const Table* const> TablesLigne() {
                                           &TableVoies()};
     return tables;
 }
+
+// The lines the analyses built, kept while every table a line is read from
+// reads the same (the base, and the state of both files of each, held open
+// by the caller): a prescription checked again as it grows builds only its
+// new lines. A table whose state is unknown keeps nothing.
+class LignesConstruites {
+public:
+    static LignesConstruites& Courantes() {
+        static LignesConstruites memo;
+        std::vector<magasin::EtatLecture> etats;
+        for (const Table* t : Lues())
+            for (int numero : {t->donnees, t->index()}) etats.push_back(magasin::EtatFichier(numero));
+        const std::string& base = ContexteCourant().BaseFichiers;
+        const bool connus = std::ranges::none_of(etats, [](const magasin::EtatLecture& e) { return e == magasin::EtatLecture{}; });
+        if (!connus || memo.base_ != base || memo.etats_ != etats || memo.lignes_.size() >= LignesGardees) {
+            memo.lignes_.clear();
+            memo.base_ = connus ? base : std::string();
+            memo.etats_ = connus ? std::move(etats) : std::vector<magasin::EtatLecture>();
+        }
+        memo.garde_ = connus;
+        return memo;
+    }
+
+    // The tables a line is read from.
+    static std::span<const Table* const> Lues() {
+        static const std::vector<const Table*> tables = [] {
+            std::vector<const Table*> t(TablesLigne().begin(), TablesLigne().end());
+            t.push_back(&TableLignesDCI());
+            return t;
+        }();
+        return tables;
+    }
+
+    const LignePrescription& Ligne(const std::string& code, std::string_view libelleAbsent) {
+        if (!garde_) return lignes_[code] = ConstruitLigne(code, libelleAbsent);
+        const auto [it, nouvelle] = lignes_.try_emplace(code);
+        if (nouvelle) it->second = ConstruitLigne(code, libelleAbsent);
+        return it->second;
+    }
+
+private:
+    static constexpr size_t LignesGardees = 10000;
+    std::string base_;
+    std::vector<magasin::EtatLecture> etats_;
+    std::unordered_map<std::string, LignePrescription> lignes_;
+    bool garde_ = false;
+};
 
 // The entries of a "|"-separated list, up to its first empty one.
 std::vector<std::string_view> Entrees(std::string_view liste) {
@@ -578,12 +626,13 @@ LignePrescription ConstruitLigne(const std::string& codeCIP, std::string_view li
 
 std::vector<FicheInteraction2> AnalyseInteractions(const Contexte& contexte, const std::vector<std::string>& codesCIP) {
     const DansContexte dans(contexte);
-    TablesOuvertes tables(TablesLigne());
+    TablesOuvertes tables(LignesConstruites::Lues());
     for (const Table* t : {&TableCouples(), &TableTypes(), &TableGravites(), &TableParents(), &TableTermes()})
         tables.Ouvre(*t);
+    LignesConstruites& construites = LignesConstruites::Courantes();
     std::vector<LignePrescription> lignes;
     for (const std::string& code : codesCIP)
-        lignes.push_back(ConstruitLigne(code, messages::LibelleSansAccentInconnu));
+        lignes.push_back(construites.Ligne(code, messages::LibelleSansAccentInconnu));
     std::vector<FicheInteraction2> resultat = Appariement(std::move(lignes), contexte.NiveauInteraction).Lignes();
     tables.Ferme();
     return resultat;

@@ -360,6 +360,27 @@ TEST_F(Interactions, ACoupleAddedToTheBaseIsMetOnceItsTableIsBuiltAgain) {
     EXPECT_EQ(apres.substr(nouvelle.size() + 3), avant);
 }
 
+// The lines are kept between analyses while their tables read the same: a
+// component and a route added to a product are met once the base is built
+// again.
+TEST_F(Interactions, ALineIsBuiltAgainOnceItsTablesAreBuiltAgain) {
+    BaseDeTest autre;
+    essai::AjouteIdentite(autre);
+    vdx::Remplit(autre, true);
+    Contexte contexte;
+    contexte.BaseFichiers = chemin::Repertoire(autre.Repertoire());
+    const std::string nouvelle = "3000003>3000001 4 Toxicit\xE9 de COLCHICINE major\xE9" "e par CLARITHROMYCINE";
+    const std::string avant = Resume(AnalyseInteractions(contexte, {Zeclar, Actiskenan}));
+    EXPECT_EQ(Resume(AnalyseInteractions(contexte, {Zeclar, Actiskenan})), avant);
+    EXPECT_EQ(avant.find(nouvelle), std::string::npos) << avant;
+
+    autre.Ajoute("VDXVCOMP", {{"CodeCIP", Actiskenan}, {"Rang", "002"}, {"CodeSubstance", 106}, {"Interactions", 1}})
+        .Ajoute("VDXIDPVO", {{"CodeCIP", Actiskenan}, {"CodeVoie", "A02"}});
+    autre.Repertoire();
+    const std::string apres = Resume(AnalyseInteractions(contexte, {Zeclar, Actiskenan}));
+    EXPECT_NE(apres.find(nouvelle), std::string::npos) << apres;
+}
+
 // Without VDXWPEFI every substance has the parent 0: no row is ever formed.
 class InteractionsSansParents : public essai::SurUneBase<InteractionsSansParents> {
 public:
