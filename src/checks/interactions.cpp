@@ -88,18 +88,19 @@ public:
         return tables;
     }
 
-    const LignePrescription& Ligne(const std::string& code, std::string_view libelleAbsent) {
-        if (!garde_) return lignes_[code] = ConstruitLigne(code, libelleAbsent);
-        const auto [it, nouvelle] = lignes_.try_emplace(code);
-        if (nouvelle) it->second = ConstruitLigne(code, libelleAbsent);
-        return it->second;
+    std::shared_ptr<const LignePrescription> Ligne(const std::string& code, std::string_view libelleAbsent) {
+        const auto construit = [&] { return std::make_shared<const LignePrescription>(ConstruitLigne(code, libelleAbsent)); };
+        if (!garde_) return construit();
+        std::shared_ptr<const LignePrescription>& ligne = lignes_[code];
+        if (!ligne) ligne = construit();
+        return ligne;
     }
 
 private:
     static constexpr size_t LignesGardees = 10000;
     std::string base_;
     std::vector<magasin::EtatLecture> etats_;
-    std::unordered_map<std::string, LignePrescription> lignes_;
+    std::unordered_map<std::string, std::shared_ptr<const LignePrescription>> lignes_;
     bool garde_ = false;
 };
 
@@ -386,7 +387,7 @@ std::string Reference(const Fiche& couple) {
 class Appariement {
 public:
     // Rows below `niveauMin` are left out.
-    Appariement(std::vector<LignePrescription> lignes, int32_t niveauMin)
+    Appariement(std::vector<std::shared_ptr<const LignePrescription>> lignes, int32_t niveauMin)
         : lignes_(std::move(lignes)), niveauMin_(niveauMin) {}
 
     // The rows; the caller holds the tables of the analysis open. A couple
@@ -398,11 +399,11 @@ public:
         // The active classes of the lines, by code, in the order of the lines.
         std::unordered_map<int32_t, std::vector<std::pair<size_t, const ClasseLigne*>>> porteurs;
         for (size_t j = 0; j < lignes_.size(); ++j)
-            for (const ClasseLigne& cj : lignes_[j].Classes)
+            for (const ClasseLigne& cj : lignes_[j]->Classes)
                 if (cj.ClasseActive) porteurs[cj.CodeClasse].emplace_back(j, &cj);
         const IndexCouples& index = IndexCouples::Courant();
         for (size_t i = 0; i < lignes_.size(); ++i)
-            for (const ClasseLigne& ci : lignes_[i].Classes) {
+            for (const ClasseLigne& ci : lignes_[i]->Classes) {
                 if (!ci.ClasseActive) continue;
                 for (const EntreeCouple& e : index.De(ci.CodeClasse)) {
                     if (e.genre != EntreProduits) Teste(CoupleA(e.position), i, ci, nullptr);
@@ -440,11 +441,11 @@ private:
     // alone (cj null).
     void Teste(const Couple& c, size_t i, const ClasseLigne& ci, const ClasseLigne* cj, size_t j = 0) {
         const Fiche& f = c.f;
-        const std::optional<std::string> voie1 = VoieDe(lignes_[i], f.Texte(VDXZICOU::VoiesA));
+        const std::optional<std::string> voie1 = VoieDe(*lignes_[i], f.Texte(VDXZICOU::VoiesA));
         if (!voie1) return;
         std::string voie2;
         if (c.genre == EntreProduits) {
-            const std::optional<std::string> v = VoieDe(lignes_[j], f.Texte(VDXZICOU::VoiesB));
+            const std::optional<std::string> v = VoieDe(*lignes_[j], f.Texte(VDXZICOU::VoiesB));
             if (!v) return;
             voie2 = *v;
         }
@@ -455,31 +456,31 @@ private:
             bool derniere = false;
             for (size_t k = 0; k < lignes_.size(); ++k) {
                 if (k == i) continue;
-                for (const Voie& v : lignes_[k].Voies) {
+                for (const Voie& v : lignes_[k]->Voies) {
                     derniere = VoieAdmise(v.CodeVoie, f.Texte(VDXZICOU::VoiesB));
                     if (!derniere) continue;
                     j = k;
-                    cj = lignes_[k].Classes.empty() ? nullptr : &lignes_[k].Classes[0];
-                    Compose(c, {&lignes_[i], &ci}, {&lignes_[k], cj}, *voie1, voie2, {}, {});
+                    cj = lignes_[k]->Classes.empty() ? nullptr : &lignes_[k]->Classes[0];
+                    Compose(c, {lignes_[i].get(), &ci}, {lignes_[k].get(), cj}, *voie1, voie2, {}, {});
                 }
             }
             if (!derniere) return;
         }
-        if (!Filtre(lignes_[i], f.Texte(VDXZICOU::FiltreA), f.Texte(VDXZICOU::SubstancesA))) return;
+        if (!Filtre(*lignes_[i], f.Texte(VDXZICOU::FiltreA), f.Texte(VDXZICOU::SubstancesA))) return;
         if (c.genre == EntreProduits &&
-            !Filtre(lignes_[j], f.Texte(VDXZICOU::FiltreB), f.Texte(VDXZICOU::SubstancesB)))
+            !Filtre(*lignes_[j], f.Texte(VDXZICOU::FiltreB), f.Texte(VDXZICOU::SubstancesB)))
             return;
-        const Cote second{c.genre == SubstanceExterieure ? nullptr : &lignes_[j], cj};
+        const Cote second{c.genre == SubstanceExterieure ? nullptr : lignes_[j].get(), cj};
         const std::vector<std::string_view> termes = Entrees(f.Texte(VDXZICOU::TermesCondition));
         if (termes.empty()) {
-            Compose(c, {&lignes_[i], &ci}, second, *voie1, voie2, {}, {});
+            Compose(c, {lignes_[i].get(), &ci}, second, *voie1, voie2, {}, {});
             return;
         }
         // A condition holds for any patient: a row per term.
         for (std::string_view terme : termes) {
             const std::optional<std::string> fiche = FicheTerme(terme);
             const Fiche t(fiche ? std::string_view(*fiche) : std::string_view());
-            Compose(c, {&lignes_[i], &ci}, second, *voie1, voie2, fiche ? t.Texte(VDXVAMM::CodeTerme) : terme,
+            Compose(c, {lignes_[i].get(), &ci}, second, *voie1, voie2, fiche ? t.Texte(VDXVAMM::CodeTerme) : terme,
                   t.Texte(VDXVAMM::Libelle));
         }
     }
@@ -571,7 +572,7 @@ private:
         return it->second;
     }
 
-    std::vector<LignePrescription> lignes_;
+    std::vector<std::shared_ptr<const LignePrescription>> lignes_;
     int32_t niveauMin_;
     std::unordered_map<int32_t, int32_t> peres_;
     std::unordered_map<magasin::Position, std::unique_ptr<Couple>> couples_;
@@ -630,7 +631,7 @@ std::vector<FicheInteraction2> AnalyseInteractions(const Contexte& contexte, con
     for (const Table* t : {&TableCouples(), &TableTypes(), &TableGravites(), &TableParents(), &TableTermes()})
         tables.Ouvre(*t);
     LignesConstruites& construites = LignesConstruites::Courantes();
-    std::vector<LignePrescription> lignes;
+    std::vector<std::shared_ptr<const LignePrescription>> lignes;
     for (const std::string& code : codesCIP)
         lignes.push_back(construites.Ligne(code, messages::LibelleSansAccentInconnu));
     std::vector<FicheInteraction2> resultat = Appariement(std::move(lignes), contexte.NiveauInteraction).Lignes();

@@ -25,6 +25,9 @@ void TriEchange(std::vector<T>& lignes, Dessus dessus) {
 // the positions of each key are kept in order to find it.
 template <class T, class Cle>
 void TriEchangeParCle(std::vector<T>& lignes, Cle cle) {
+    // A short list is quicker sorted by the exchange sort itself.
+    constexpr size_t Court = 64;
+    if (lignes.size() <= Court) return TriEchange(lignes, [&](const T& a, const T& b) { return cle(a) < cle(b); });
     std::map<decltype(cle(lignes.front())), std::set<size_t>> positions;
     for (size_t i = 0; i < lignes.size(); ++i) positions[cle(lignes[i])].insert(i);
     for (size_t p = 0; p < lignes.size(); ++p) {
