@@ -425,6 +425,14 @@ private:
         return *couple;
     }
 
+    // A label of the outside side of a row, read once per call.
+    template <class Code, class Lecture>
+    static const std::string& Lu(std::unordered_map<Code, std::string>& lus, const Code& code, Lecture&& lecture) {
+        auto [it, nouveau] = lus.try_emplace(code);
+        if (nouveau) it->second = lecture(code);
+        return it->second;
+    }
+
     // The kind and the severity of a couple, read once per call.
     const std::string& Type(int32_t code) {
         auto [it, nouveau] = types_.try_emplace(code);
@@ -492,6 +500,7 @@ private:
         r.CodeType = f.Entier(VDXZICOU::CodeType);
         r.TexteType = Type(r.CodeType);
         const Gravite& gravite = GraviteDe(f.Entier(VDXZICOU::CodeGravite));
+        if (gravite.niveau < niveauMin_) return;
         r.LibelleGravite = gravite.libelle;
         r.Niveau = gravite.niveau;
         if (c.genre == EntreProduits && f.Entier(VDXZICOU::Sens) != 1) std::swap(premier, second);
@@ -508,10 +517,14 @@ private:
             r.Classe2 = second.classe->Libelle;
         } else {
             r.CIP2 = SansSecondProduit;
-            r.Voie2 = LibelleVoie(f.Texte(VDXZICOU::VoiesB));
-            r.Classe2 = LibelleOuIntrouvable(TableClasses(), VDXZICLA::Libelle, f.Entier(VDXZICOU::ClasseB));
+            r.Voie2 = Lu(voies_, std::string(f.Texte(VDXZICOU::VoiesB)), LibelleVoie);
+            r.Classe2 = Lu(classes_, f.Entier(VDXZICOU::ClasseB), [](int32_t code) {
+                return LibelleOuIntrouvable(TableClasses(), VDXZICLA::Libelle, code);
+            });
             if (c.genre == SubstanceExterieure) {
-                r.Libelle2 = LibelleOuIntrouvable(TableSubstances(), VDXVPA::Libelle, Entier(f.Texte(VDXZICOU::SubstancesB)));
+                r.Libelle2 = Lu(substances_, Entier(f.Texte(VDXZICOU::SubstancesB)), [](int32_t code) {
+                    return LibelleOuIntrouvable(TableSubstances(), VDXVPA::Libelle, code);
+                });
             } else {
                 r.CIP2 = second.ligne->CodeCIP;
                 r.Libelle2 = second.ligne->Libelle;
@@ -519,7 +532,6 @@ private:
             }
         }
         const bool doublon = c.genre != SubstanceExterieure && Doublon(r);
-        if (r.Niveau < niveauMin_) return;
 
         const std::string texte1 = TexteDuCote(premier);
         if (c.genre == EntreProduits) {
@@ -579,6 +591,8 @@ private:
     std::unordered_set<std::string> cles_;  // of the rows formed, for Doublon
     std::unordered_map<int32_t, std::string> types_;
     std::unordered_map<int32_t, Gravite> gravites_;
+    std::unordered_map<std::string, std::string> voies_;
+    std::unordered_map<int32_t, std::string> classes_, substances_;
 
 public:
     std::vector<FicheInteraction2> lignes;
