@@ -131,6 +131,18 @@ protected:
     static std::string Analyse(std::vector<std::string> codes) { return Resume(AnalyseInteractions(session(), codes)); }
 };
 
+// A second base of the same data, with or without parents, and a context
+// that reads it.
+struct AutreBase {
+    explicit AutreBase(bool avecParents) {
+        essai::AjouteIdentite(base);
+        vdx::Remplit(base, avecParents);
+        contexte.BaseFichiers = chemin::Repertoire(base.Repertoire());
+    }
+    BaseDeTest base;
+    Contexte contexte;
+};
+
 TEST_F(Interactions, ALineHoldsSubstancesSynonymsClassesAndAncestors) {
     const LignePrescription morphine = ConstruitLigne(Actiskenan, "?");
     ASSERT_EQ(morphine.Substances.size(), 2u);
@@ -322,11 +334,8 @@ TEST_F(InteractionsExports, FlatModesReadTheirLists) {
 // A context is what a core reads: its base and its switches. Two of them
 // side by side in one process, interleaved with the session's own.
 TEST_F(Interactions, TwoContextsSideBySideLeaveTheSessionAlone) {
-    BaseDeTest autre;
-    essai::AjouteIdentite(autre);
-    vdx::Remplit(autre, false);
-    Contexte sansParents;
-    sansParents.BaseFichiers = chemin::Repertoire(autre.Repertoire());
+    AutreBase autre(false);
+    const Contexte& sansParents = autre.contexte;
     Contexte graves = session();
     graves.NiveauInteraction = 4;
 
@@ -342,19 +351,16 @@ TEST_F(Interactions, TwoContextsSideBySideLeaveTheSessionAlone) {
 // The couples are indexed once per state of their table: a couple added to
 // a base is met at the next analysis once the table is built again.
 TEST_F(Interactions, ACoupleAddedToTheBaseIsMetOnceItsTableIsBuiltAgain) {
-    BaseDeTest autre;
-    essai::AjouteIdentite(autre);
-    vdx::Remplit(autre, true);
-    Contexte contexte;
-    contexte.BaseFichiers = chemin::Repertoire(autre.Repertoire());
+    AutreBase autre(true);
+    const Contexte& contexte = autre.contexte;
     const std::string nouvelle = "3000003>3000001 4 MORPHINE et CLARITHROMYCINE + RITONAVIR";
     const std::string avant = Resume(AnalyseInteractions(contexte, {Zeclar, Actiskenan}));
     EXPECT_EQ(avant.find(nouvelle), std::string::npos) << avant;
 
-    autre.Ajoute("VDXZICOU", {{"ClasseA", 17}, {"ClasseB", 10}, {"Numero", 9}, {"Genre", EntreProduits},
+    autre.base.Ajoute("VDXZICOU", {{"ClasseA", 17}, {"ClasseB", 10}, {"Numero", 9}, {"Genre", EntreProduits},
                               {"Sens", 1}, {"CodeGravite", 1}, {"CodeType", 4}, {"VoiesA", "A"}, {"VoiesB", "A"},
                               {"FiltreA", "T"}, {"FiltreB", "T"}});
-    autre.Repertoire();
+    autre.base.Repertoire();
     const std::string apres = Resume(AnalyseInteractions(contexte, {Zeclar, Actiskenan}));
     EXPECT_EQ(apres.rfind(nouvelle, 0), 0u) << apres;
     EXPECT_EQ(apres.substr(nouvelle.size() + 3), avant);
@@ -364,19 +370,16 @@ TEST_F(Interactions, ACoupleAddedToTheBaseIsMetOnceItsTableIsBuiltAgain) {
 // component and a route added to a product are met once the base is built
 // again.
 TEST_F(Interactions, ALineIsBuiltAgainOnceItsTablesAreBuiltAgain) {
-    BaseDeTest autre;
-    essai::AjouteIdentite(autre);
-    vdx::Remplit(autre, true);
-    Contexte contexte;
-    contexte.BaseFichiers = chemin::Repertoire(autre.Repertoire());
+    AutreBase autre(true);
+    const Contexte& contexte = autre.contexte;
     const std::string nouvelle = "3000003>3000001 4 Toxicit\xE9 de COLCHICINE major\xE9" "e par CLARITHROMYCINE";
     const std::string avant = Resume(AnalyseInteractions(contexte, {Zeclar, Actiskenan}));
     EXPECT_EQ(Resume(AnalyseInteractions(contexte, {Zeclar, Actiskenan})), avant);
     EXPECT_EQ(avant.find(nouvelle), std::string::npos) << avant;
 
-    autre.Ajoute("VDXVCOMP", {{"CodeCIP", Actiskenan}, {"Rang", "002"}, {"CodeSubstance", 106}, {"Interactions", 1}})
+    autre.base.Ajoute("VDXVCOMP", {{"CodeCIP", Actiskenan}, {"Rang", "002"}, {"CodeSubstance", 106}, {"Interactions", 1}})
         .Ajoute("VDXIDPVO", {{"CodeCIP", Actiskenan}, {"CodeVoie", "A02"}});
-    autre.Repertoire();
+    autre.base.Repertoire();
     const std::string apres = Resume(AnalyseInteractions(contexte, {Zeclar, Actiskenan}));
     EXPECT_NE(apres.find(nouvelle), std::string::npos) << apres;
 }
