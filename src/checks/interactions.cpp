@@ -303,12 +303,12 @@ private:
 };
 
 // A couple of VDXZICOU, read once.
+// A couple's record, whose bytes the caller keeps.
 struct Couple {
-    std::string octets;
+    std::string_view octets;
     Fiche f;
     int32_t genre;
-    explicit Couple(std::string o) : octets(std::move(o)), f(octets), genre(f.Entier(VDXZICOU::Genre)) {}
-    Couple(const Couple&) = delete;
+    explicit Couple(std::string_view o) : octets(o), f(octets), genre(f.Entier(VDXZICOU::Genre)) {}
 
     std::string Texte(int n) const { return TexteDuCouple(octets, n); }
 };
@@ -418,11 +418,12 @@ public:
     }
 
 private:
-    // A couple's record, read once per call: the lines share their classes.
+    // A couple's record, read in place (the caller holds its table open)
+    // once per call: the lines share their classes.
     const Couple& CoupleA(magasin::Position position) {
-        std::unique_ptr<Couple>& couple = couples_[position];
-        if (!couple) couple = std::make_unique<Couple>(FicheA(TableCouples(), position));
-        return *couple;
+        auto it = couples_.find(position);
+        if (it == couples_.end()) it = couples_.emplace(position, Couple(VueFicheA(TableCouples(), position))).first;
+        return it->second;
     }
 
     // A label of the outside side of a row, read once per call.
@@ -504,6 +505,11 @@ private:
         r.LibelleGravite = gravite.libelle;
         r.Niveau = gravite.niveau;
         if (c.genre == EntreProduits && f.Entier(VDXZICOU::Sens) != 1) std::swap(premier, second);
+        // Two substances of the same parent make no row.
+        const SubstanceLigne& substance1 = premier.ligne->Substances[premier.classe->IndexSubstance];
+        const SubstanceLigne* substance2 =
+            c.genre == EntreProduits ? &second.ligne->Substances[second.classe->IndexSubstance] : nullptr;
+        if (Pere(substance1.CodeSubstance) == (substance2 ? Pere(substance2->CodeSubstance) : 0)) return;
         r.Voie1 = voie1;
         r.Voie2 = voie2;
         r.CIP1 = premier.ligne->CodeCIP;
@@ -531,7 +537,7 @@ private:
                 if (second.classe) r.Classe2 = second.classe->Libelle;
             }
         }
-        const bool doublon = c.genre != SubstanceExterieure && Doublon(r);
+        if (c.genre != SubstanceExterieure && Doublon(r)) return;
 
         const std::string texte1 = TexteDuCote(premier);
         if (c.genre == EntreProduits) {
@@ -541,12 +547,6 @@ private:
             Remplace(r.TexteType, "$2", texte1);
             Remplace(r.TexteType, "$1", r.Libelle2);
         }
-        const SubstanceLigne& substance1 = premier.ligne->Substances[premier.classe->IndexSubstance];
-        const SubstanceLigne* substance2 =
-            c.genre == EntreProduits ? &second.ligne->Substances[second.classe->IndexSubstance] : nullptr;
-        if (Pere(substance1.CodeSubstance) == (substance2 ? Pere(substance2->CodeSubstance) : 0)) return;
-        if (doublon) return;
-
         r.Reference = Reference(f);
         r.Texte1 = c.Texte(0);
         r.Texte2 = c.Texte(1);
@@ -556,7 +556,7 @@ private:
         r.Substance2 = substance2 ? substance2->CodeSubstance : 0;
         r.Substance1Associee = Associee(premier);
         if (c.genre == EntreProduits) r.Substance2Associee = Associee(second);
-        cles_.insert(CleDoublon(r.CIP1, r.CIP2, r.Classe1, r.Classe2, r.CodeCondition));
+        cles_.emplace(CleDoublon(r.CIP1, r.CIP2, r.Classe1, r.Classe2, r.CodeCondition));
         lignes.push_back(std::move(r));
     }
 
@@ -567,15 +567,16 @@ private:
 
     // A row already formed for the same two sides, in either order, under
     // the same condition.
-    static std::string CleDoublon(std::string_view cip1, std::string_view cip2, std::string_view classe1,
-                                  std::string_view classe2, std::string_view condition) {
-        std::string cle;
-        for (std::string_view partie : {condition, cip1, cip2, classe1, classe2}) cle.append(partie).push_back('\0');
-        return cle;
+    // The key is made in one buffer of the call, copied only when kept.
+    std::string_view CleDoublon(std::string_view cip1, std::string_view cip2, std::string_view classe1,
+                                std::string_view classe2, std::string_view condition) {
+        cle_.clear();
+        for (std::string_view partie : {condition, cip1, cip2, classe1, classe2}) cle_.append(partie).push_back('\0');
+        return cle_;
     }
-    bool Doublon(const FicheInteraction2& r) const {
-        return cles_.count(CleDoublon(r.CIP1, r.CIP2, r.Classe1, r.Classe2, r.CodeCondition)) ||
-               cles_.count(CleDoublon(r.CIP2, r.CIP1, r.Classe2, r.Classe1, r.CodeCondition));
+    bool Doublon(const FicheInteraction2& r) {
+        return cles_.contains(CleDoublon(r.CIP1, r.CIP2, r.Classe1, r.Classe2, r.CodeCondition)) ||
+               cles_.contains(CleDoublon(r.CIP2, r.CIP1, r.Classe2, r.Classe1, r.CodeCondition));
     }
 
     int32_t Pere(int32_t substance) {
@@ -587,8 +588,13 @@ private:
     std::vector<std::shared_ptr<const LignePrescription>> lignes_;
     int32_t niveauMin_;
     std::unordered_map<int32_t, int32_t> peres_;
-    std::unordered_map<magasin::Position, std::unique_ptr<Couple>> couples_;
-    std::unordered_set<std::string> cles_;  // of the rows formed, for Doublon
+    std::unordered_map<magasin::Position, Couple> couples_;
+    struct Hachage {
+        using is_transparent = void;
+        size_t operator()(std::string_view s) const { return std::hash<std::string_view>{}(s); }
+    };
+    std::unordered_set<std::string, Hachage, std::equal_to<>> cles_;  // of the rows formed, for Doublon
+    std::string cle_;
     std::unordered_map<int32_t, std::string> types_;
     std::unordered_map<int32_t, Gravite> gravites_;
     std::unordered_map<std::string, std::string> voies_;
@@ -661,7 +667,7 @@ std::vector<FicheInteraction2> InteractionsDuProduit(const Contexte& contexte, c
     for (const ClasseLigne& ci : ligne.Classes) {
         if (!ci.ClasseActive) continue;
         ParcourtCouples(ci.CodeClasse, [&](std::string octets) {
-            const Couple c(std::move(octets));
+            const Couple c(octets);
             const Fiche& f = c.f;
             const int32_t gravite = f.Entier(VDXZICOU::CodeGravite);
             if (!VoieDe(ligne, f.Texte(VDXZICOU::VoiesA)) ||

@@ -1,6 +1,7 @@
 #include "products/codes.h"
 
 #include <algorithm>
+#include <array>
 #include <charconv>
 #include <cmath>
 #include <cstring>
@@ -134,22 +135,23 @@ FicheStatut StatutDe(const std::string& cip) {
     return s;
 }
 
-// The codes of the lines by common name, read once per generation of the
-// tables: every label asks for them first.
+// The codes of the lines by common name, read once while their table reads
+// the same: every label asks for them first.
 bool EstMedDC(std::string_view code) {
     struct Codes {
-        uint64_t generation = 0;
-        std::string base;
+        std::array<magasin::EtatLecture, 2> etats{};
         std::unordered_set<std::string> codes;
     };
     static Codes memo;
-    const Contexte& s = ContexteCourant();
-    if (memo.generation != s.GenerationTables || memo.base != s.BaseFichiers) {
-        Codes lus{s.GenerationTables, s.BaseFichiers, {}};
+    const Table* const lue[] = {&TableMedDC()};
+    std::array<magasin::EtatLecture, 2> etats;
+    if (!EtatsDesTables(lue, etats) || etats != memo.etats) {
+        Codes lus;
         TablesOuvertes tables{&TableMedDC()};
         Curseur curseur(TableMedDC());
         for (auto p = curseur.Premiere(); p; p = curseur.Suivante())
             lus.codes.emplace(curseur.Cle().substr(0, LongueurCIP));
+        lus.etats = {magasin::EtatFichier(TableMedDC().donnees), magasin::EtatFichier(TableMedDC().index())};
         tables.Ferme();
         memo = std::move(lus);
     }

@@ -1,5 +1,7 @@
 #include "products/produits.h"
 
+#include <array>
+#include <unordered_map>
 #include <vector>
 
 #include "products/codes.h"
@@ -52,13 +54,40 @@ std::optional<std::string> LibelleProduitInterne(std::string_view code) {
     return libelle;
 }
 
-std::string LibelleProduit(const std::string& cip) {
-    // A prescription line by common name has no label here, even where
-    // a product has the same code.
-    if (EstMedDC(cip)) throw Echec{Argument1};
+namespace {
+
+// The labels given out (nullopt for a code of no product), kept while the
+// tables they are read from read the same: a host asks for the labels of the
+// same products again and again.
+class LibellesRetenus {
+public:
+    using Libelles = std::unordered_map<std::string, std::optional<std::string>>;
+
+    // The labels still good for the tables as they read now; nullptr when
+    // their states can't be read, the label then being read without them.
+    static Libelles* Courants() {
+        static LibellesRetenus memo;
+        const Table* const lues[] = {&TableProduits(), &TableComplements()};
+        std::array<magasin::EtatLecture, 2 * std::size(lues)> etats;
+        if (!EtatsDesTables(lues, etats)) return nullptr;
+        // Bounded against a host asking for ever new codes.
+        if (etats != memo.etats_ || memo.libelles_.size() >= 100000) {
+            memo.libelles_.clear();
+            memo.etats_ = etats;
+        }
+        return &memo.libelles_;
+    }
+
+private:
+    std::array<magasin::EtatLecture, 4> etats_{};
+    Libelles libelles_;
+};
+
+// The label of LibelleProduit_Vdx read from the tables.
+std::optional<std::string> LitLibelle(const std::string& cip) {
     TablesOuvertes tables{&TableProduits()};
     const std::optional<std::string> octets = FicheDuCode(TableProduits(), cip);
-    if (!octets) throw Echec{CodeInconnu};
+    if (!octets) return std::nullopt;
     const Fiche produit(*octets);
     // The narcotic rule reads VDXPROA for a product of list "A" only.
     if (produit.Texte(VDXPRO::CodeTableau) == "A") tables.Ouvre(TableComplements());
@@ -66,6 +95,25 @@ std::string LibelleProduit(const std::string& cip) {
     std::string libelle = StupefiantOuvert(produit) ? LibelleStupefiant(texte) : std::string(texte);
     tables.Ferme();
     return libelle;
+}
+
+}  // namespace
+
+std::string LibelleProduit(const std::string& cip) {
+    // A prescription line by common name has no label here, even where
+    // a product has the same code.
+    if (EstMedDC(cip)) throw Echec{Argument1};
+    std::optional<std::string> lu;
+    const std::optional<std::string>* libelle = &lu;
+    if (LibellesRetenus::Libelles* retenus = LibellesRetenus::Courants()) {
+        auto it = retenus->find(cip);
+        if (it == retenus->end()) it = retenus->emplace(cip, LitLibelle(cip)).first;
+        libelle = &it->second;
+    } else {
+        lu = LitLibelle(cip);
+    }
+    if (!*libelle) throw Echec{CodeInconnu};
+    return **libelle;
 }
 
 namespace {

@@ -5,7 +5,11 @@
 
 #include <gtest/gtest.h>
 
+#include "platform/chemin.h"
+#include "session/cadre.h"
+#include "session/codes.h"
 #include "tests/support/essai_produits.h"
+#include "tests/support/identite.h"
 
 namespace vdx {
 namespace {
@@ -48,6 +52,35 @@ TEST_F(ProduitsEtLignes, ALineByCommonNameWinsOverAProductOfItsCode) {
     EXPECT_EQ(LibelleProduit_Vdx("3000009", nullptr), VDX_ARGUMENT1);
     EXPECT_EQ(LibelleProduit_Vdx("3000001", nullptr), 1);
     EXPECT_EQ(Memoire(), "DOLIPRANE 500MG CPR");
+}
+
+// Labels are kept between calls while the product tables read the same: a
+// code unknown before, and a list "A" product made a narcotic by its status,
+// are seen as they are once the base is built again.
+TEST(ProduitsRetenus, ALabelFollowsItsTablesOnceTheBaseIsBuiltAgain) {
+    BaseDeTest base;
+    essai::AjouteIdentite(base);
+    essai::RemplitProduits(base);
+    base.Ajoute("VDXPRO", {{"CodeCIP", "3000016"}, {"Libelle", "LISTEB 2MG"}, {"CodeTableau", "A"}});
+    Contexte contexte;
+    contexte.BaseFichiers = chemin::Repertoire(base.Repertoire());
+    const DansContexte dans(contexte);
+    auto libelle = [](const char* code) {
+        try {
+            return LibelleProduit(code);
+        } catch (const Echec& e) {
+            return std::to_string(e.code);
+        }
+    };
+    for (int fois = 0; fois < 2; ++fois) {
+        EXPECT_EQ(libelle("3000016"), "LISTEB 2MG");
+        EXPECT_EQ(libelle("3000099"), std::to_string(CodeInconnu));
+    }
+    base.Ajoute("VDXPRO", {{"CodeCIP", "3000099"}, {"Libelle", "NOUVEAU 1MG"}})
+        .Ajoute("VDXPROA", {{"CodeCIP", "3000016"}, {"Prescription1", 18}});
+    base.Repertoire();
+    EXPECT_EQ(libelle("3000016"), "LISTEB 2 (deux) MG");
+    EXPECT_EQ(libelle("3000099"), "NOUVEAU 1MG");
 }
 
 TEST_F(Produits, NarcoticLabelsHaveTheirNumbersSpelledOut) {

@@ -111,9 +111,6 @@ int32_t Connecte(const char* chemin, int32_t modeSortie, int32_t chainesUnicode)
         return MagasinNonInitialise;
     }
     s.Connecte = true;
-    // Unique in the process, whatever sessions were reset in between.
-    static uint64_t generations = 0;
-    s.GenerationTables = ++generations;
     s.ModeSortie = modeSortie;
     s.ChainesUnicode = modeSortie == ModeTableau ? chainesUnicode : 0;
     return Succes;

@@ -19,9 +19,6 @@ struct Contexte {
     int32_t NiveauCI = 0;
     int32_t NiveauInteraction = 0;
     bool MedDCMasque = false;
-    // Raised at each connection and each time tables are replaced: what a
-    // subsystem keeps from the tables is good for one generation.
-    uint64_t GenerationTables = 0;
 };
 
 // The context of this thread's call: the one a core made current, else the

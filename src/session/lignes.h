@@ -106,8 +106,15 @@ const std::vector<const char*>& NomsDesChamps() {
 // moved out.
 template <class Vue, class Ligne>
 std::vector<Valeur> ValeursSelon(Ligne&& ligne) {
-    return std::apply([&](auto... c) { return std::vector<Valeur>{Valeur(std::move(ligne.*c.membre))...}; },
-                      ChampsDe<Vue>::liste);
+    // Moved in one by one: a braced list would copy every text.
+    std::vector<Valeur> valeurs;
+    std::apply(
+        [&](auto... c) {
+            valeurs.reserve(sizeof...(c));
+            (valeurs.emplace_back(std::move(ligne.*c.membre)), ...);
+        },
+        ChampsDe<Vue>::liste);
+    return valeurs;
 }
 template <class Ligne>
 std::vector<Valeur> ValeursDe(Ligne&& ligne) {

@@ -18,11 +18,15 @@ bool CheminValide(const std::string& chemin) { return chemin.size() < TailleChem
 
 // Opens `repertoire` + `nom`; when the number is still held by a call that
 // ended badly, closes it and tries once more.
-int OuvreAvecReprise(const std::string& repertoire, const char* nom, int numero, int mode) {
-    // One buffer for the paths of a thread: an open of a file seen before
-    // allocates nothing.
+// `repertoire` + `nom` in one buffer of the thread: the path of a file seen
+// before allocates nothing.
+const std::string& CheminDe(const std::string& repertoire, const char* nom) {
     thread_local std::string chemin;
-    chemin.assign(repertoire).append(nom);
+    return chemin.assign(repertoire).append(nom);
+}
+
+int OuvreAvecReprise(const std::string& repertoire, const char* nom, int numero, int mode) {
+    const std::string& chemin = CheminDe(repertoire, nom);
     if (CheminValide(chemin)) {
         if (OpenCtFile(numero, chemin.c_str(), mode) == 0) return 1;
         CloseCtFile(numero, LectureSeule);
@@ -84,6 +88,19 @@ int OuvreTableMaj(const char* nom, int numero, bool variable) {
 }
 int FermeTableMaj(const char* nom, int numero, bool variable) {
     return FermeNumero(nom, numero, variable ? Variable : Exclusif);
+}
+
+bool EtatsDesTables(std::span<const Table* const> tables, std::span<EtatLecture> etats) {
+    if (etats.size() != 2 * tables.size()) throw FauteInterne("etats des tables");
+    const std::string& base = ContexteCourant().BaseFichiers;
+    auto e = etats.begin();
+    for (const Table* t : tables)
+        for (const char* nom : {t->fichierDonnees, t->fichierIndex}) {
+            const std::string& chemin = CheminDe(base, nom);
+            *e = CheminValide(chemin) ? EtatChemin(chemin) : EtatLecture{};
+            if (*e++ == EtatLecture{}) return false;
+        }
+    return true;
 }
 
 void FermeBaseMedecin() {
@@ -231,6 +248,12 @@ std::optional<Position> Curseur::SuivanteAvec(std::string_view prefixe) {
 std::string FicheA(const Table& table, Position position) {
     std::string fiche;
     if (LitFicheEntiere(table.donnees, position, fiche) != 0) throw EchecMagasinSur(table.fichierDonnees);
+    return fiche;
+}
+
+std::string_view VueFicheA(const Table& table, Position position) {
+    std::string_view fiche;
+    if (VueFiche(table.donnees, position, fiche) != 0) throw EchecMagasinSur(table.fichierDonnees);
     return fiche;
 }
 

@@ -28,6 +28,12 @@ int FermeTableMedecinVariable(const char* nom, int numero, int mode);
 int OuvreTableMaj(const char* nom, int numero, bool variable);
 int FermeTableMaj(const char* nom, int numero, bool variable);
 
+// What the data and index files of `tables` read now, in that order into
+// `etats` (two a table), without opening them: a value drawn from their
+// records stays good while their states are the same. False when a file
+// can't be opened.
+bool EtatsDesTables(std::span<const Table* const> tables, std::span<magasin::EtatLecture> etats);
+
 // Closes the eight files of the doctor's base, as opened for writing and
 // then for reading; failures are not reported.
 void FermeBaseMedecin();
@@ -108,5 +114,8 @@ private:
 // The bytes of the record at a position, fixed or variable; a failure names
 // the data file and throws Echec(-500).
 std::string FicheA(const Table& table, magasin::Position position);
+// The same without a copy: the bytes stay good while the caller holds the
+// table open.
+std::string_view VueFicheA(const Table& table, magasin::Position position);
 
 }  // namespace vdx

@@ -523,6 +523,16 @@ EtatLecture EtatFichier(int numero) {
     return {l.fichier->instance, static_cast<uint64_t>(mdb_txn_id(l.lecture.txn))};
 }
 
+EtatLecture EtatChemin(std::string_view chemin) {
+    if (chemin.empty()) return {};
+    Statut st;
+    const std::shared_ptr<Fichier> f = etat->fichiers.Ouvre(chemin, false, st);
+    if (!f) return {};
+    MDB_envinfo info{};
+    mdb_env_info(f->env, &info);
+    return {f->instance, static_cast<uint64_t>(info.me_last_txnid)};
+}
+
 int LongueurCle(int numeroCle) {
     int k = 0;
     const Liaison* l = LiaisonCle(numeroCle, k);
@@ -549,6 +559,17 @@ int LitFicheEntiere(int numero, Position position, std::string& fiche) {
         // A fixed record has the file's length whatever was stored.
         fiche.assign(static_cast<const char*>(v.mv_data), v.mv_size);
         if (!f.Variable()) fiche.resize(f.entete.longueurFiche, '\0');
+        return {};
+    });
+}
+
+int VueFiche(int numero, Position position, std::string_view& fiche) {
+    const Liaison* l = LiaisonDonnees(numero);
+    if (!l || l->acces != Acces::Lecture) return Fin({NumeroInvalide, 0});
+    return SurFiche(numero, false, [&](Fichier& f, MDB_txn* txn) -> Statut {
+        MDB_val v;
+        if (Statut st = Cherche(f, txn, position, v); !st) return st;
+        fiche = {static_cast<const char*>(v.mv_data), v.mv_size};
         return {};
     });
 }

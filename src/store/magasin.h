@@ -14,6 +14,7 @@
 
 #include <cstdint>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace vdx::magasin {
@@ -89,6 +90,11 @@ struct EtatLecture {
     bool operator==(const EtatLecture&) const = default;
 };
 EtatLecture EtatFichier(int numero);
+// What a read-only open of the file at `chemin` would read now, without
+// binding a number or entering the file's sharing: {0, 0} when it can't be
+// opened. A value drawn from the file's records stays good while this state
+// is the same.
+EtatLecture EtatChemin(std::string_view chemin);
 
 // Key operations: `tampon` receives the key found and must hold the key's
 // length; `cle` is read for the key's length (pad text keys with NUL).
@@ -109,6 +115,11 @@ int LongueurCle(int numeroCle);
 // part. A position without a record gives PositionInvalide. NewRecord
 // reserves a record of zeros; freed positions are given again.
 int LitFiche(int numero, Position position, void* tampon);
+// The record at a position as it lies in the file, without a copy, through
+// a read-only binding (another gives NumeroInvalide): the bytes stay good
+// until the binding is closed. A fixed record is given at the length it was
+// stored with.
+int VueFiche(int numero, Position position, std::string_view& fiche);
 // Length of a record: its own for a variable file, the record length for a fixed one.
 uint32_t LongueurFiche(int numero, Position position);
 int LitFicheVariable(int numero, Position position, void* tampon, uint32_t longueur);

@@ -156,7 +156,13 @@ TEST_F(MagasinTest, VariableRecordsOfEveryLength) {
         std::string lu(n + 5, '?');
         ASSERT_EQ(LitFicheVariable(Donnees, positions[i], lu.data(), n + 5), 0);
         EXPECT_EQ(lu, textes[i] + std::string(5, '\0'));
+        // Read in place, the same bytes without a copy.
+        std::string_view vue;
+        ASSERT_EQ(VueFiche(Donnees, positions[i], vue), 0);
+        EXPECT_EQ(vue, textes[i]);
     }
+    std::string_view vue;
+    EXPECT_EQ(VueFiche(Donnees, 999, vue), PositionInvalide);
     std::string court(10, '\0');
     EXPECT_EQ(LitFicheVariable(Donnees, positions[2], court.data(), 10), Lecture);
     EXPECT_EQ(NouvelleFicheVariable(Donnees, 4), 0u);
@@ -166,6 +172,9 @@ TEST_F(MagasinTest, VariableRecordsOfEveryLength) {
     ASSERT_EQ(CreateDataFile(Donnees, Chemin("F.DAT").c_str(), 8, 4096, Partage), 0);
     EXPECT_EQ(NouvelleFicheVariable(Donnees, 4), 0u);
     EXPECT_EQ(Erreur(), GenreIncompatible);
+    // In place only through a read-only binding: a writer's bytes move.
+    const Position p = NewRecord(Donnees);
+    EXPECT_EQ(VueFiche(Donnees, p, vue), NumeroInvalide);
 }
 
 TEST_F(MagasinTest, FreedPositionsAreGivenAgainAcrossOpens) {
@@ -257,6 +266,40 @@ TEST_F(MagasinTest, FilesThatAreNoTablesGiveTwelve) {
     EXPECT_EQ(std::filesystem::file_size(Chemin("VIDE.DAT")), 0u);  // not made a database
     // The good ones still open.
     Ouvre();
+}
+
+// The state a value kept from a file is checked against, read without a
+// binding: it changes with every commit and every replacement, and is the
+// state a read-only open then reads.
+TEST_F(MagasinTest, AFileStateIsReadWithoutBindingAndFollowsCommitsAndReplacements) {
+    const std::string donnees = Chemin("T.DAT");
+    EXPECT_EQ(EtatChemin(donnees), EtatLecture{});  // no file yet
+    EXPECT_EQ(EtatChemin(""), EtatLecture{});
+    Cree();
+    Ajoute("A", "un");
+    Ferme();
+    const EtatLecture premier = EtatChemin(donnees);
+    EXPECT_NE(premier, EtatLecture{});
+    Ouvre();
+    EXPECT_EQ(EtatFichier(Donnees), premier);
+    Ferme();
+    EXPECT_EQ(EtatChemin(donnees), premier);  // nothing written since
+
+    Ouvre("T", Exclusif);
+    Ajoute("B", "deux");
+    Ferme();
+    const EtatLecture deuxieme = EtatChemin(donnees);
+    EXPECT_NE(deuxieme, premier);
+    Ouvre();
+    EXPECT_EQ(EtatFichier(Donnees), deuxieme);
+    Ferme();
+
+    Cree("N");
+    Ferme();
+    MarqueRemplace(donnees.c_str());
+    std::filesystem::rename(Chemin("N.DAT"), donnees);
+    const EtatLecture remplace = EtatChemin(donnees);
+    EXPECT_NE(remplace.fichier, deuxieme.fichier);
 }
 
 TEST_F(MagasinTest, AReplacedFileIsSeenAtTheNextOpen) {
