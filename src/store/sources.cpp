@@ -184,6 +184,23 @@ std::vector<std::string> FichesDerivees(const Disposition& d, const std::vector<
 
 bool EstDerivee(const Disposition& d) { return Est(d, "VDXVPRO") || Est(d, "VDXLABP"); }
 
+// The records of VDXDAT that name the tables a base was built from sources:
+// the builder's own, never taken from a source nor given back by a dump.
+bool EstFicheDesSources(const Disposition& d, const Enregistrement& e) {
+    return Est(d, "VDXDAT") && Fiche(e.fiche).Entier(VDXDAT::Numero) >= VDXDAT::PremiereTableSourcee;
+}
+
+std::vector<Enregistrement> FichesDesSources(const Disposition& d, const std::vector<std::string>& tables) {
+    std::vector<Enregistrement> fiches;
+    for (size_t i = 0; i < tables.size(); ++i) {
+        FicheEcrite f(d.longueur);
+        f.Entier(VDXDAT::Numero, VDXDAT::PremiereTableSourcee + static_cast<int32_t>(i));
+        if (!f.Texte(VDXDAT::Texte, tables[i])) throw ErreurSource(tables[i] + ": nom de table trop long");
+        fiches.push_back({std::move(f.Octets()), {}, {}, "VDXDAT (des sources)"});
+    }
+    return fiches;
+}
+
 // Fills one table, created in `dossier` (or copied from `modele` when it has
 // no records); the records of VDXPRO are kept as filed in `produits`.
 void Remplis(const Disposition& d, const fs::path& dossier, const std::vector<Enregistrement>& fiches,
@@ -505,15 +522,19 @@ RapportConstruction ConstruitBase(const std::vector<Source>& sources, const fs::
     try {
         OteConstructionsAbandonnees(base, ".construction-");
         construite = DossierTemporaire(base, ".construction-");
-        std::vector<std::string> produits;
+        std::vector<std::string> produits, sourcees;
+        for (const Disposition& d : Dispositions())
+            if (d.table->emplacement == options.emplacement && parTable.count(d.table)) sourcees.push_back(d.table->nom);
         for (const Disposition& d : Dispositions()) {
             if (d.table->emplacement != options.emplacement) continue;
             std::vector<Enregistrement> fiches;
             if (EstDerivee(d))
                 for (std::string& f : FichesDerivees(d, produits))
                     fiches.push_back({std::move(f), {}, {}, std::string(d.table->nom) + " (de VDXPRO)"});
+            if (Est(d, "VDXDAT") && !sourcees.empty()) fiches = FichesDesSources(d, sourcees);
             if (auto s = parTable.find(d.table); s != parTable.end())
-                fiches.insert(fiches.end(), s->second->fiches.begin(), s->second->fiches.end());
+                std::ranges::copy_if(s->second->fiches, std::back_inserter(fiches),
+                                     [&](const Enregistrement& e) { return !EstFicheDesSources(d, e); });
             else if (!EstDerivee(d))
                 rapport.sansSource.push_back(d.table->nom);
             Remplis(d, construite, fiches, options.modele, rapport, Est(d, "VDXPRO") ? &produits : nullptr);
@@ -561,8 +582,17 @@ bool TableVide(const fs::path& base, const Table& t) {
     return vide;
 }
 
+std::vector<std::string> TablesSourcees(const fs::path& base) {
+    std::vector<std::string> tables;
+    for (const Enregistrement& e : LitTable(base, DispositionDe(TableDuCatalogue("VDXDAT"))))
+        if (Fiche(e.fiche).Entier(VDXDAT::Numero) >= VDXDAT::PremiereTableSourcee)
+            tables.emplace_back(Fiche(e.fiche).Texte(VDXDAT::Texte));
+    return tables;
+}
+
 std::vector<Enregistrement> FichesPropres(const fs::path& base, const Disposition& d) {
     std::vector<Enregistrement> fiches = LitTable(base, d);
+    std::erase_if(fiches, [&](const Enregistrement& e) { return EstFicheDesSources(d, e); });
     if (!EstDerivee(d)) return fiches;
     std::vector<std::string> produits;
     for (Enregistrement& p : LitTable(base, DispositionDe(TableDuCatalogue("VDXPRO")))) produits.push_back(std::move(p.fiche));

@@ -121,8 +121,12 @@ std::vector<Enregistrement> LitTable(const std::filesystem::path& base, const Di
 // Whether a table of a base holds no record; throws ErreurSource when its
 // files can't be read.
 bool TableVide(const std::filesystem::path& base, const Table& table);
-// The same without the records that the builder files from VDXPRO.
+// The records of a table without those that the builder files from
+// VDXPRO, nor those of VDXDAT that name the tables from sources.
 std::vector<Enregistrement> FichesPropres(const std::filesystem::path& base, const Disposition& disposition);
+// The tables that came from sources when the base was built, as VDXDAT
+// names them (none for a base built before they were named).
+std::vector<std::string> TablesSourcees(const std::filesystem::path& base);
 // Writes one source a table that has records, and removes the source of a
 // table that has none; tables whose files are missing are passed over.
 void VideBase(const std::filesystem::path& base, const std::filesystem::path& sources,

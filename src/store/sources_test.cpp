@@ -218,6 +218,7 @@ TEST_F(Base, AnEmptySourceDirectoryGivesAValidEmptyBase) {
         EXPECT_EQ(fs::exists(dossier_ / "base" / t.fichierIndex), t.emplacement == Emplacement::Base);
     }
     EXPECT_TRUE(LitTable(dossier_ / "base", Dispo("VDXZICOU")).empty());
+    EXPECT_TRUE(TablesSourcees(dossier_ / "base").empty());
     VideBase(dossier_ / "base", dossier_ / "vidage");
     EXPECT_TRUE(fs::is_empty(dossier_ / "vidage"));
 }
@@ -281,6 +282,26 @@ TEST_F(Base, ProductsAreFiledByCategoryAndLaboratoryAndTheirLabelsMadeUnique) {
 
 // A killed build leaves its directory beside the base: the next build
 // removes those of processes that no longer run, never a running one's.
+// A base names the tables it was built of, so that a table missing from the
+// sources is told from one that is empty in them; the names are the
+// builder's own records, neither dumped nor taken back from an older dump.
+TEST_F(Base, ABaseNamesTheTablesThatCameFromSources) {
+    const fs::path sources = dossier_ / "sources", base = dossier_ / "base", vidage = dossier_ / "vidage";
+    Ecrit(sources / "VDXYALD.tsv", "Code\tLibelle\n1\tPremier\n");
+    Ecrit(sources / "VDXZICOU.tsv", "ClasseA\tClasseB\n");  // a source without records
+    Ecrit(sources / "VDXDAT.tsv", "Numero\tTexte\n1\t01/06/2026\n100\tVDXPRO\n");
+    const RapportConstruction rapport = ConstruitBase(sources, base);
+    const std::vector<std::string> attendues{"VDXDAT", "VDXZICOU", "VDXYALD"};  // in the order of the catalogue
+    EXPECT_EQ(TablesSourcees(base), attendues);
+    EXPECT_EQ(std::ranges::count(rapport.sansSource, "VDXPRO"), 1);
+    EXPECT_EQ(std::ranges::count(rapport.sansSource, "VDXZICOU"), 0);
+
+    VideBase(base, vidage);
+    EXPECT_EQ(Fichiers(vidage).at("VDXDAT.tsv"), "Numero\tTexte\n1\t01/06/2026\n");
+    ConstruitBase(vidage, base, Options(true));
+    EXPECT_EQ(TablesSourcees(base), (std::vector<std::string>{"VDXDAT", "VDXYALD"}));  // the empty one was not dumped
+}
+
 TEST_F(Base, ABuildRemovesWhatKilledBuildsLeft) {
     const fs::path base = dossier_ / "base";
     Ecrit(dossier_ / "bonnes" / "VDXYALD.tsv", "Code\tLibelle\n1\tPremier\n");
@@ -327,7 +348,7 @@ TEST_F(Base, AFurtherKeyAlreadyHeldLeavesTheRecordOutOfItWithAWarning) {
     Ecrit(dossier_ / "sources" / "VDXCLA.tsv",
           "CodeClasse\tLibelle\tLibelleCle\nA01\tUn\t" + libelle + "1\nA02\tDeux\t" + libelle + "2\n");
     const RapportConstruction rapport = ConstruitBase(dossier_ / "sources", dossier_ / "base");
-    EXPECT_EQ(rapport.fiches, 2u);
+    EXPECT_EQ(rapport.fiches, 3u);  // the two classes, and VDXDAT's record naming VDXCLA
     ASSERT_EQ(rapport.avertissements.size(), 1u);
     EXPECT_EQ(rapport.avertissements[0], "VDXCLA.tsv:3: cle 5 deja presente, la fiche n'y est pas");
     EXPECT_EQ(LitTable(dossier_ / "base", Dispo("VDXCLA")).size(), 2u);

@@ -109,6 +109,9 @@ inline constexpr int32_t Version = 0;
 inline constexpr int32_t Date = 1;  // JJ/MM/AAAA
 inline constexpr int32_t Monnaie = 2;
 inline constexpr int32_t VersionFichiers = 3;
+// From this key on, one record a table that came from a source when the
+// base was built, its name as text, in the order of the catalogue.
+inline constexpr int32_t PremiereTableSourcee = 100;
 }  // namespace VDXDAT
 
 // Laboratories, row "|LABF|". Keys: the four characters of the code; the
