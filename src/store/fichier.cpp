@@ -127,6 +127,11 @@ Statut Fichier::LitEntete() {
     return rc ? Statut{OuvertureImpossible, Detail(rc)} : Statut{};
 }
 
+bool& Synchronisation() {
+    static bool oui = true;
+    return oui;
+}
+
 Instantane Fichier::PrendLecture(Statut& statut) {
     Instantane l;
     if (!lectures_.empty()) {
@@ -325,7 +330,7 @@ std::shared_ptr<Fichier> Fichiers::Cree(const std::string& chemin, const Entete&
         return echec({Creation, Detail(rc)}, env);
     }
     rc = mdb_txn_commit(txn);
-    if (!rc) rc = mdb_env_sync(env, 1);
+    if (!rc && Synchronisation()) rc = mdb_env_sync(env, 1);
     if (rc) return echec({Creation, Detail(rc)}, env);
 
     auto f = std::make_shared<Fichier>(chemin, env, false);

@@ -41,6 +41,9 @@ struct Statut {
     explicit operator bool() const { return erreur == 0; }
 };
 
+// Whether writes are synced to disk (SynchroniseEcritures).
+bool& Synchronisation();
+
 // An LMDB result as a Statut; `defaut` names the failure of the operation.
 Statut DeLmdb(int rc, Erreur defaut);
 

@@ -26,6 +26,11 @@
 
 namespace vdx::essai {
 
+// A new directory for a test's throwaway files, `motif` ending in XXXXXX:
+// in memory (/dev/shm) when it has a gigabyte free, else in the system's
+// temporary directory.
+std::string DossierTemporaire(const char* motif);
+
 class BaseDeTest {
 public:
     // A value of a field: a text, or a number that is written as the

@@ -7,6 +7,7 @@
 #include <cstring>
 #include <filesystem>
 #include <strings.h>
+#include <utility>
 
 #include "store/fichier.h"
 #include "store/partage.h"
@@ -163,7 +164,8 @@ Statut Detache(Liaison& l) {
     } else {
         if (--f.ecrivains == 0) {
             st = f.FinEcriture(true);
-            if (const int rc = mdb_env_sync(f.env, 1); rc && st) st = {Ecriture, static_cast<int16_t>(rc)};
+            if (const int rc = Synchronisation() ? mdb_env_sync(f.env, 1) : 0; rc && st)
+                st = {Ecriture, static_cast<int16_t>(rc)};
         }
         f.partage->SortEcrivain();
     }
@@ -487,6 +489,8 @@ void TermineMagasin() {
     etat->fichiers.Vide();
     Fin({});
 }
+
+bool SynchroniseEcritures(bool oui) { return std::exchange(Synchronisation(), oui); }
 
 int OpenCtFile(int numero, const char* chemin, int mode) {
     if (!Libre(numero)) return Fin({NumeroInvalide, 0});

@@ -63,6 +63,10 @@ enum Mode : int {
 };
 
 int InitialiseMagasin(int tampons, int fichiers, int secteurs);
+// Whether writes are synced to disk when a file is created and when its last
+// writer closes it (the default). A process that makes throwaway bases (a
+// test's fixtures) turns it off; the previous setting is returned.
+bool SynchroniseEcritures(bool oui);
 Globales* GlobalesMagasin();
 void TermineMagasin();
 

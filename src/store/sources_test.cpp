@@ -35,9 +35,7 @@ OptionsConstruction Options(bool remplace, Emplacement emplacement = Emplacement
 class Dossier {
 public:
     Dossier() {
-        std::string modele = (fs::temp_directory_path() / "vdx32-sources-XXXXXX").string();
-        if (mkdtemp(modele.data()) == nullptr) throw std::runtime_error("mkdtemp");
-        chemin_ = modele;
+        chemin_ = essai::DossierTemporaire("vdx32-sources-XXXXXX");
     }
     ~Dossier() { fs::remove_all(chemin_); }
     fs::path operator/(const std::string& nom) const { return chemin_ / nom; }

@@ -15,6 +15,7 @@
 #include <vector>
 
 #include "platform/codepage.h"
+#include "store/fixture.h"
 #include "tools/vdx/import.h"
 
 namespace vdx::import::essai {
@@ -81,9 +82,7 @@ inline const char* const CouplesThesaurus =
 class Dossier {
 public:
     Dossier() {
-        std::string modele = (fs::temp_directory_path() / "vdx32-import-XXXXXX").string();
-        if (mkdtemp(modele.data()) == nullptr) throw std::runtime_error("mkdtemp");
-        chemin_ = modele;
+        chemin_ = vdx::essai::DossierTemporaire("vdx32-import-XXXXXX");
     }
     ~Dossier() { fs::remove_all(chemin_); }
     const fs::path& chemin() const { return chemin_; }

@@ -11,6 +11,7 @@
 #include <string_view>
 
 #include "store/magasin.h"
+#include "store/fixture.h"
 #include "store/partage.h"
 
 namespace vdx::magasin::essai {
@@ -35,9 +36,7 @@ protected:
 
     void SetUp() override {
         TermineMagasin();  // nothing cached from another test's directory
-        std::string modele = (std::filesystem::temp_directory_path() / "vdx32-magasin-XXXXXX").string();
-        ASSERT_NE(::mkdtemp(modele.data()), nullptr);
-        dossier_ = modele;
+        dossier_ = vdx::essai::DossierTemporaire("vdx32-magasin-XXXXXX");
         std::filesystem::create_directory(dossier_ + "/partage");
         FixeDossierPartage(dossier_ + "/partage");
         ASSERT_EQ(InitialiseMagasin(867, 289, 16), 0);
