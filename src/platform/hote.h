@@ -107,13 +107,16 @@ std::string VersTexte(BSTR chaine);
 // replaced atomically (written beside, then renamed over), so a reader sees
 // the old text or the new one, never a part. Texts are bytes, code page 1252.
 // A host in mode 1 reads its results from that file and writes its input
-// lists to it the same way.
+// lists to it the same way. On Windows it is the clipboard, as CF_TEXT (a
+// text up to its first NUL), tried again for up to a second while another
+// program holds it.
 void PoseTextePartage(std::string_view texte);  // throws std::system_error if it can't be written
 // The text in the slot; empty if there is none. Throws std::system_error if
 // the slot exists but can't be read, or belongs to another user.
 std::string PrendTextePartage();
 // "$XDG_RUNTIME_DIR/vdx32-presse-papiers.txt"; without XDG_RUNTIME_DIR,
-// "<temporary directory>/vdx32-presse-papiers-<uid>.txt".
+// "<temporary directory>/vdx32-presse-papiers-<uid>.txt". "CF_TEXT" on
+// Windows.
 std::string CheminTextePartage();
 
 // The user's runtime directory: $XDG_RUNTIME_DIR, else $TMPDIR, else /tmp;

@@ -1,13 +1,13 @@
 #include "store/fichier.h"
 
-#include <fcntl.h>
-#include <sys/stat.h>
-#include <time.h>
-#include <unistd.h>
-
 #include <cerrno>
 #include <cstdio>
 #include <cstring>
+#include <filesystem>
+#include <type_traits>
+
+#include "platform/chemin.h"
+#include "platform/horloge.h"
 
 namespace vdx::magasin {
 
@@ -27,17 +27,24 @@ constexpr char CleEntete[] = "VDX32";
 constexpr size_t TailleCarte = size_t{4} << 30;
 constexpr int64_t IntervalleControle = 1'000'000'000;  // ns between two stats of an idle file
 
-int64_t MaintenantGrossier() {
-    timespec t{};
-    ::clock_gettime(CLOCK_MONOTONIC_COARSE, &t);
-    return int64_t{t.tv_sec} * 1'000'000'000 + t.tv_nsec;
-}
-
 Statut Etranger() { return {OuvertureImpossible, FichierEtranger}; }
 
 int16_t Detail(int e) { return static_cast<int16_t>(e); }
 
 std::string NomCle(int k) { return "cle" + std::to_string(k + 1); }
+
+// A descriptor (Linux) or a HANDLE (Windows) as an integer.
+template <class Descripteur>
+intptr_t EnEntier(Descripteur d) {
+    if constexpr (std::is_pointer_v<Descripteur>) return reinterpret_cast<intptr_t>(d);
+    else return static_cast<intptr_t>(d);
+}
+
+// The file under an environment, as LMDB holds it open.
+bool DecritEnvironnement(MDB_env* env, systeme::EtatFichier& etat) {
+    mdb_filehandle_t descripteur{};
+    return mdb_env_get_fd(env, &descripteur) == 0 && systeme::DecritOuvert(EnEntier(descripteur), etat);
+}
 
 MDB_val Val(const void* p, size_t n) { return MDB_val{n, const_cast<void*>(p)}; }
 
@@ -194,17 +201,17 @@ namespace {
 // table file of this store, without touching any page the file lacks.
 std::shared_ptr<Fichier> OuvreEnvironnement(const std::string& chemin, bool ecriture, Statut& statut) {
     for (int essai = 0; essai < 3; ++essai) {
-        struct stat avant {};
-        if (::stat(chemin.c_str(), &avant) != 0) {
+        systeme::EtatFichier avant;
+        if (!systeme::DecritChemin(chemin.c_str(), avant)) {
             statut = {OuvertureImpossible, Detail(errno)};
             return nullptr;
         }
         // LMDB would make a new database of an empty file opened for writing.
-        if (!S_ISREG(avant.st_mode) || avant.st_size == 0) {
+        if (!avant.regulier || avant.taille == 0) {
             statut = Etranger();
             return nullptr;
         }
-        auto partage = PartageFichier::Pour(avant.st_dev, avant.st_ino);
+        auto partage = PartageFichier::Pour(avant.identite, chemin.c_str());
         if (!partage) {
             statut = {OuvertureImpossible, Detail(errno)};
             return nullptr;
@@ -226,28 +233,26 @@ std::shared_ptr<Fichier> OuvreEnvironnement(const std::string& chemin, bool ecri
             return nullptr;
         }
         auto f = std::make_shared<Fichier>(chemin, env, !ecriture);
-        int fd = -1;
-        struct stat ouvert {};
-        if (mdb_env_get_fd(env, &fd) != 0 || ::fstat(fd, &ouvert) != 0) {
+        systeme::EtatFichier ouvert;
+        if (!DecritEnvironnement(env, ouvert)) {
             statut = {OuvertureImpossible, Detail(errno)};
             return nullptr;
         }
-        if (ouvert.st_dev != avant.st_dev || ouvert.st_ino != avant.st_ino) continue;  // replaced meanwhile
+        if (ouvert.identite != avant.identite) continue;  // replaced meanwhile
         // A truncated file would fault when its missing pages are read.
         MDB_envinfo info{};
         MDB_stat ms{};
         mdb_env_info(env, &info);
         mdb_env_stat(env, &ms);
         if (ms.ms_psize == 0 || (static_cast<uint64_t>(info.me_last_pgno) + 1) * ms.ms_psize >
-                                    static_cast<uint64_t>(ouvert.st_size)) {
+                                    ouvert.taille) {
             statut = Etranger();
             return nullptr;
         }
-        f->dev = ouvert.st_dev;
-        f->ino = ouvert.st_ino;
+        f->identite = ouvert.identite;
         f->partage = std::move(partage);
         f->generation = generation;
-        f->prochainControle = MaintenantGrossier() + IntervalleControle;
+        f->prochainControle = horloge::MaintenantGrossier() + IntervalleControle;
         if (!(statut = f->LitEntete())) return nullptr;
         return f;
     }
@@ -264,10 +269,10 @@ std::shared_ptr<Fichier> Fichiers::Ouvre(std::string_view chemin, bool ecriture,
         if (f.liaisons > 0) return it->second;  // in use here: it is the file our bindings see
         bool reprendre = ecriture && f.lectureSeule;
         const uint32_t generation = f.partage->Generation();
-        const int64_t maintenant = MaintenantGrossier();
+        const int64_t maintenant = horloge::MaintenantGrossier();
         if (!reprendre && (generation != f.generation || maintenant >= f.prochainControle)) {
-            struct stat st {};
-            reprendre = ::stat(f.chemin.c_str(), &st) != 0 || st.st_dev != f.dev || st.st_ino != f.ino;
+            systeme::EtatFichier etat;
+            reprendre = !systeme::DecritChemin(f.chemin.c_str(), etat) || etat.identite != f.identite;
             f.generation = generation;
             f.prochainControle = maintenant + IntervalleControle;
         }
@@ -297,11 +302,12 @@ std::shared_ptr<Fichier> Fichiers::Cree(const std::string& chemin, const Entete&
         parChemin_.erase(it);
     }
     // Built aside, then renamed in place: a reader sees the old file or the whole new one.
-    const std::string provisoire = chemin + ".vdx32-" + std::to_string(::getpid());
-    ::unlink(provisoire.c_str());
+    const std::string provisoire = chemin + ".vdx32-" + std::to_string(vdx::chemin::NumeroProcessus());
+    std::error_code ignore;
+    std::filesystem::remove(provisoire, ignore);
     auto echec = [&](Statut s, MDB_env* env) -> std::shared_ptr<Fichier> {
         if (env) mdb_env_close(env);
-        ::unlink(provisoire.c_str());
+        std::filesystem::remove(provisoire, ignore);
         statut = s;
         return nullptr;
     };
@@ -334,23 +340,22 @@ std::shared_ptr<Fichier> Fichiers::Cree(const std::string& chemin, const Entete&
     if (rc) return echec({Creation, Detail(rc)}, env);
 
     auto f = std::make_shared<Fichier>(chemin, env, false);
-    int fd = -1;
-    struct stat st {};
-    if (mdb_env_get_fd(env, &fd) != 0 || ::fstat(fd, &st) != 0) return echec({Creation, Detail(errno)}, nullptr);
-    f->dev = st.st_dev;
-    f->ino = st.st_ino;
-    f->partage = PartageFichier::Pour(st.st_dev, st.st_ino);
+    systeme::EtatFichier etat;
+    if (!DecritEnvironnement(env, etat)) return echec({Creation, Detail(errno)}, nullptr);
+    f->identite = etat.identite;
+    f->partage = PartageFichier::Pour(etat.identite, provisoire.c_str());
     if (!f->partage) return echec({Creation, Detail(errno)}, nullptr);
     f->generation = f->partage->Generation();
-    f->prochainControle = MaintenantGrossier() + IntervalleControle;
+    f->prochainControle = horloge::MaintenantGrossier() + IntervalleControle;
     if (!(statut = f->LitEntete())) return echec(statut, nullptr);
     // Entered before it has its name, so that nobody reads it half-made.
     if (f->partage->EntreEcrivain(exclusif) != Entree::Ok) return echec({Creation, TenuAilleurs}, nullptr);
     MarqueRemplaceChemin(chemin.c_str());
-    if (::rename(provisoire.c_str(), chemin.c_str()) != 0) {
-        const int e = errno;
+    std::error_code renomme;
+    std::filesystem::rename(provisoire, chemin, renomme);
+    if (renomme) {
         f->partage->SortEcrivain();
-        return echec({Creation, Detail(e)}, nullptr);
+        return echec({Creation, Detail(renomme.value())}, nullptr);
     }
     parChemin_.emplace(chemin, f);
     return f;

@@ -18,7 +18,6 @@
 #pragma once
 
 #include <lmdb.h>
-#include <sys/types.h>
 
 #include <array>
 #include <cstdint>
@@ -86,8 +85,7 @@ public:
     MDB_env* const env;
     const bool lectureSeule;  // opened MDB_RDONLY
     const uint64_t instance;  // never the same twice in a process
-    dev_t dev = 0;
-    ino_t ino = 0;
+    systeme::IdentiteFichier identite;
     std::shared_ptr<PartageFichier> partage;
     uint32_t generation = 0;        // of the shared record when this was checked
     int64_t prochainControle = 0;   // when to stat the path again

@@ -1,13 +1,10 @@
 #include "store/fixture.h"
 
-#include <stdlib.h>
-#include <sys/statvfs.h>
-#include <unistd.h>
-
 #include <algorithm>
 #include <charconv>
 #include <filesystem>
 
+#include "platform/fichiers.h"
 #include "store/layouts.h"
 #include "store/magasin.h"
 
@@ -17,13 +14,13 @@ std::string DossierTemporaire(const char* motif) {
     // Creating a file on a disk's file system costs about a millisecond, and
     // a base is 238 of them.
     static const std::filesystem::path parent = [] {
-        struct statvfs s {};
-        const bool place = ::statvfs("/dev/shm", &s) == 0 && ::access("/dev/shm", W_OK) == 0 &&
-                           uint64_t{s.f_bavail} * s.f_frsize >= (uint64_t{1} << 30);
-        return place ? std::filesystem::path("/dev/shm") : std::filesystem::temp_directory_path();
+        std::error_code e;
+        const auto place = std::filesystem::space("/dev/shm", e);
+        return !e && place.available >= (uint64_t{1} << 30) ? std::filesystem::path("/dev/shm")
+                                                               : std::filesystem::temp_directory_path();
     }();
     std::string modele = (parent / motif).string();
-    if (mkdtemp(modele.data()) == nullptr) throw ErreurSource(modele + ": dossier temporaire impossible");
+    if (!systeme::CreeDossierUnique(modele)) throw ErreurSource(modele + ": dossier temporaire impossible");
     return modele;
 }
 

@@ -1,12 +1,10 @@
 #include "store/magasin.h"
 
-#include <pthread.h>
-
 #include <algorithm>
+#include <cctype>
 #include <cerrno>
 #include <cstring>
 #include <filesystem>
-#include <strings.h>
 #include <utility>
 
 #include "store/fichier.h"
@@ -71,7 +69,7 @@ void ApresFork() {
     globales = {};
 }
 
-[[maybe_unused]] const int atfork = pthread_atfork(nullptr, nullptr, ApresFork);
+[[maybe_unused]] const bool atfork = (systeme::ApresFork(ApresFork), true);
 
 int Fin(Statut s) {
     globales.ErreurMagasin = s.erreur;
@@ -116,8 +114,13 @@ Liaison* Ecrivain(Liaison* l, Statut& st) {
 bool GenreConforme(std::string_view chemin, const Fichier& f) {
     if (chemin.size() < 4) return true;
     const char* ext = chemin.data() + chemin.size() - 4;
-    if (strncasecmp(ext, ".dat", 4) == 0) return f.Donnees();
-    if (strncasecmp(ext, ".ndx", 4) == 0) return !f.Donnees();
+    auto est = [ext](const char* minuscules) {
+        for (int i = 0; i < 4; ++i)
+            if (std::tolower(static_cast<unsigned char>(ext[i])) != minuscules[i]) return false;
+        return true;
+    };
+    if (est(".dat")) return f.Donnees();
+    if (est(".ndx")) return !f.Donnees();
     return true;
 }
 
@@ -777,7 +780,7 @@ void MarqueRemplaceDossier(const char* dossier) {
     std::error_code e;
     if (!dossier) return;
     for (const auto& entree : std::filesystem::directory_iterator(dossier, e))
-        if (entree.is_regular_file(e)) MarqueRemplaceChemin(entree.path().c_str());
+        if (entree.is_regular_file(e)) MarqueRemplaceChemin(entree.path().string().c_str());
 }
 
 }  // namespace vdx::magasin

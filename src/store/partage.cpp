@@ -1,17 +1,10 @@
 #include "store/partage.h"
 
-#include <dirent.h>
-#include <fcntl.h>
-#include <sys/mman.h>
-#include <sys/stat.h>
-#include <unistd.h>
-
 #include <cerrno>
-#include <cstdio>
-#include <cstdlib>
-#include <cstring>
 #include <map>
 #include <utility>
+
+#include "platform/chemin.h"
 
 namespace vdx::magasin {
 
@@ -19,10 +12,9 @@ namespace {
 
 constexpr int EmplacementsEcrivains = 8;
 constexpr int EmplacementsLecteurs = 500;
-constexpr off_t OctetEcrivains = 0;
-constexpr off_t OctetTransaction = 1;
-constexpr off_t OctetPresence = 2;
-constexpr off_t PremierOctetLecteur = 64;
+constexpr int OctetEcrivains = 0;
+constexpr int OctetTransaction = 1;
+constexpr int PremierOctetLecteur = 64;
 constexpr size_t TailleZone = 4096;
 
 }  // namespace
@@ -41,143 +33,36 @@ static_assert(std::atomic<int32_t>::is_always_lock_free);
 
 namespace {
 
-// A fresh file is all zeros, which is a valid empty record: no set-up race.
+// A fresh record is all zeros, which is a valid empty one: no set-up race.
 struct Registre {
-    std::map<std::pair<dev_t, ino_t>, std::weak_ptr<PartageFichier>> parIdentite;
-    std::string dossier;
-    bool balaye = false;
+    std::map<systeme::IdentiteFichier, std::weak_ptr<PartageFichier>> parIdentite;
 };
 
 Registre* registre = new Registre;  // left to the process; a forked child drops it
 
-const std::string& Dossier() {
-    if (registre->dossier.empty()) {
-        const char* xdg = std::getenv("XDG_RUNTIME_DIR");
-        for (const char* d : {"/dev/shm", xdg, "/tmp"}) {
-            if (d && *d && ::access(d, W_OK | X_OK) == 0) {
-                registre->dossier = d;
-                break;
-            }
-        }
-        if (registre->dossier.empty()) registre->dossier = "/tmp";
-    }
-    return registre->dossier;
-}
-
-std::string NomRecord(dev_t dev, ino_t ino) {
-    char nom[64];
-    std::snprintf(nom, sizeof nom, "/vdx32-%llx-%llx", static_cast<unsigned long long>(dev),
-                  static_cast<unsigned long long>(ino));
-    return Dossier() + nom;
-}
-
-PartageFichier::Zone* Projette(int fd) {
-    void* p = ::mmap(nullptr, TailleZone, PROT_READ | PROT_WRITE, MAP_SHARED, fd, 0);
-    return p == MAP_FAILED ? nullptr : static_cast<PartageFichier::Zone*>(p);
-}
-
-bool Verrou(int fd, short type, off_t octet, bool attendre) {
-    struct flock fl {};
-    fl.l_type = type;
-    fl.l_whence = SEEK_SET;
-    fl.l_start = octet;
-    fl.l_len = 1;
-    int r;
-    while ((r = ::fcntl(fd, attendre ? F_OFD_SETLKW : F_OFD_SETLK, &fl)) == -1 && errno == EINTR) {
-    }
-    return r == 0;
-}
-
-// Whether another open file description holds a lock on that byte.
-bool TenuParAutre(int fd, off_t octet) {
-    struct flock fl {};
-    fl.l_type = F_WRLCK;
-    fl.l_whence = SEEK_SET;
-    fl.l_start = octet;
-    fl.l_len = 1;
-    if (::fcntl(fd, F_OFD_GETLK, &fl) != 0) return true;  // in doubt, someone holds it
-    return fl.l_type != F_UNLCK;
-}
-
-// Records nobody holds (every holder keeps a shared lock on byte 2) belong
-// to files no process has open: they go, or they would pile up, one for every
-// table file ever made.
-void Balaie() {
-    DIR* d = ::opendir(Dossier().c_str());
-    if (!d) return;
-    while (const dirent* e = ::readdir(d)) {
-        if (std::strncmp(e->d_name, "vdx32-", 6) != 0) continue;
-        const std::string nom = Dossier() + "/" + e->d_name;
-        const int fd = ::open(nom.c_str(), O_RDWR | O_CLOEXEC);
-        if (fd < 0) continue;
-        if (Verrou(fd, F_WRLCK, OctetPresence, false)) ::unlink(nom.c_str());
-        ::close(fd);
-    }
-    ::closedir(d);
-}
-
-// The record file, held: a sweep that took it meanwhile leaves it unlinked, then it is made again.
-int OuvreRecord(const std::string& nom) {
-    for (;;) {
-        const int fd = ::open(nom.c_str(), O_RDWR | O_CREAT | O_CLOEXEC, 0666);
-        if (fd < 0) return -1;
-        struct stat st {};
-        if (!Verrou(fd, F_RDLCK, OctetPresence, true) || ::fstat(fd, &st) != 0) {
-            const int e = errno;
-            ::close(fd);
-            errno = e;
-            return -1;
-        }
-        if (st.st_nlink > 0) return fd;
-        ::close(fd);
-    }
-}
-
 }  // namespace
 
-std::shared_ptr<PartageFichier> PartageFichier::Pour(dev_t dev, ino_t ino) {
-    auto& cache = registre->parIdentite[{dev, ino}];
+std::shared_ptr<PartageFichier> PartageFichier::Pour(const systeme::IdentiteFichier& identite, const char* chemin) {
+    auto& cache = registre->parIdentite[identite];
     if (auto p = cache.lock()) return p;
-    if (!registre->balaye) {
-        registre->balaye = true;
-        Balaie();
-    }
-    const std::string nom = NomRecord(dev, ino);
-    const int fd = OuvreRecord(nom);
-    if (fd < 0) return nullptr;
-    struct stat st {};
-    if (::fstat(fd, &st) != 0 || (st.st_size < static_cast<off_t>(TailleZone) && ::ftruncate(fd, TailleZone) != 0)) {
-        const int e = errno;
-        ::close(fd);
-        errno = e;
-        return nullptr;
-    }
-    // Other users' processes read the same base: the umask must not keep them out.
-    if ((st.st_mode & 0666) != 0666 && st.st_uid == ::geteuid()) ::fchmod(fd, 0666);
-    Zone* zone = Projette(fd);
-    if (!zone) {
-        const int e = errno;
-        ::close(fd);
-        errno = e;
-        return nullptr;
-    }
-    std::shared_ptr<PartageFichier> p(new PartageFichier(fd, zone));
+    std::unique_ptr<systeme::RecordPartage> record = systeme::RecordPartage::Ouvre(identite, chemin, TailleZone);
+    if (!record) return nullptr;
+    std::shared_ptr<PartageFichier> p(new PartageFichier(std::move(record)));
     cache = p;
     return p;
 }
 
-PartageFichier::~PartageFichier() {
-    if (!zone_) return;
-    ::munmap(zone_, TailleZone);
-    ::close(fd_);  // releases our locks
-}
+PartageFichier::PartageFichier(std::unique_ptr<systeme::RecordPartage> record)
+    : record_(std::move(record)), zone_(static_cast<Zone*>(record_->Zone())) {}
+
+PartageFichier::~PartageFichier() = default;  // the record's end releases our locks
 
 bool PartageFichier::PrendEmplacementLecteur() {
     for (int i = 0; i < EmplacementsLecteurs; ++i) {
         // The slot's lock decides who owns it: a dead owner's lock is gone.
-        if (Verrou(fd_, F_WRLCK, PremierOctetLecteur + i, false)) {
+        if (record_->Verrouille(PremierOctetLecteur + i, true, false)) {
             zone_->lecteurs[i].actif.store(0, std::memory_order_seq_cst);
-            zone_->lecteurs[i].pid.store(static_cast<int32_t>(::getpid()), std::memory_order_relaxed);
+            zone_->lecteurs[i].pid.store(static_cast<int32_t>(chemin::NumeroProcessus()), std::memory_order_relaxed);
             emplacementLecteur_ = i;
             return true;
         }
@@ -186,13 +71,13 @@ bool PartageFichier::PrendEmplacementLecteur() {
     return false;
 }
 
-bool PartageFichier::EcrivainVivant() const { return TenuParAutre(fd_, OctetEcrivains); }
+bool PartageFichier::EcrivainVivant() const { return record_->TenuParAutre(OctetEcrivains); }
 
 bool PartageFichier::LecteurActifAilleurs() const {
     for (int i = 0; i < EmplacementsLecteurs; ++i) {
         if (i == emplacementLecteur_) continue;
         if (zone_->lecteurs[i].actif.load(std::memory_order_seq_cst) == 0) continue;
-        if (TenuParAutre(fd_, PremierOctetLecteur + i)) return true;
+        if (record_->TenuParAutre(PremierOctetLecteur + i)) return true;
     }
     return false;
 }
@@ -236,15 +121,15 @@ Entree PartageFichier::EntreEcrivain(bool exclusif) {
         ++ecrivainsIci_;
         return Entree::Ok;
     }
-    if (!Verrou(fd_, exclusif ? F_WRLCK : F_RDLCK, OctetEcrivains, false))
-        return errno == EAGAIN || errno == EACCES ? Entree::TenuAilleurs : Entree::Impossible;
+    if (!record_->Verrouille(OctetEcrivains, exclusif, false))
+        return errno == EAGAIN ? Entree::TenuAilleurs : Entree::Impossible;
     auto renonce = [&](Entree e) {
         if (emplacementEcrivain_ >= 0) zone_->ecrivains[emplacementEcrivain_].store(0, std::memory_order_seq_cst);
         emplacementEcrivain_ = -1;
-        Verrou(fd_, F_UNLCK, OctetEcrivains, false);
+        record_->Deverrouille(OctetEcrivains);
         return e;
     };
-    const int32_t pid = static_cast<int32_t>(::getpid());
+    const int32_t pid = static_cast<int32_t>(chemin::NumeroProcessus());
     for (int essai = 0; essai < 2 && emplacementEcrivain_ < 0; ++essai) {
         for (int i = 0; i < EmplacementsEcrivains; ++i) {
             int32_t libre = 0;
@@ -270,57 +155,43 @@ void PartageFichier::SortEcrivain() {
     if (emplacementEcrivain_ >= 0) zone_->ecrivains[emplacementEcrivain_].store(0, std::memory_order_seq_cst);
     emplacementEcrivain_ = -1;
     exclusifIci_ = false;
-    Verrou(fd_, F_UNLCK, OctetEcrivains, false);
+    record_->Deverrouille(OctetEcrivains);
 }
 
 uint32_t PartageFichier::Generation() const { return zone_->generation.load(std::memory_order_acquire); }
 
 void PartageFichier::MarqueRemplace() { zone_->generation.fetch_add(1, std::memory_order_acq_rel); }
 
-bool PartageFichier::VerrouilleTransaction() { return Verrou(fd_, F_WRLCK, OctetTransaction, true); }
+bool PartageFichier::VerrouilleTransaction() { return record_->Verrouille(OctetTransaction, true, true); }
 
-void PartageFichier::DeverrouilleTransaction() { Verrou(fd_, F_UNLCK, OctetTransaction, false); }
+void PartageFichier::DeverrouilleTransaction() { record_->Deverrouille(OctetTransaction); }
 
 void MarqueRemplaceChemin(const char* chemin) {
-    struct stat st {};
-    if (::stat(chemin, &st) != 0) return;
-    if (auto p = registre->parIdentite[{st.st_dev, st.st_ino}].lock()) {
+    systeme::EtatFichier etat;
+    if (!systeme::DecritChemin(chemin, etat)) return;
+    if (auto p = registre->parIdentite[etat.identite].lock()) {
         p->MarqueRemplace();
         return;
     }
     // Nobody in this process has seen it; without a record nobody anywhere has.
-    const int fd = ::open(NomRecord(st.st_dev, st.st_ino).c_str(), O_RDWR | O_CLOEXEC);
-    if (fd < 0) return;
-    struct stat sr {};
-    if (::fstat(fd, &sr) == 0 && sr.st_size >= static_cast<off_t>(TailleZone)) {
-        if (PartageFichier::Zone* zone = Projette(fd)) {
-            zone->generation.fetch_add(1, std::memory_order_acq_rel);
-            ::munmap(zone, TailleZone);
-        }
-    }
-    ::close(fd);
+    if (auto record = systeme::RecordPartage::OuvreExistant(etat.identite, chemin, TailleZone))
+        static_cast<PartageFichier::Zone*>(record->Zone())->generation.fetch_add(1, std::memory_order_acq_rel);
 }
 
 void FixeDossierPartage(std::string dossier) {
-    registre->dossier = std::move(dossier);
+    systeme::FixeDossierPartage(std::move(dossier));
     registre->parIdentite.clear();
-    registre->balaye = false;
 }
 
 void PartageFichier::Abandonne() {
-    ::munmap(zone_, TailleZone);
-    ::close(fd_);
-    fd_ = -1;
+    record_->Abandonne();
     zone_ = nullptr;
 }
 
 void AbandonnePartages() {
     for (auto& [identite, faible] : registre->parIdentite)
         if (auto p = faible.lock()) p->Abandonne();
-    Registre* parent = registre;
     registre = new Registre;
-    registre->dossier = std::move(parent->dossier);
-    registre->balaye = parent->balaye;
 }
 
 }  // namespace vdx::magasin

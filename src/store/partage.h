@@ -1,21 +1,19 @@
 // Sharing of one table file between processes, without LMDB's lock file (a
 // base directory may be read-only).
 //
-// Each table file (one inode) has a small shared record, a 4 KiB file named
-// from the file's device and inode in /dev/shm (else $XDG_RUNTIME_DIR, else
-// /tmp), mode 0666, mapped MAP_SHARED. It holds:
+// Each table file has a small shared record (systeme::RecordPartage: a
+// 4 KiB file of /dev/shm named from the file's device and inode on Linux, a
+// named shared-memory section on Windows). It holds:
 //   - a generation, raised by whoever replaces the file (MarqueRemplace);
-//   - eight writer words, the pids of processes holding the file for writing;
+//   - eight writer words, the process numbers of those holding the file for
+//     writing;
 //   - reader slots, one per process that reads the file: an "active" word.
-// and three kinds of open-file-description locks (released by the kernel
-// when a process dies, so a killed process never locks a file out):
+// and locks on its bytes, released by the system when a process dies, so a
+// killed process never locks a file out:
 //   - byte 0: every writing process holds it, shared for shared writing
 //     (mode 1), exclusive for exclusive writing (mode 0);
 //   - byte 1: held for the length of each write transaction of shared
 //     writers, which serialises them;
-//   - byte 2: held shared by every process that has the record open; the
-//     first record a process opens makes it sweep away the records that
-//     nobody holds (files no process has open), which would pile up;
 //   - byte 64 + i: held for life by the owner of reader slot i, which proves
 //     that owner alive.
 //
@@ -28,12 +26,12 @@
 // byte.
 #pragma once
 
-#include <sys/types.h>
-
 #include <atomic>
 #include <cstdint>
 #include <memory>
 #include <string>
+
+#include "platform/fichiers.h"
 
 namespace vdx::magasin {
 
@@ -47,7 +45,7 @@ enum class Entree {
 class PartageFichier {
 public:
     // The record of the file with this identity, made at need; null with errno set on failure.
-    static std::shared_ptr<PartageFichier> Pour(dev_t dev, ino_t ino);
+    static std::shared_ptr<PartageFichier> Pour(const systeme::IdentiteFichier& identite, const char* chemin);
     ~PartageFichier();
     PartageFichier(const PartageFichier&) = delete;
     PartageFichier& operator=(const PartageFichier&) = delete;
@@ -71,12 +69,12 @@ public:
     struct Zone;
 
 private:
-    PartageFichier(int fd, Zone* zone) : fd_(fd), zone_(zone) {}
+    explicit PartageFichier(std::unique_ptr<systeme::RecordPartage> record);
     bool PrendEmplacementLecteur();
     bool EcrivainVivant() const;
     bool LecteurActifAilleurs() const;
 
-    int fd_;
+    std::unique_ptr<systeme::RecordPartage> record_;
     Zone* zone_;
     int emplacementLecteur_ = -1;  // our reader slot, taken on the first read
     int emplacementEcrivain_ = -1;

@@ -1,7 +1,5 @@
 #include "store/sources.h"
 
-#include <stdlib.h>
-
 #include <algorithm>
 #include <cctype>
 #include <charconv>
@@ -13,6 +11,7 @@
 
 #include "platform/chemin.h"
 #include "platform/codepage.h"
+#include "platform/fichiers.h"
 #include "store/cles.h"
 #include "store/magasin.h"
 
@@ -146,10 +145,10 @@ public:
     // The data file then the index of `base`, read-only.
     void OuvreEnLecture(const fs::path& base) {
         using namespace magasin;
-        Verifie(OpenCtFile(table_.donnees, (base / table_.fichierDonnees).c_str(), ModeDonnees(table_, LectureSeule)),
+        Verifie(OpenCtFile(table_.donnees, (base / table_.fichierDonnees).string().c_str(), ModeDonnees(table_, LectureSeule)),
                 table_.fichierDonnees, "OpenCtFile");
         Ouvert();
-        Verifie(OpenCtFile(table_.index(), (base / table_.fichierIndex).c_str(), LectureSeule), table_.fichierIndex,
+        Verifie(OpenCtFile(table_.index(), (base / table_.fichierIndex).string().c_str(), LectureSeule), table_.fichierIndex,
                 "OpenCtFile");
         Ouvert();
     }
@@ -214,10 +213,10 @@ void Remplis(const Disposition& d, const fs::path& dossier, const std::vector<En
     }
     const bool variable = t.genre == Genre::Variable;
     FichiersOuverts fichiers(t, Exclusif);
-    Verifie(CreateDataFile(t.donnees, (dossier / t.fichierDonnees).c_str(), d.longueur, 4096, ModeDonnees(t, Exclusif)),
+    Verifie(CreateDataFile(t.donnees, (dossier / t.fichierDonnees).string().c_str(), d.longueur, 4096, ModeDonnees(t, Exclusif)),
             t.fichierDonnees, "CreateDataFile");
     fichiers.Ouvert();
-    Verifie(CreateIndexFile(t.index(), (dossier / t.fichierIndex).c_str(), d.cles[0].longueur, 0, 0,
+    Verifie(CreateIndexFile(t.index(), (dossier / t.fichierIndex).string().c_str(), d.cles[0].longueur, 0, 0,
                             static_cast<int>(d.cles.size()), 4096, Exclusif),
             t.fichierIndex, "CreateIndexFile");
     fichiers.Ouvert();
@@ -266,7 +265,7 @@ fs::path DossierTemporaire(const fs::path& base, const char* motif) {
     std::string modele = (base.parent_path() / ("." + base.filename().string() + motif +
                                                 std::to_string(chemin::NumeroProcessus()) + "-XXXXXX"))
                              .string();
-    if (mkdtemp(modele.data()) == nullptr) throw ErreurSource(modele + ": dossier temporaire impossible");
+    if (!systeme::CreeDossierUnique(modele)) throw ErreurSource(modele + ": dossier temporaire impossible");
     return modele;
 }
 
@@ -302,7 +301,7 @@ void Installe(const fs::path& construite, const fs::path& base, bool remplace) {
         }
         // Readers of this process that keep the old files open reopen them.
         for (const auto& e : fs::directory_iterator(base))
-            if (FichierDeTable(e)) magasin::MarqueRemplace(e.path().c_str());
+            if (FichierDeTable(e)) magasin::MarqueRemplace(e.path().string().c_str());
         const fs::path ancienne = DossierTemporaire(base, ".ancienne-");
         fs::remove(ancienne);
         fs::rename(base, ancienne);

@@ -1,5 +1,5 @@
 // The shared text slot on Linux: one file per user, in the runtime directory.
-// The Windows build puts the clipboard here instead.
+// The Windows build uses the clipboard instead (textepartage_windows.cpp).
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>

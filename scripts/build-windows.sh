@@ -1,0 +1,19 @@
+#!/usr/bin/env bash
+# Cross-builds the library for Windows hosts with Debian's mingw-w64:
+# build-win/x86_64 and build-win/i686, each with VDX32.dll, its VDX32.def
+# and vdx.exe; the 64-bit build also holds the test programs, run under
+# wine64 with `ctest --test-dir build-win/x86_64`. Installs the toolchains,
+# wine64 and LMDB's sources when they are missing.
+set -euo pipefail
+cd "$(dirname "$0")/.."
+lmdb=$(bash scripts/setup-windows-deps.sh build-win/lmdb)
+for arch in x86_64 i686; do
+  cmake -S . -B "build-win/$arch" -G Ninja -DCMAKE_BUILD_TYPE=Release \
+    -DCMAKE_TOOLCHAIN_FILE="$PWD/cmake/mingw-$arch.cmake" -DVDX_LMDB_SOURCES="$PWD/$lmdb" \
+    -DCMAKE_CROSSCOMPILING_EMULATOR="$PWD/scripts/wine.sh" >/dev/null
+  if [ "$arch" = x86_64 ]; then
+    cmake --build "build-win/$arch"
+  else
+    cmake --build "build-win/$arch" --target vdx32 vdx
+  fi
+done
