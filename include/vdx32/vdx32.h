@@ -41,6 +41,8 @@
 #  define VDX_CALL __stdcall
 #  if defined(VDX32_CONSTRUCTION)
 #    define VDX_API __declspec(dllexport)
+#  elif defined(VDX32_STATIQUE)
+#    define VDX_API /* linked with the library's objects themselves */
 #  else
 #    define VDX_API __declspec(dllimport)
 #  endif

@@ -338,27 +338,55 @@ std::shared_ptr<Fichier> Fichiers::Cree(const std::string& chemin, const Entete&
     rc = mdb_txn_commit(txn);
     if (!rc && Synchronisation()) rc = mdb_env_sync(env, 1);
     if (rc) return echec({Creation, Detail(rc)}, env);
+    // Closed while it is renamed: Windows renames no file that is held open.
+    mdb_env_close(env);
 
-    auto f = std::make_shared<Fichier>(chemin, env, false);
     systeme::EtatFichier etat;
-    if (!DecritEnvironnement(env, etat)) return echec({Creation, Detail(errno)}, nullptr);
-    f->identite = etat.identite;
-    f->partage = PartageFichier::Pour(etat.identite, provisoire.c_str());
-    if (!f->partage) return echec({Creation, Detail(errno)}, nullptr);
-    f->generation = f->partage->Generation();
-    f->prochainControle = horloge::MaintenantGrossier() + IntervalleControle;
-    if (!(statut = f->LitEntete())) return echec(statut, nullptr);
+    if (!systeme::DecritChemin(provisoire.c_str(), etat)) return echec({Creation, Detail(errno)}, nullptr);
+    std::shared_ptr<PartageFichier> partage = PartageFichier::Pour(etat.identite, provisoire.c_str());
+    if (!partage) return echec({Creation, Detail(errno)}, nullptr);
     // Entered before it has its name, so that nobody reads it half-made.
-    if (f->partage->EntreEcrivain(exclusif) != Entree::Ok) return echec({Creation, TenuAilleurs}, nullptr);
+    if (partage->EntreEcrivain(exclusif) != Entree::Ok) return echec({Creation, TenuAilleurs}, nullptr);
     MarqueRemplaceChemin(chemin.c_str());
     std::error_code renomme;
     std::filesystem::rename(provisoire, chemin, renomme);
     if (renomme) {
-        f->partage->SortEcrivain();
+        partage->SortEcrivain();
         return echec({Creation, Detail(renomme.value())}, nullptr);
+    }
+
+    env = nullptr;
+    rc = mdb_env_create(&env);
+    if (!rc) rc = mdb_env_set_maxdbs(env, MaxCles + 2);
+    if (!rc) rc = mdb_env_set_mapsize(env, TailleCarte);
+    if (!rc) rc = mdb_env_open(env, chemin.c_str(), MDB_NOSUBDIR | MDB_NOLOCK | MDB_NOSYNC, 0666);
+    if (rc) {
+        mdb_env_close(env);
+        partage->SortEcrivain();
+        statut = {Creation, Detail(rc)};
+        return nullptr;
+    }
+    auto f = std::make_shared<Fichier>(chemin, env, false);
+    systeme::EtatFichier ouvert;
+    if (!DecritEnvironnement(env, ouvert) || ouvert.identite != etat.identite) {
+        partage->SortEcrivain();
+        statut = {Creation, TenuAilleurs};  // replaced as it was renamed
+        return nullptr;
+    }
+    f->identite = ouvert.identite;
+    f->partage = std::move(partage);
+    f->generation = f->partage->Generation();
+    f->prochainControle = horloge::MaintenantGrossier() + IntervalleControle;
+    if (!(statut = f->LitEntete())) {
+        f->partage->SortEcrivain();
+        return nullptr;
     }
     parChemin_.emplace(chemin, f);
     return f;
+}
+
+void Fichiers::OteInactifs() {
+    std::erase_if(parChemin_, [](const auto& e) { return e.second->liaisons == 0; });
 }
 
 void Fichiers::Vide() { parChemin_.clear(); }

@@ -129,6 +129,9 @@ public:
     // file there (whose readers are told).
     std::shared_ptr<Fichier> Cree(const std::string& chemin, const Entete& entete, bool exclusif, Statut& statut);
     void Vide();
+    // Closes the files no number is bound to: a directory whose files this
+    // process holds can't be renamed on Windows.
+    void OteInactifs();
 
 private:
     struct Hachage {

@@ -776,6 +776,8 @@ void MarqueRemplace(const char* chemin) {
     if (chemin) MarqueRemplaceChemin(chemin);
 }
 
+void FermeFichiersInactifs() { etat->fichiers.OteInactifs(); }
+
 void MarqueRemplaceDossier(const char* dossier) {
     std::error_code e;
     if (!dossier) return;

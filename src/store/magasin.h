@@ -178,5 +178,9 @@ void MarqueRemplace(const char* chemin);
 // The same for every file of a directory, before a whole base directory is
 // renamed away and another put in its place.
 void MarqueRemplaceDossier(const char* dossier);
+// Closes the files this process keeps open for its next opens while no
+// number is bound to them: a directory that holds such a file can't be
+// renamed on Windows. They are opened again at need.
+void FermeFichiersInactifs();
 
 }  // namespace vdx::magasin

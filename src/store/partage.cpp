@@ -67,7 +67,7 @@ bool PartageFichier::PrendEmplacementLecteur() {
             return true;
         }
     }
-    errno = EUSERS;
+    errno = ENOSPC;  // every reader slot taken
     return false;
 }
 

@@ -290,6 +290,8 @@ bool FichierDeTable(const fs::directory_entry& e) {
 
 // Puts the built directory in the place of `base`.
 void Installe(const fs::path& construite, const fs::path& base, bool remplace) {
+    // The files this process keeps open would hold both directories in place on Windows.
+    magasin::FermeFichiersInactifs();
     if (fs::exists(base)) {
         if (!fs::is_directory(base)) throw ErreurSource(base.string() + ": n'est pas un dossier");
         if (!fs::is_empty(base)) {

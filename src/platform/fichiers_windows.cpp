@@ -1,0 +1,186 @@
+// Files on Windows. The shared record of a file is a named section of shared
+// memory ("Local\vdx32-<volume>-<index>"), which lives while a process holds
+// it; its locks are byte-range locks (LockFileEx) on a handle of the file
+// itself, far past any data LMDB writes, so they never stand in its way and
+// go with the process.
+#include "platform/fichiers.h"
+
+#include <windows.h>
+
+#include <cerrno>
+#include <cstdio>
+#include <set>
+
+namespace vdx::systeme {
+
+struct RecordPartage::Systeme {
+    HANDLE section = nullptr;
+    HANDLE fichier = INVALID_HANDLE_VALUE;
+    std::set<int> tenus;  // the bytes this process holds
+};
+
+namespace {
+
+// Where the locks lie: byte n of the record is byte Base + n of the file.
+constexpr uint64_t Base = uint64_t{1} << 62;
+
+int ErrnoDe(DWORD erreur) {
+    switch (erreur) {
+        case ERROR_FILE_NOT_FOUND:
+        case ERROR_PATH_NOT_FOUND: return ENOENT;
+        case ERROR_ACCESS_DENIED: return EACCES;
+        case ERROR_LOCK_VIOLATION:
+        case ERROR_IO_PENDING:
+        case ERROR_SHARING_VIOLATION: return EAGAIN;
+        case ERROR_NOT_ENOUGH_MEMORY:
+        case ERROR_OUTOFMEMORY: return ENOMEM;
+        default: return EIO;
+    }
+}
+
+bool Echoue() {
+    errno = ErrnoDe(GetLastError());
+    return false;
+}
+
+std::string NomSection(const IdentiteFichier& id) {
+    char nom[80];
+    std::snprintf(nom, sizeof nom, "Local\\vdx32-%llx-%llx", static_cast<unsigned long long>(id.volume),
+                  static_cast<unsigned long long>(id.index));
+    return nom;
+}
+
+OVERLAPPED Position(int octet) {
+    OVERLAPPED o{};
+    const uint64_t p = Base + static_cast<uint64_t>(octet);
+    o.Offset = static_cast<DWORD>(p);
+    o.OffsetHigh = static_cast<DWORD>(p >> 32);
+    return o;
+}
+
+bool Decrit(HANDLE h, EtatFichier& etat) {
+    BY_HANDLE_FILE_INFORMATION info{};
+    if (!GetFileInformationByHandle(h, &info)) return Echoue();
+    etat.identite = {info.dwVolumeSerialNumber, (uint64_t{info.nFileIndexHigh} << 32) | info.nFileIndexLow};
+    etat.taille = (uint64_t{info.nFileSizeHigh} << 32) | info.nFileSizeLow;
+    etat.regulier = (info.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) == 0;
+    return true;
+}
+
+}  // namespace
+
+bool DecritChemin(const char* chemin, EtatFichier& etat) {
+    const HANDLE h = CreateFileA(chemin, 0, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr,
+                                 OPEN_EXISTING, FILE_FLAG_BACKUP_SEMANTICS, nullptr);
+    if (h == INVALID_HANDLE_VALUE) return Echoue();
+    const bool ok = Decrit(h, etat);
+    CloseHandle(h);
+    return ok;
+}
+
+bool DecritOuvert(intptr_t descripteur, EtatFichier& etat) {
+    return Decrit(reinterpret_cast<HANDLE>(descripteur), etat);
+}
+
+bool CreeDossierUnique(std::string& modele) {
+    if (modele.size() < 6) {
+        errno = EINVAL;
+        return false;
+    }
+    static unsigned compteur = 0;
+    for (int essai = 0; essai < 100; ++essai) {
+        char suffixe[7];
+        std::snprintf(suffixe, sizeof suffixe, "%06x",
+                      (GetCurrentProcessId() * 7919u + GetTickCount() + ++compteur * 104729u) & 0xFFFFFFu);
+        modele.replace(modele.size() - 6, 6, suffixe);
+        if (CreateDirectoryA(modele.c_str(), nullptr)) return true;
+        if (GetLastError() != ERROR_ALREADY_EXISTS) return Echoue();
+    }
+    errno = EEXIST;
+    return false;
+}
+
+void ApresFork(void (*)()) {}
+
+RecordPartage::RecordPartage(std::unique_ptr<Systeme> systeme, void* zone, size_t taille)
+    : systeme_(std::move(systeme)), zone_(zone), taille_(taille) {}
+
+namespace {
+
+std::unique_ptr<RecordPartage::Systeme> OuvreSysteme(const IdentiteFichier& identite, const char* chemin,
+                                                    size_t taille, bool creer, void*& zone) {
+    auto s = std::make_unique<RecordPartage::Systeme>();
+    s->fichier = CreateFileA(chemin, GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr,
+                             OPEN_EXISTING, 0, nullptr);
+    if (s->fichier == INVALID_HANDLE_VALUE) return Echoue(), nullptr;
+    const std::string nom = NomSection(identite);
+    s->section = creer ? CreateFileMappingA(INVALID_HANDLE_VALUE, nullptr, PAGE_READWRITE, 0,
+                                            static_cast<DWORD>(taille), nom.c_str())
+                       : OpenFileMappingA(FILE_MAP_ALL_ACCESS, FALSE, nom.c_str());
+    if (!s->section) {
+        Echoue();
+        CloseHandle(s->fichier);
+        return nullptr;
+    }
+    zone = MapViewOfFile(s->section, FILE_MAP_ALL_ACCESS, 0, 0, taille);
+    if (!zone) {
+        Echoue();
+        CloseHandle(s->section);
+        CloseHandle(s->fichier);
+        return nullptr;
+    }
+    return s;
+}
+
+}  // namespace
+
+std::unique_ptr<RecordPartage> RecordPartage::Ouvre(const IdentiteFichier& identite, const char* chemin, size_t taille) {
+    void* zone = nullptr;
+    auto s = OuvreSysteme(identite, chemin, taille, true, zone);
+    if (!s) return nullptr;
+    return std::unique_ptr<RecordPartage>(new RecordPartage(std::move(s), zone, taille));
+}
+
+std::unique_ptr<RecordPartage> RecordPartage::OuvreExistant(const IdentiteFichier& identite, const char* chemin,
+                                                            size_t taille) {
+    void* zone = nullptr;
+    auto s = OuvreSysteme(identite, chemin, taille, false, zone);
+    if (!s) return nullptr;
+    return std::unique_ptr<RecordPartage>(new RecordPartage(std::move(s), zone, taille));
+}
+
+RecordPartage::~RecordPartage() {
+    if (!zone_) return;
+    UnmapViewOfFile(zone_);
+    CloseHandle(systeme_->section);
+    CloseHandle(systeme_->fichier);  // releases our locks
+}
+
+bool RecordPartage::Verrouille(int octet, bool exclusif, bool attendre) {
+    OVERLAPPED o = Position(octet);
+    const DWORD drapeaux = (exclusif ? LOCKFILE_EXCLUSIVE_LOCK : 0) | (attendre ? 0 : LOCKFILE_FAIL_IMMEDIATELY);
+    if (!LockFileEx(systeme_->fichier, drapeaux, 0, 1, 0, &o)) return Echoue();
+    systeme_->tenus.insert(octet);
+    return true;
+}
+
+void RecordPartage::Deverrouille(int octet) {
+    OVERLAPPED o = Position(octet);
+    if (UnlockFileEx(systeme_->fichier, 0, 1, 0, &o)) systeme_->tenus.erase(octet);
+}
+
+bool RecordPartage::TenuParAutre(int octet) const {
+    // A byte this process holds can't be tried without its own lock in the
+    // way: in doubt, someone else holds it too.
+    if (systeme_->tenus.count(octet)) return true;
+    OVERLAPPED o = Position(octet);
+    if (!LockFileEx(systeme_->fichier, LOCKFILE_EXCLUSIVE_LOCK | LOCKFILE_FAIL_IMMEDIATELY, 0, 1, 0, &o)) return true;
+    UnlockFileEx(systeme_->fichier, 0, 1, 0, &o);
+    return false;
+}
+
+void RecordPartage::Abandonne() {}
+
+void FixeDossierPartage(std::string) {}
+
+}  // namespace vdx::systeme
