@@ -34,6 +34,10 @@ bool DecritOuvert(intptr_t descripteur, EtatFichier& etat);
 // are replaced; false with errno set.
 bool CreeDossierUnique(std::string& modele);
 
+// Where throwaway files go (a test's bases): in memory (/dev/shm) on Linux
+// when it has a gigabyte free, else the system's temporary directory.
+std::string DossierEphemere();
+
 // Runs `action` in the child of a fork (Linux); nothing where there is none.
 void ApresFork(void (*action)());
 

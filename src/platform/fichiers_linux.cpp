@@ -19,6 +19,7 @@
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
+#include <filesystem>
 
 namespace vdx::systeme {
 
@@ -145,6 +146,16 @@ bool DecritOuvert(intptr_t descripteur, EtatFichier& etat) {
 }
 
 bool CreeDossierUnique(std::string& modele) { return ::mkdtemp(modele.data()) != nullptr; }
+
+std::string DossierEphemere() {
+    static const std::string dossier = [] {
+        std::error_code e;
+        const auto place = std::filesystem::space("/dev/shm", e);
+        return !e && place.available >= (uint64_t{1} << 30) ? std::string("/dev/shm")
+                                                               : std::filesystem::temp_directory_path().string();
+    }();
+    return dossier;
+}
 
 void ApresFork(void (*action)()) { pthread_atfork(nullptr, nullptr, action); }
 

@@ -9,6 +9,7 @@
 
 #include <cerrno>
 #include <cstdio>
+#include <filesystem>
 #include <set>
 
 namespace vdx::systeme {
@@ -99,6 +100,8 @@ bool CreeDossierUnique(std::string& modele) {
     errno = EEXIST;
     return false;
 }
+
+std::string DossierEphemere() { return std::filesystem::temp_directory_path().string(); }
 
 void ApresFork(void (*)()) {}
 

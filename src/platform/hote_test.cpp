@@ -5,7 +5,7 @@
 #include <cstdlib>
 #include <string>
 
-#include "platform/test_repertoire.h"
+#include "tests/support/chaines_hote.h"
 
 namespace vdx::hote {
 namespace {
@@ -100,7 +100,7 @@ TEST(Hote, ChainesOctetsEtLarges) {
     EXPECT_EQ(Octets(b), "\xE9\x80z");
 
     ASSERT_TRUE(RangeLarge(&b, "\xE9\x80\x9F"));
-    EXPECT_EQ(std::u16string(b, SysStringLen(b)), u"\u00E9\u20AC\u0178");
+    EXPECT_EQ(essai::Large(b), u"\u00E9\u20AC\u0178");
     EXPECT_EQ(VersTexte(b), "\xE9\x80\x9F");
 
     ASSERT_TRUE(RangeOctets(&b, ""));
@@ -112,23 +112,9 @@ TEST(Hote, ChainesOctetsEtLarges) {
     EXPECT_EQ(VersTexte(nullptr), "");
 
     // What code page 1252 lacks; a NUL ends the text.
-    BSTR large = SysAllocStringLen(u"a\u0100b\0c", 5);
+    BSTR large = essai::ChaineLarge(std::u16string_view(u"a\u0100b\0c", 5));
     EXPECT_EQ(VersTexte(large), "a?b");
     SysFreeString(large);
-}
-
-TEST(Hote, RepertoireExecution) {
-    test::VariableEnv xdg("XDG_RUNTIME_DIR"), tmp("TMPDIR");
-    xdg.Pose("/run/user/1000");
-    tmp.Pose("/var/tmp");
-    EXPECT_EQ(RepertoireExecution(), "/run/user/1000");
-    EXPECT_EQ(CheminTextePartage(), "/run/user/1000/vdx32-presse-papiers.txt");
-    xdg.Pose("");
-    EXPECT_EQ(RepertoireExecution(), "/var/tmp");
-    xdg.Enleve();
-    EXPECT_EQ(CheminTextePartage(), "/var/tmp/vdx32-presse-papiers-" + std::to_string(::geteuid()) + ".txt");
-    tmp.Enleve();
-    EXPECT_EQ(RepertoireExecution(), "/tmp");
 }
 
 }  // namespace

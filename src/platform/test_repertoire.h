@@ -9,6 +9,8 @@
 #include <stdexcept>
 #include <string>
 
+#include "platform/fichiers.h"
+
 namespace vdx::test {
 
 class VariableEnv {
@@ -17,11 +19,16 @@ public:
         if (const char* v = ::getenv(nom)) ancienne_ = v;
     }
     ~VariableEnv() {
-        if (ancienne_) ::setenv(nom_, ancienne_->c_str(), 1);
-        else ::unsetenv(nom_);
+        if (ancienne_) Pose(*ancienne_);
+        else Enleve();
     }
+#ifdef _WIN32
+    void Pose(const std::string& valeur) { ::_putenv_s(nom_, valeur.c_str()); }
+    void Enleve() { ::_putenv_s(nom_, ""); }
+#else
     void Pose(const std::string& valeur) { ::setenv(nom_, valeur.c_str(), 1); }
     void Enleve() { ::unsetenv(nom_); }
+#endif
 
 private:
     const char* nom_;
@@ -32,7 +39,7 @@ class RepertoireExecutionTemporaire {
 public:
     RepertoireExecutionTemporaire() : xdg_("XDG_RUNTIME_DIR") {
         std::string modele = (std::filesystem::temp_directory_path() / "vdx-plat-XXXXXX").string();
-        if (!::mkdtemp(modele.data())) throw std::runtime_error("mkdtemp: " + modele);
+        if (!systeme::CreeDossierUnique(modele)) throw std::runtime_error("mkdtemp: " + modele);
         chemin_ = modele;
         xdg_.Pose(chemin_);
     }

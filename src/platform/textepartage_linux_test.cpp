@@ -122,5 +122,19 @@ TEST(TextePartage, EchecsSignales) {
     EXPECT_EQ(lu, "pas le sien");
 }
 
+TEST(Hote, RepertoireExecution) {
+    test::VariableEnv xdg("XDG_RUNTIME_DIR"), tmp("TMPDIR");
+    xdg.Pose("/run/user/1000");
+    tmp.Pose("/var/tmp");
+    EXPECT_EQ(RepertoireExecution(), "/run/user/1000");
+    EXPECT_EQ(CheminTextePartage(), "/run/user/1000/vdx32-presse-papiers.txt");
+    xdg.Pose("");
+    EXPECT_EQ(RepertoireExecution(), "/var/tmp");
+    xdg.Enleve();
+    EXPECT_EQ(CheminTextePartage(), "/var/tmp/vdx32-presse-papiers-" + std::to_string(::geteuid()) + ".txt");
+    tmp.Enleve();
+    EXPECT_EQ(RepertoireExecution(), "/tmp");
+}
+
 }  // namespace
 }  // namespace vdx::hote

@@ -9,6 +9,7 @@
 #include "exports/table_exports.h"
 #include "tests/support/essai_produits.h"
 #include "products/produits.h"
+#include "tests/support/chaines_hote.h"
 
 namespace vdx {
 namespace {
@@ -66,7 +67,7 @@ TEST_F(Codes, MappingExportsRefuseCodesOfAnotherLength) {
 
 TEST_F(Codes, MappingEmptiesTheHostStringFirstInArrayMode) {
     ReconnecteEnTableau();
-    BSTR sortie = SysAllocString(u"ancien");
+    BSTR sortie = essai::ChaineLarge(u"ancien");
     EXPECT_EQ(CIP_CIP13_Vdx("30000", &sortie), VDX_CODE_MAL_FORME);
     EXPECT_EQ(SysStringLen(sortie), 0u);
     EXPECT_EQ(CIP_CIP13_Vdx("3000007", &sortie), 1);
@@ -231,7 +232,7 @@ TEST_F(Codes, StatusFillsTheHostRecordAfterClearingIt) {
     ReconnecteEnTableau(1);
     VdxStatut fiche{};
     fiche.Statut1 = 42;
-    fiche.TexteStatut2 = SysAllocString(u"ancien");
+    fiche.TexteStatut2 = essai::ChaineLarge(u"ancien");
     EXPECT_EQ(Statut_Vdx("3000005", &fiche), VDX_CODE_INCONNU);
     EXPECT_EQ(fiche.Statut1, 0);
     EXPECT_EQ(SysStringLen(fiche.TexteStatut2), 0u);

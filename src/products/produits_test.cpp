@@ -10,6 +10,7 @@
 #include "session/codes.h"
 #include "tests/support/essai_produits.h"
 #include "tests/support/identite.h"
+#include "tests/support/chaines_hote.h"
 
 namespace vdx {
 namespace {
@@ -135,7 +136,7 @@ TEST_F(Produits, LaboratoryGivesItsCodeAndLabel) {
     EXPECT_EQ(Laboratoire_Vdx("3000002", nullptr, nullptr), 1);
     EXPECT_EQ(Memoire(), "XXXX@Laboratoire inconnu");
     ReconnecteEnTableau();
-    BSTR code = SysAllocString(u"ancien"), libelle = nullptr;
+    BSTR code = essai::ChaineLarge(u"ancien"), libelle = nullptr;
     EXPECT_EQ(Laboratoire_Vdx("3111111", &code, &libelle), VDX_CODE_INCONNU);
     EXPECT_EQ(SysStringLen(code), 0u);
     ASSERT_EQ(Laboratoire_Vdx("3000001", &code, &libelle), 1);
@@ -173,7 +174,7 @@ TEST_F(Produits, ProductsByRankAfterTheirCount) {
     autre.Ajoute("VDXPRO", {{"CodeCIP", "3000001"}, {"Libelle", "AUTRE"}});
     DeConnection2_Vdx();
     ASSERT_EQ(Connection_Vdx(autre.Repertoire().c_str(), 0, 0), 1);
-    BSTR code = SysAllocString(u"ancien"), libelle = nullptr;
+    BSTR code = essai::ChaineLarge(u"ancien"), libelle = nullptr;
     EXPECT_EQ(GetProduit_Vdx(0, &code, &libelle), VDX_ARGUMENT1);
     EXPECT_EQ(SysStringLen(code), 0u);
     ASSERT_EQ(TotalProduit_Vdx(), 1);

@@ -13,12 +13,7 @@ namespace vdx::essai {
 std::string DossierTemporaire(const char* motif) {
     // Creating a file on a disk's file system costs about a millisecond, and
     // a base is 238 of them.
-    static const std::filesystem::path parent = [] {
-        std::error_code e;
-        const auto place = std::filesystem::space("/dev/shm", e);
-        return !e && place.available >= (uint64_t{1} << 30) ? std::filesystem::path("/dev/shm")
-                                                               : std::filesystem::temp_directory_path();
-    }();
+    static const std::filesystem::path parent = systeme::DossierEphemere();
     std::string modele = (parent / motif).string();
     if (!systeme::CreeDossierUnique(modele)) throw ErreurSource(modele + ": dossier temporaire impossible");
     return modele;

@@ -26,9 +26,8 @@
 
 namespace vdx::essai {
 
-// A new directory for a test's throwaway files, `motif` ending in XXXXXX:
-// in memory (/dev/shm) when it has a gigabyte free, else in the system's
-// temporary directory.
+// A new directory for a test's throwaway files, `motif` ending in XXXXXX,
+// in systeme::DossierEphemere().
 std::string DossierTemporaire(const char* motif);
 
 class BaseDeTest {

@@ -191,7 +191,7 @@ protected:
     static magasin::Position Cherche(const fs::path& base, const char* table, int numero, const std::string& cle) {
         using namespace magasin;
         const Table& t = *TableNommee(table);
-        EXPECT_EQ(OpenCtFile(t.index(), (base / t.fichierIndex).c_str(), LectureSeule), 0);
+        EXPECT_EQ(OpenCtFile(t.index(), (base / t.fichierIndex).string().c_str(), LectureSeule), 0);
         const Position p = CleEgale(t.cle(numero), cle.data());
         CloseCtFile(t.index(), LectureSeule);
         return p;
