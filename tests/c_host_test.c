@@ -19,7 +19,7 @@ static int echecs = 0;
         }                                                               \
     } while (0)
 
-static int32_t boite(void* contexte, const char* texte, const char* titre, int32_t style) {
+static int32_t VDX_CALL boite(void* contexte, const char* texte, const char* titre, int32_t style) {
     (void)texte;
     (void)titre;
     (void)style;

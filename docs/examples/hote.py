@@ -35,10 +35,11 @@ class SAFEARRAY(ctypes.Structure):
     ]
 
 
-# The callback types carry no VDX_CALL: the C convention (CFUNCTYPE) on
-# every platform, Windows included.
-VdxBoiteMessage = ctypes.CFUNCTYPE(ctypes.c_int32, ctypes.c_void_p, ctypes.c_char_p, ctypes.c_char_p, ctypes.c_int32)
-VdxProgression = ctypes.CFUNCTYPE(None, ctypes.c_void_p, ctypes.c_int32, ctypes.c_int32, ctypes.c_char_p)
+# The callback types carry VDX_CALL, as the exports: stdcall on Windows
+# (WINFUNCTYPE), the C convention elsewhere.
+FONCTION = ctypes.WINFUNCTYPE if sys.platform == "win32" else ctypes.CFUNCTYPE
+VdxBoiteMessage = FONCTION(ctypes.c_int32, ctypes.c_void_p, ctypes.c_char_p, ctypes.c_char_p, ctypes.c_int32)
+VdxProgression = FONCTION(None, ctypes.c_void_p, ctypes.c_int32, ctypes.c_int32, ctypes.c_char_p)
 
 
 def charge(chemin):

@@ -39,10 +39,8 @@
 
 #if defined(_WIN32)
 #  define VDX_CALL __stdcall
-#  if defined(VDX32_CONSTRUCTION)
-#    define VDX_API __declspec(dllexport)
-#  elif defined(VDX32_STATIQUE)
-#    define VDX_API /* linked with the library's objects themselves */
+#  if defined(VDX32_CONSTRUCTION) || defined(VDX32_STATIQUE)
+#    define VDX_API /* the DLL exports by name through VDX32.def */
 #  else
 #    define VDX_API __declspec(dllimport)
 #  endif
@@ -144,16 +142,18 @@ VDX_API int32_t VDX_CALL ActiveMedDC_Vdx(int32_t Valeur);
 /* Returns 0; in mode 0 sets the nine fields of Champs to 0. */
 VDX_API int32_t VDX_CALL Fonctionnalites_Vdx(int32_t Inutilise, int32_t* Champs);
 
-/* ---- Notices to the host (this platform) ------------------------------ */
+/* ---- Notices to the host --------------------------------------------- */
 
 /* A message box: text and title in code page 1252, style 0 (plain) or 48
- * (exclamation). Its result is ignored. */
-typedef int32_t (*VdxBoiteMessage)(void* Contexte, const char* Texte, const char* Titre, int32_t Style);
+ * (exclamation). Its result is ignored. Called with the convention of the
+ * exports (stdcall on Windows, as a 32-bit host's AddressOf gives). */
+typedef int32_t (VDX_CALL *VdxBoiteMessage)(void* Contexte, const char* Texte, const char* Titre, int32_t Style);
 /* Progress of a long task (the update): done of total, with a label. */
-typedef void (*VdxProgression)(void* Contexte, int32_t Fait, int32_t Total, const char* Libelle);
+typedef void (VDX_CALL *VdxProgression)(void* Contexte, int32_t Fait, int32_t Total, const char* Libelle);
 /* Installs the host's message-box handler and progress callback (null:
- * message boxes go to standard error as one line of UTF-8, and progress is
- * not shown). Returns 1. Needs no connection. */
+ * message boxes go to standard error as one line of UTF-8 on Linux, to
+ * MessageBoxA without owner on Windows, and progress is not shown).
+ * Returns 1. Needs no connection. */
 VDX_API int32_t VDX_CALL InstalleNotifications_Vdx(VdxBoiteMessage Boite, VdxProgression Progression,
                                                    void* Contexte);
 

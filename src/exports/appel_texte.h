@@ -11,7 +11,8 @@
 #include <vector>
 
 #include "exports/table_exports.h"
-#include "vdx32/oleauto.h"
+#include "platform/convention.h"
+#include "vdx32/vdx32.h"
 
 namespace vdx::exports {
 
@@ -73,14 +74,35 @@ private:
     std::deque<SAFEARRAY*> tableaux_;
 };
 
-template <class R, class... A, size_t... I>
-Appel Invoque(R (*f)(A...), const std::vector<Argument>& declares, const std::vector<std::string>& textes,
+// The result and parameter types of a pointer to an export, whatever its
+// calling convention.
+template <class F>
+struct Signature;
+template <class R, class... A>
+struct Signature<R (*)(A...)> {
+    using Retour = R;
+    using Parametres = std::tuple<A...>;
+};
+#if VDX_CONVENTION_A_PART
+template <class R, class... A>
+struct Signature<R(VDX_CALL*)(A...)> {
+    using Retour = R;
+    using Parametres = std::tuple<A...>;
+};
+#endif
+// The type of parameter I of the header's prototype.
+template <class F, size_t I>
+using Parametre = std::tuple_element_t<I, typename Signature<F>::Parametres>;
+
+template <class F, size_t... I>
+Appel Invoque(F f, const std::vector<Argument>& declares, const std::vector<std::string>& textes,
               std::index_sequence<I...>) {
     Arguments arguments(textes);
+    using Valeurs = typename Signature<F>::Parametres;
     // A braced list takes its arguments from left to right.
-    std::tuple<A...> valeurs{arguments.template Prend<A>(declares[I].genre)...};
+    Valeurs valeurs{arguments.template Prend<std::tuple_element_t<I, Valeurs>>(declares[I].genre)...};
     int32_t code = 1;
-    if constexpr (std::is_void_v<R>)
+    if constexpr (std::is_void_v<typename Signature<F>::Retour>)
         std::apply(f, valeurs);
     else
         code = std::apply(f, valeurs);
@@ -88,11 +110,12 @@ Appel Invoque(R (*f)(A...), const std::vector<Argument>& declares, const std::ve
 }
 
 // The entry of an export in the table.
-template <class R, class... A>
-Export Decrit(const char* nom, R (*f)(A...), std::vector<Argument> arguments, std::vector<const char*> champs,
+template <class F>
+Export Decrit(const char* nom, F f, std::vector<Argument> arguments, std::vector<const char*> champs,
               bool connexionRequise) {
     auto appelle = [f, arguments](const std::vector<std::string>& textes) {
-        return Invoque(f, arguments, textes, std::index_sequence_for<A...>{});
+        constexpr size_t n = std::tuple_size_v<typename Signature<F>::Parametres>;
+        return Invoque(f, arguments, textes, std::make_index_sequence<n>{});
     };
     return Export{nom, std::move(arguments), std::move(champs), connexionRequise, std::move(appelle)};
 }

@@ -34,17 +34,6 @@ enum class Acces : uint8_t {
     Chaines,   // in mode 0 every host string of a result is emptied first, then -2 when not connected
 };
 
-template <class F>
-struct Signature;
-template <class R, class... A>
-struct Signature<R (*)(A...)> {
-    using Retour = R;
-    using Parametres = std::tuple<A...>;
-};
-// The type of parameter I of the header's prototype.
-template <class F, size_t I>
-using Parametre = std::tuple_element_t<I, typename Signature<F>::Parametres>;
-
 template <class T>
 void VideSiSortie(T argument) {
     if constexpr (std::is_same_v<T, BSTR*>)
@@ -70,8 +59,8 @@ std::vector<const char*> Noms(N... noms) {
 
 // Files an export in the table when the library is loaded.
 struct Inscription {
-    template <class R, class... A>
-    Inscription(const char* nom, R (*f)(A...), std::vector<Argument> arguments, std::vector<const char*> champs,
+    template <class F>
+    Inscription(const char* nom, F f, std::vector<Argument> arguments, std::vector<const char*> champs,
                 Acces acces) {
         Inscrit(Decrit(nom, f, std::move(arguments), std::move(champs), acces != Acces::Libre));
     }

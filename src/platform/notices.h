@@ -3,7 +3,9 @@
 // the default one writes message boxes to standard error, tests install
 // their own, and a host can install a message-box handler of its own.
 //
-// The default notices on Linux:
+// The default notices on Windows: MessageBoxA without owner; the agent is
+// the window titled `nom` (FindWindowExA), sent the text by SendMessageA
+// WM_COPYDATA, dwData 3. On Linux:
 // - BoiteMessage: the host's handler if one is installed; otherwise one line
 //   on standard error, "titre: texte" in UTF-8, the title without its
 //   surrounding blanks, each run of line breaks of the text shown as " / ".
@@ -23,6 +25,8 @@
 #include <string>
 #include <string_view>
 #include <vector>
+
+#include "vdx32/vdx32.h"
 
 namespace vdx {
 
@@ -56,8 +60,8 @@ void InstalleNotices(Notices* n);
 // call the library's exports. The progress callback is called likewise with
 // the work done out of `total` and a label in code page 1252. `contexte` is
 // handed back as given. A null function removes the handler.
-using GestionnaireBoite = int32_t (*)(void* contexte, const char* texte, const char* titre, int32_t style);
-using GestionnaireProgression = void (*)(void* contexte, int32_t fait, int32_t total, const char* libelle);
+using GestionnaireBoite = VdxBoiteMessage;
+using GestionnaireProgression = VdxProgression;
 void InstalleGestionnaireBoite(GestionnaireBoite f, void* contexte);
 void InstalleGestionnaireProgression(GestionnaireProgression f, void* contexte);
 

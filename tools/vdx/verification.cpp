@@ -363,7 +363,7 @@ int Product(const ArgumentsCommande& args) {
     if (CIP_To_CIS_Vdx(code, cis.Adresse()) == 1) std::cout << "  CIS: " << Utf8(cis.Valeur()) << '\n';
 
     std::string drapeaux;
-    const std::pair<const char*, int32_t (*)(const char*)> tests[] = {
+    const std::pair<const char*, int32_t(VDX_CALL*)(const char*)> tests[] = {
         {"generic", ProduitGenerique_Vdx}, {"reference", ProduitReferent_Vdx},
         {"hospital", ProduitHospitalier_Vdx}, {"doping", ProduitDopant_Vdx}, {"narcotic", IsStupefiant_Vdx}};
     for (const auto& [nom, test] : tests)
