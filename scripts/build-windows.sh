@@ -9,7 +9,7 @@ cd "$(dirname "$0")/.."
 lmdb=$(bash scripts/setup-windows-deps.sh build-win/lmdb)
 for arch in x86_64 i686; do
   cmake -S . -B "build-win/$arch" -G Ninja -DCMAKE_BUILD_TYPE=Release \
-    -DCMAKE_TOOLCHAIN_FILE="$PWD/cmake/mingw-$arch.cmake" -DVDX_LMDB_SOURCES="$PWD/$lmdb" \
+    -DCMAKE_TOOLCHAIN_FILE="$PWD/cmake/mingw.cmake" -DVDX_ARCH="$arch" -DVDX_LMDB_SOURCES="$PWD/$lmdb" \
     -DCMAKE_CROSSCOMPILING_EMULATOR="$PWD/scripts/wine.sh" >/dev/null
   cibles=(vdx32 vdx c_host_test)
   [ "$arch" = x86_64 ] && [ "${1:-}" = --tests ] && cibles+=(vdx32_tests)

@@ -92,7 +92,8 @@ bool CreeDossierUnique(std::string& modele) {
     for (int essai = 0; essai < 100; ++essai) {
         char suffixe[7];
         std::snprintf(suffixe, sizeof suffixe, "%06x",
-                      (GetCurrentProcessId() * 7919u + GetTickCount() + ++compteur * 104729u) & 0xFFFFFFu);
+                      static_cast<unsigned>((GetCurrentProcessId() * 7919u + GetTickCount() + ++compteur * 104729u) &
+                                            0xFFFFFFu));
         modele.replace(modele.size() - 6, 6, suffixe);
         if (CreateDirectoryA(modele.c_str(), nullptr)) return true;
         if (GetLastError() != ERROR_ALREADY_EXISTS) return Echoue();
