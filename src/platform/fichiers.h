@@ -67,10 +67,11 @@ public:
     // without unlocking (the locks are the parent's).
     void Abandonne();
 
+    // What the system holds of it, known only to the system's side.
     struct Systeme;
+    RecordPartage(std::unique_ptr<Systeme> systeme, void* zone, size_t taille);
 
 private:
-    RecordPartage(std::unique_ptr<Systeme> systeme, void* zone, size_t taille);
     std::unique_ptr<Systeme> systeme_;
     void* zone_;
     size_t taille_;

@@ -63,10 +63,6 @@ std::string NomRecord(const IdentiteFichier& id) {
     return Dossier() + nom;
 }
 
-void* Projette(int fd, size_t taille) {
-    void* p = ::mmap(nullptr, taille, PROT_READ | PROT_WRITE, MAP_SHARED, fd, 0);
-    return p == MAP_FAILED ? nullptr : p;
-}
 
 bool Verrou(int fd, short type, off_t octet, bool attendre) {
     struct flock fl {};
@@ -129,6 +125,28 @@ EtatFichier DeStat(const struct stat& st) {
             static_cast<uint64_t>(st.st_size), S_ISREG(st.st_mode)};
 }
 
+// The record of an open descriptor (negative: the open failed), mapped;
+// `agrandir` brings a new record to its size, else a short one is refused.
+std::unique_ptr<RecordPartage> Projette(int fd, size_t taille, bool agrandir) {
+    if (fd < 0) return nullptr;
+    struct stat st {};
+    if (::fstat(fd, &st) != 0) return Echec(fd);
+    if (st.st_size < static_cast<off_t>(taille)) {
+        if (!agrandir) {
+            ::close(fd);
+            errno = ENOENT;
+            return nullptr;
+        }
+        if (::ftruncate(fd, static_cast<off_t>(taille)) != 0) return Echec(fd);
+    }
+    // Other users' processes read the same base: the umask must not keep them out.
+    if (agrandir && (st.st_mode & 0666) != 0666 && st.st_uid == ::geteuid()) ::fchmod(fd, 0666);
+    void* zone = ::mmap(nullptr, taille, PROT_READ | PROT_WRITE, MAP_SHARED, fd, 0);
+    if (zone == MAP_FAILED) return Echec(fd);
+    return std::make_unique<RecordPartage>(std::make_unique<RecordPartage::Systeme>(RecordPartage::Systeme{fd}), zone,
+                                           taille);
+}
+
 }  // namespace
 
 bool DecritChemin(const char* chemin, EtatFichier& etat) {
@@ -167,27 +185,12 @@ std::unique_ptr<RecordPartage> RecordPartage::Ouvre(const IdentiteFichier& ident
         Registre().balaye = true;
         Balaie();
     }
-    const int fd = OuvreRecord(NomRecord(identite), true);
-    if (fd < 0) return nullptr;
-    struct stat st {};
-    if (::fstat(fd, &st) != 0 || (st.st_size < static_cast<off_t>(taille) && ::ftruncate(fd, static_cast<off_t>(taille)) != 0))
-        return Echec(fd);
-    // Other users' processes read the same base: the umask must not keep them out.
-    if ((st.st_mode & 0666) != 0666 && st.st_uid == ::geteuid()) ::fchmod(fd, 0666);
-    void* zone = Projette(fd, taille);
-    if (!zone) return Echec(fd);
-    return std::unique_ptr<RecordPartage>(new RecordPartage(std::make_unique<Systeme>(Systeme{fd}), zone, taille));
+    return Projette(OuvreRecord(NomRecord(identite), true), taille, true);
 }
 
 std::unique_ptr<RecordPartage> RecordPartage::OuvreExistant(const IdentiteFichier& identite, const char*,
                                                             size_t taille) {
-    const int fd = OuvreRecord(NomRecord(identite), false);
-    if (fd < 0) return nullptr;
-    struct stat st {};
-    if (::fstat(fd, &st) != 0 || st.st_size < static_cast<off_t>(taille)) return Echec(fd);
-    void* zone = Projette(fd, taille);
-    if (!zone) return Echec(fd);
-    return std::unique_ptr<RecordPartage>(new RecordPartage(std::make_unique<Systeme>(Systeme{fd}), zone, taille));
+    return Projette(OuvreRecord(NomRecord(identite), false), taille, false);
 }
 
 RecordPartage::~RecordPartage() {

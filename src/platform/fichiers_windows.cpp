@@ -111,8 +111,8 @@ RecordPartage::RecordPartage(std::unique_ptr<Systeme> systeme, void* zone, size_
 
 namespace {
 
-std::unique_ptr<RecordPartage::Systeme> OuvreSysteme(const IdentiteFichier& identite, const char* chemin,
-                                                    size_t taille, bool creer, void*& zone) {
+std::unique_ptr<RecordPartage> OuvreSysteme(const IdentiteFichier& identite, const char* chemin, size_t taille,
+                                            bool creer) {
     auto s = std::make_unique<RecordPartage::Systeme>();
     s->fichier = CreateFileA(chemin, GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr,
                              OPEN_EXISTING, 0, nullptr);
@@ -126,31 +126,25 @@ std::unique_ptr<RecordPartage::Systeme> OuvreSysteme(const IdentiteFichier& iden
         CloseHandle(s->fichier);
         return nullptr;
     }
-    zone = MapViewOfFile(s->section, FILE_MAP_ALL_ACCESS, 0, 0, taille);
+    void* zone = MapViewOfFile(s->section, FILE_MAP_ALL_ACCESS, 0, 0, taille);
     if (!zone) {
         Echoue();
         CloseHandle(s->section);
         CloseHandle(s->fichier);
         return nullptr;
     }
-    return s;
+    return std::make_unique<RecordPartage>(std::move(s), zone, taille);
 }
 
 }  // namespace
 
 std::unique_ptr<RecordPartage> RecordPartage::Ouvre(const IdentiteFichier& identite, const char* chemin, size_t taille) {
-    void* zone = nullptr;
-    auto s = OuvreSysteme(identite, chemin, taille, true, zone);
-    if (!s) return nullptr;
-    return std::unique_ptr<RecordPartage>(new RecordPartage(std::move(s), zone, taille));
+    return OuvreSysteme(identite, chemin, taille, true);
 }
 
 std::unique_ptr<RecordPartage> RecordPartage::OuvreExistant(const IdentiteFichier& identite, const char* chemin,
                                                             size_t taille) {
-    void* zone = nullptr;
-    auto s = OuvreSysteme(identite, chemin, taille, false, zone);
-    if (!s) return nullptr;
-    return std::unique_ptr<RecordPartage>(new RecordPartage(std::move(s), zone, taille));
+    return OuvreSysteme(identite, chemin, taille, false);
 }
 
 RecordPartage::~RecordPartage() {

@@ -151,7 +151,7 @@ bool EstMedDC(std::string_view code) {
         Curseur curseur(TableMedDC());
         for (auto p = curseur.Premiere(); p; p = curseur.Suivante())
             lus.codes.emplace(curseur.Cle().substr(0, LongueurCIP));
-        lus.etats = {magasin::EtatFichier(TableMedDC().donnees), magasin::EtatFichier(TableMedDC().index())};
+        lus.etats = etats;
         tables.Ferme();
         memo = std::move(lus);
     }

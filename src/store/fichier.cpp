@@ -33,6 +33,21 @@ int16_t Detail(int e) { return static_cast<int16_t>(e); }
 
 std::string NomCle(int k) { return "cle" + std::to_string(k + 1); }
 
+// An environment on the file at `chemin`, without lock file, with the flags
+// of its use; on failure it is closed again (null) and LMDB's code returned.
+int OuvreEnv(const std::string& chemin, unsigned drapeaux, MDB_env*& env) {
+    env = nullptr;
+    int rc = mdb_env_create(&env);
+    if (!rc) rc = mdb_env_set_maxdbs(env, MaxCles + 2);
+    if (!rc) rc = mdb_env_set_mapsize(env, TailleCarte);
+    if (!rc) rc = mdb_env_open(env, chemin.c_str(), MDB_NOSUBDIR | MDB_NOLOCK | drapeaux, 0666);
+    if (rc) {
+        mdb_env_close(env);
+        env = nullptr;
+    }
+    return rc;
+}
+
 // A descriptor (Linux) or a HANDLE (Windows) as an integer.
 template <class Descripteur>
 intptr_t EnEntier(Descripteur d) {
@@ -219,14 +234,7 @@ std::shared_ptr<Fichier> OuvreEnvironnement(const std::string& chemin, bool ecri
         // Read before the file is opened: a replacement after this is seen.
         const uint32_t generation = partage->Generation();
         MDB_env* env = nullptr;
-        int rc = mdb_env_create(&env);
-        if (!rc) rc = mdb_env_set_maxdbs(env, MaxCles + 2);
-        if (!rc) rc = mdb_env_set_mapsize(env, TailleCarte);
-        if (!rc)
-            rc = mdb_env_open(env, chemin.c_str(),
-                              MDB_NOSUBDIR | MDB_NOLOCK | (ecriture ? MDB_NOSYNC : MDB_RDONLY), 0666);
-        if (rc) {
-            mdb_env_close(env);
+        if (const int rc = OuvreEnv(chemin, ecriture ? MDB_NOSYNC : MDB_RDONLY, env)) {
             statut = rc == MDB_INVALID || rc == MDB_VERSION_MISMATCH || rc == MDB_CORRUPTED
                          ? Etranger()
                          : Statut{OuvertureImpossible, Detail(rc)};
@@ -312,11 +320,8 @@ std::shared_ptr<Fichier> Fichiers::Cree(const std::string& chemin, const Entete&
         return nullptr;
     };
     MDB_env* env = nullptr;
-    int rc = mdb_env_create(&env);
-    if (!rc) rc = mdb_env_set_maxdbs(env, MaxCles + 2);
-    if (!rc) rc = mdb_env_set_mapsize(env, TailleCarte);
-    if (!rc) rc = mdb_env_open(env, provisoire.c_str(), MDB_NOSUBDIR | MDB_NOLOCK | MDB_NOSYNC, 0666);
-    if (rc) return echec({Creation, Detail(rc)}, env);
+    int rc = OuvreEnv(provisoire, MDB_NOSYNC, env);
+    if (rc) return echec({Creation, Detail(rc)}, nullptr);
 
     MDB_txn* txn = nullptr;
     MDB_dbi principale, dbi;
@@ -355,13 +360,7 @@ std::shared_ptr<Fichier> Fichiers::Cree(const std::string& chemin, const Entete&
         return echec({Creation, Detail(renomme.value())}, nullptr);
     }
 
-    env = nullptr;
-    rc = mdb_env_create(&env);
-    if (!rc) rc = mdb_env_set_maxdbs(env, MaxCles + 2);
-    if (!rc) rc = mdb_env_set_mapsize(env, TailleCarte);
-    if (!rc) rc = mdb_env_open(env, chemin.c_str(), MDB_NOSUBDIR | MDB_NOLOCK | MDB_NOSYNC, 0666);
-    if (rc) {
-        mdb_env_close(env);
+    if ((rc = OuvreEnv(chemin, MDB_NOSYNC, env))) {
         partage->SortEcrivain();
         statut = {Creation, Detail(rc)};
         return nullptr;

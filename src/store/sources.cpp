@@ -585,9 +585,9 @@ bool TableVide(const fs::path& base, const Table& t) {
 
 std::vector<std::string> TablesSourcees(const fs::path& base) {
     std::vector<std::string> tables;
-    for (const Enregistrement& e : LitTable(base, DispositionDe(TableDuCatalogue("VDXDAT"))))
-        if (Fiche(e.fiche).Entier(VDXDAT::Numero) >= VDXDAT::PremiereTableSourcee)
-            tables.emplace_back(Fiche(e.fiche).Texte(VDXDAT::Texte));
+    const Disposition& d = DispositionDe(TableDuCatalogue("VDXDAT"));
+    for (const Enregistrement& e : LitTable(base, d))
+        if (EstFicheDesSources(d, e)) tables.emplace_back(Fiche(e.fiche).Texte(VDXDAT::Texte));
     return tables;
 }
 
