@@ -29,6 +29,21 @@ bool DecritChemin(const char* chemin, EtatFichier& etat);
 // A file open in LMDB: `descripteur` is its descriptor on Linux, its HANDLE
 // on Windows, cast to an integer.
 bool DecritOuvert(intptr_t descripteur, EtatFichier& etat);
+// Another handle on the same open file, which outlives the first; -1 on
+// failure.
+intptr_t Duplique(intptr_t descripteur);
+// Sets the length of the file under a handle from Duplique, then closes the
+// handle; false if the length could not be set.
+bool FixeTailleEtFerme(intptr_t descripteur, uint64_t taille);
+
+// Whether a map of a file stops at the file's end and a writer's map sets
+// the file's length (Windows); elsewhere a map may reach past the end and
+// sees the file grow into it.
+#ifdef _WIN32
+inline constexpr bool CarteBorneeAuFichier = true;
+#else
+inline constexpr bool CarteBorneeAuFichier = false;
+#endif
 
 // Makes a new directory from `modele`, whose last six characters "XXXXXX"
 // are replaced; false with errno set.

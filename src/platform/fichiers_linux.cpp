@@ -163,6 +163,14 @@ bool DecritOuvert(intptr_t descripteur, EtatFichier& etat) {
     return true;
 }
 
+intptr_t Duplique(intptr_t descripteur) { return ::dup(static_cast<int>(descripteur)); }
+
+bool FixeTailleEtFerme(intptr_t descripteur, uint64_t taille) {
+    const bool fait = ::ftruncate(static_cast<int>(descripteur), static_cast<off_t>(taille)) == 0;
+    ::close(static_cast<int>(descripteur));
+    return fait;
+}
+
 bool CreeDossierUnique(std::string& modele) { return ::mkdtemp(modele.data()) != nullptr; }
 
 std::string DossierEphemere() {

@@ -83,6 +83,23 @@ bool DecritOuvert(intptr_t descripteur, EtatFichier& etat) {
     return Decrit(reinterpret_cast<HANDLE>(descripteur), etat);
 }
 
+intptr_t Duplique(intptr_t descripteur) {
+    HANDLE copie = INVALID_HANDLE_VALUE;
+    if (!DuplicateHandle(GetCurrentProcess(), reinterpret_cast<HANDLE>(descripteur), GetCurrentProcess(), &copie, 0,
+                         FALSE, DUPLICATE_SAME_ACCESS))
+        return -1;
+    return reinterpret_cast<intptr_t>(copie);
+}
+
+bool FixeTailleEtFerme(intptr_t descripteur, uint64_t taille) {
+    const HANDLE h = reinterpret_cast<HANDLE>(descripteur);
+    LARGE_INTEGER position;
+    position.QuadPart = static_cast<LONGLONG>(taille);
+    const bool fait = SetFilePointerEx(h, position, nullptr, FILE_BEGIN) && SetEndOfFile(h);
+    CloseHandle(h);
+    return fait;
+}
+
 bool CreeDossierUnique(std::string& modele) {
     if (modele.size() < 6) {
         errno = EINVAL;

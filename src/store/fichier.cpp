@@ -23,8 +23,10 @@ namespace {
 constexpr char Magie[8] = {'V', 'D', 'X', '3', '2', 'T', 'F', '\0'};
 constexpr uint32_t Version = 1;
 constexpr char CleEntete[] = "VDX32";
-// Virtual only: files grow inside it, and it costs no memory.
-constexpr size_t TailleCarte = size_t{4} << 30;
+// Where maps may pass the file's end: address space the file grows into,
+// which costs no memory.
+constexpr uint64_t Reserve = uint64_t{4} << 30;
+constexpr uint64_t Mo = uint64_t{1} << 20;
 constexpr int64_t IntervalleControle = 1'000'000'000;  // ns between two stats of an idle file
 
 Statut Etranger() { return {OuvertureImpossible, FichierEtranger}; }
@@ -33,13 +35,49 @@ int16_t Detail(int e) { return static_cast<int16_t>(e); }
 
 std::string NomCle(int k) { return "cle" + std::to_string(k + 1); }
 
+// The bytes of the pages the file holds, as its last commit says.
+uint64_t PagesUtilisees(MDB_env* env) {
+    MDB_envinfo info{};
+    MDB_stat ms{};
+    mdb_env_info(env, &info);
+    mdb_env_stat(env, &ms);
+    return (static_cast<uint64_t>(info.me_last_pgno) + 1) * ms.ms_psize;
+}
+
+uint64_t CarteDe(MDB_env* env) {
+    MDB_envinfo info{};
+    mdb_env_info(env, &info);
+    return info.me_mapsize;
+}
+
+// Whether a file of `taille` bytes holds every page its last commit names:
+// a truncated file would fault when its missing pages are read.
+bool Entier(MDB_env* env, uint64_t taille) {
+    MDB_stat ms{};
+    mdb_env_stat(env, &ms);
+    return ms.ms_psize != 0 && PagesUtilisees(env) <= taille;
+}
+
+// The map of a reader whose file has `taille` bytes, or of a writer whose
+// file uses `utilise` bytes out of `taille`. A bounded writer maps its pages
+// twice over (a transaction may copy each once) and a room for the data of
+// two transactions, in whole megabytes, and never less than the file: its
+// map sets the file's length, which others may map.
+size_t TailleCarte(uint64_t utilise, uint64_t taille, bool ecriture) {
+    if (!Bornees()) return static_cast<size_t>(std::min<uint64_t>(Reserve, SIZE_MAX));
+    if (!ecriture) return static_cast<size_t>(taille);
+    const uint64_t voulu = (2 * utilise + 4 * OctetsParTransaction + Mo - 1) / Mo * Mo;
+    return static_cast<size_t>(std::max(voulu, taille));
+}
+
 // An environment on the file at `chemin`, without lock file, with the flags
-// of its use; on failure it is closed again (null) and LMDB's code returned.
-int OuvreEnv(const std::string& chemin, unsigned drapeaux, MDB_env*& env) {
+// of its use and a map of `carte` bytes; on failure it is closed again
+// (null) and LMDB's code returned.
+int OuvreEnv(const std::string& chemin, unsigned drapeaux, size_t carte, MDB_env*& env) {
     env = nullptr;
     int rc = mdb_env_create(&env);
     if (!rc) rc = mdb_env_set_maxdbs(env, MaxCles + 2);
-    if (!rc) rc = mdb_env_set_mapsize(env, TailleCarte);
+    if (!rc) rc = mdb_env_set_mapsize(env, carte);
     if (!rc) rc = mdb_env_open(env, chemin.c_str(), MDB_NOSUBDIR | MDB_NOLOCK | drapeaux, 0666);
     if (rc) {
         mdb_env_close(env);
@@ -59,6 +97,22 @@ intptr_t EnEntier(Descripteur d) {
 bool DecritEnvironnement(MDB_env* env, systeme::EtatFichier& etat) {
     mdb_filehandle_t descripteur{};
     return mdb_env_get_fd(env, &descripteur) == 0 && systeme::DecritOuvert(EnEntier(descripteur), etat);
+}
+
+// Closes an environment; a bounded writer's file is cut back to its pages,
+// through a handle of its own (the path may name another file by then) and
+// under the transaction lock of its sharing, if it has one yet, so that no
+// other writer has pages in flight past them. Where another process maps
+// the file the system may refuse, and the room stays.
+void FermeEnv(MDB_env* env, bool ecriture, PartageFichier* partage) {
+    mdb_filehandle_t descripteur{};
+    const bool couper = Bornees() && ecriture && mdb_env_get_fd(env, &descripteur) == 0 &&
+                        (!partage || partage->VerrouilleTransaction());
+    const intptr_t copie = couper ? systeme::Duplique(EnEntier(descripteur)) : -1;
+    const uint64_t utilise = couper ? PagesUtilisees(env) : 0;
+    mdb_env_close(env);
+    if (copie != -1) systeme::FixeTailleEtFerme(copie, utilise);
+    if (couper && partage) partage->DeverrouilleTransaction();
 }
 
 MDB_val Val(const void* p, size_t n) { return MDB_val{n, const_cast<void*>(p)}; }
@@ -111,7 +165,7 @@ Fichier::~Fichier() {
             if (c) mdb_cursor_close(c);
         mdb_txn_abort(l.txn);
     }
-    mdb_env_close(env);
+    FermeEnv(env, !lectureSeule, partage.get());
 }
 
 Statut Fichier::LitEntete() {
@@ -154,21 +208,33 @@ bool& Synchronisation() {
     return oui;
 }
 
+bool& Bornees() {
+    static bool oui = systeme::CarteBorneeAuFichier;
+    return oui;
+}
+
+void Fichier::AgranditCarte() {
+    if (!Bornees() || lectureSeule || liaisons > ecrivains) return;
+    const uint64_t utilise = PagesUtilisees(env);
+    systeme::EtatFichier etat;
+    if (CarteDe(env) >= 2 * utilise + 2 * OctetsParTransaction || !DecritEnvironnement(env, etat)) return;
+    mdb_env_set_mapsize(env, TailleCarte(utilise, etat.taille, true));
+}
+
 Instantane Fichier::PrendLecture(Statut& statut) {
     Instantane l;
     if (!lectures_.empty()) {
         l = std::move(lectures_.back());
         lectures_.pop_back();
-        if (const int rc = mdb_txn_renew(l.txn)) {
-            statut = DeLmdb(rc, OuvertureImpossible);
-            for (MDB_cursor* c : l.curseurs)
-                if (c) mdb_cursor_close(c);
-            mdb_txn_abort(l.txn);
-            return {};
-        }
-        return l;
     }
-    if (const int rc = mdb_txn_begin(env, nullptr, MDB_RDONLY, &l.txn)) statut = DeLmdb(rc, OuvertureImpossible);
+    auto commence = [&] { return l.txn ? mdb_txn_renew(l.txn) : mdb_txn_begin(env, nullptr, MDB_RDONLY, &l.txn); };
+    if (const int rc = commence()) {
+        statut = DeLmdb(rc, OuvertureImpossible);
+        for (MDB_cursor* c : l.curseurs)
+            if (c) mdb_cursor_close(c);
+        if (l.txn) mdb_txn_abort(l.txn);
+        return {};
+    }
     return l;
 }
 
@@ -185,6 +251,7 @@ Statut Fichier::DebutEcriture(bool partageEntreProcessus) {
         if (!partage->VerrouilleTransaction()) return {Ecriture, Detail(errno)};
         verrouTransaction_ = true;
     }
+    AgranditCarte();
     if (const int rc = mdb_txn_begin(env, nullptr, 0, &ecriture)) {
         ecriture = nullptr;
         if (verrouTransaction_) partage->DeverrouilleTransaction();
@@ -204,6 +271,7 @@ Statut Fichier::FinEcriture(bool valider) {
     else mdb_txn_abort(ecriture);
     ecriture = nullptr;
     operations = 0;
+    octets = 0;
     ++serie;
     if (verrouTransaction_) partage->DeverrouilleTransaction();
     verrouTransaction_ = false;
@@ -233,13 +301,31 @@ std::shared_ptr<Fichier> OuvreEnvironnement(const std::string& chemin, bool ecri
         }
         // Read before the file is opened: a replacement after this is seen.
         const uint32_t generation = partage->Generation();
-        MDB_env* env = nullptr;
-        if (const int rc = OuvreEnv(chemin, ecriture ? MDB_NOSYNC : MDB_RDONLY, env)) {
+        auto echec = [&statut](int rc) -> std::shared_ptr<Fichier> {
             statut = rc == MDB_INVALID || rc == MDB_VERSION_MISMATCH || rc == MDB_CORRUPTED
                          ? Etranger()
                          : Statut{OuvertureImpossible, Detail(rc)};
             return nullptr;
+        };
+        const size_t carteLecture = TailleCarte(0, avant.taille, false);
+        MDB_env* env = nullptr;
+        uint64_t utilise = 0;
+        if (ecriture && Bornees()) {
+            // A bounded writer's map lengthens the file: a reader checks it first.
+            if (const int rc = OuvreEnv(chemin, MDB_RDONLY, carteLecture, env)) return echec(rc);
+            systeme::EtatFichier lu;
+            const bool memeFichier = DecritEnvironnement(env, lu) && lu.identite == avant.identite;
+            const bool entier = memeFichier && Entier(env, lu.taille);
+            utilise = PagesUtilisees(env);
+            mdb_env_close(env);
+            if (!memeFichier) continue;
+            if (!entier) {
+                statut = Etranger();
+                return nullptr;
+            }
         }
+        const size_t carte = ecriture ? TailleCarte(utilise, avant.taille, true) : carteLecture;
+        if (const int rc = OuvreEnv(chemin, ecriture ? MDB_NOSYNC : MDB_RDONLY, carte, env)) return echec(rc);
         auto f = std::make_shared<Fichier>(chemin, env, !ecriture);
         systeme::EtatFichier ouvert;
         if (!DecritEnvironnement(env, ouvert)) {
@@ -247,13 +333,7 @@ std::shared_ptr<Fichier> OuvreEnvironnement(const std::string& chemin, bool ecri
             return nullptr;
         }
         if (ouvert.identite != avant.identite) continue;  // replaced meanwhile
-        // A truncated file would fault when its missing pages are read.
-        MDB_envinfo info{};
-        MDB_stat ms{};
-        mdb_env_info(env, &info);
-        mdb_env_stat(env, &ms);
-        if (ms.ms_psize == 0 || (static_cast<uint64_t>(info.me_last_pgno) + 1) * ms.ms_psize >
-                                    ouvert.taille) {
+        if (!Entier(env, ouvert.taille)) {
             statut = Etranger();
             return nullptr;
         }
@@ -320,7 +400,7 @@ std::shared_ptr<Fichier> Fichiers::Cree(const std::string& chemin, const Entete&
         return nullptr;
     };
     MDB_env* env = nullptr;
-    int rc = OuvreEnv(provisoire, MDB_NOSYNC, env);
+    int rc = OuvreEnv(provisoire, MDB_NOSYNC, TailleCarte(0, 0, true), env);
     if (rc) return echec({Creation, Detail(rc)}, nullptr);
 
     MDB_txn* txn = nullptr;
@@ -344,7 +424,7 @@ std::shared_ptr<Fichier> Fichiers::Cree(const std::string& chemin, const Entete&
     if (!rc && Synchronisation()) rc = mdb_env_sync(env, 1);
     if (rc) return echec({Creation, Detail(rc)}, env);
     // Closed while it is renamed: Windows renames no file that is held open.
-    mdb_env_close(env);
+    FermeEnv(env, true, nullptr);
 
     systeme::EtatFichier etat;
     if (!systeme::DecritChemin(provisoire.c_str(), etat)) return echec({Creation, Detail(errno)}, nullptr);
@@ -360,7 +440,7 @@ std::shared_ptr<Fichier> Fichiers::Cree(const std::string& chemin, const Entete&
         return echec({Creation, Detail(renomme.value())}, nullptr);
     }
 
-    if ((rc = OuvreEnv(chemin, MDB_NOSYNC, env))) {
+    if ((rc = OuvreEnv(chemin, MDB_NOSYNC, TailleCarte(etat.taille, etat.taille, true), env))) {
         partage->SortEcrivain();
         statut = {Creation, Detail(rc)};
         return nullptr;

@@ -42,9 +42,15 @@ struct Statut {
 
 // Whether writes are synced to disk (SynchroniseEcritures).
 bool& Synchronisation();
+// Whether maps stop at their file's end (CartesBornees).
+bool& Bornees();
 
 // An LMDB result as a Statut; `defaut` names the failure of the operation.
 Statut DeLmdb(int rc, Erreur defaut);
+
+// An exclusive writer commits when a transaction has written this much:
+// where maps are bounded, a writer's room above its pages is sized on it.
+inline constexpr uint64_t OctetsParTransaction = uint64_t{1} << 20;
 
 inline constexpr int MaxCles = 14;
 inline constexpr uint32_t LongueurCleMax = 511;  // LMDB's default limit
@@ -110,12 +116,18 @@ public:
     uint64_t numeroTxn = 0;  // raised at every write transaction
     uint64_t serie = 1;      // raised at every write and transaction end: saved positions go stale
     int operations = 0;      // since the last commit
+    uint64_t octets = 0;     // written since the last commit
     std::array<MDB_cursor*, MaxCles> curseursEcriture{};
     std::array<uint64_t, MaxCles> txnCurseurs{};
     Statut DebutEcriture(bool partageEntreProcessus);
     Statut FinEcriture(bool valider);
 
 private:
+    // A bounded writer's map keeps room for a transaction to copy every
+    // page in use and write its data (its own or another process's, which
+    // shared writers see); it is grown when the room runs short, between
+    // transactions, unless a read of this process holds the map.
+    void AgranditCarte();
     std::vector<Instantane> lectures_;
     bool verrouTransaction_ = false;
 };

@@ -223,7 +223,8 @@ Statut Termine(Liaison& l, Statut resultat, bool ecrit) {
         ++f.serie;
         ++f.operations;
     }
-    if (l.acces == Acces::Partage || !resultat || f.operations >= OperationsParTransaction) {
+    if (l.acces == Acces::Partage || !resultat || f.operations >= OperationsParTransaction ||
+        f.octets >= OctetsParTransaction) {
         const Statut c = f.FinEcriture(true);
         if (resultat) resultat = c;
     }
@@ -364,6 +365,7 @@ Statut Pose(Fichier& f, MDB_txn* txn, Position position, const void* source, siz
     MDB_val k = Val(&position, sizeof position), v{longueur, nullptr};
     const int rc = mdb_put(txn, f.fiches, &k, &v, drapeaux | MDB_RESERVE);
     if (rc) return DeLmdb(rc, Ecriture);
+    f.octets += longueur;
     if (source) std::memcpy(v.mv_data, source, longueur);
     else std::memset(v.mv_data, 0, longueur);
     return {};
@@ -494,6 +496,8 @@ void TermineMagasin() {
 }
 
 bool SynchroniseEcritures(bool oui) { return std::exchange(Synchronisation(), oui); }
+
+bool CartesBornees(bool oui) { return std::exchange(Bornees(), oui); }
 
 int OpenCtFile(int numero, const char* chemin, int mode) {
     if (!Libre(numero)) return Fin({NumeroInvalide, 0});
@@ -647,6 +651,7 @@ int AddRecordKey(int numeroCle, const void* cle, Position position, int ordre) {
     // Keys in rising order go to the end of the tree at once; any other falls back.
     if (ordre) rc = mdb_put(txn, f.cles[k], &kv, &dv, MDB_NOOVERWRITE | MDB_APPEND);
     if (rc == MDB_KEYEXIST) rc = mdb_put(txn, f.cles[k], &kv, &dv, MDB_NOOVERWRITE);
+    if (rc == 0) f.octets += kv.mv_size + dv.mv_size;
     return Fin(Termine(*l, DeLmdb(rc, Ecriture), rc == 0));
 }
 
@@ -759,6 +764,7 @@ int ReconstruitFichier(const DescriptionFichier& d) {
                 if (!txn) break;
                 MDB_val ck = Val(cle.data(), cle.size()), cp = Val(&p, sizeof p);
                 const int r = mdb_put(txn, index.fichier->cles[k], &ck, &cp, MDB_NOOVERWRITE);
+                if (r == 0) index.fichier->octets += ck.mv_size + cp.mv_size;
                 doublon |= r == MDB_KEYEXIST;
                 st = Termine(index, r == MDB_KEYEXIST ? Statut{} : DeLmdb(r, Ecriture), r == 0);
             }

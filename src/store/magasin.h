@@ -67,6 +67,13 @@ int InitialiseMagasin(int tampons, int fichiers, int secteurs);
 // writer closes it (the default). A process that makes throwaway bases (a
 // test's fixtures) turns it off; the previous setting is returned.
 bool SynchroniseEcritures(bool oui);
+// Whether table files are mapped as the system requires where a map stops
+// at the file's end: a reader maps the file as it stands and maps it again
+// when it has grown, a writer maps a room above its pages that it grows
+// between transactions, and the file is cut back to its pages when its
+// writer closes it. On by itself on such systems; tests turn it on
+// elsewhere. The previous setting is returned.
+bool CartesBornees(bool oui);
 Globales* GlobalesMagasin();
 void TermineMagasin();
 

@@ -405,5 +405,33 @@ TEST_F(MagasinTest, RebuildRestoresKeysFromTheRecords) {
     EXPECT_EQ(CleSuivante(Index, k.data()), 0u);
 }
 
+using essai::MagasinBorneTest;
+
+TEST_F(MagasinBorneTest, AWriterGrowsItsMapAcrossTransactionsAndTheFileEndsAtItsPages) {
+    CreeVide();
+    // Some 24 MB: many times the first room, through many transactions.
+    ASSERT_EQ(Remplit(0, 6000, 4000, Exclusif), 0);
+    ASSERT_EQ(Remplit(6000, 100, 4000, Partage), 0);  // shared writers grow theirs too
+    Ouvre("V", LectureSeule);
+    for (int i : {0, 2999, 5999, 6000, 6099}) EXPECT_TRUE(LitNumero(Donnees, Index, i) == Contenu(i, 4000)) << i;
+    Ferme();
+    // The pages in use end the file: no room left behind, and nothing cut off.
+    const auto taille = std::filesystem::file_size(Chemin("V.DAT"));
+    EXPECT_EQ(taille % 4096, 0u);
+    EXPECT_LT(taille, 6100u * 4096 * 2);
+    EXPECT_GE(taille, 6100u * 4000);
+}
+
+TEST_F(MagasinBorneTest, ATruncatedFileOpenedForWritingIsNotLengthened) {
+    CreeVide();
+    ASSERT_EQ(Remplit(0, 200, 4000, Exclusif), 0);
+    const auto taille = std::filesystem::file_size(Chemin("V.DAT"));
+    std::filesystem::copy_file(Chemin("V.DAT"), Chemin("COURT.DAT"));
+    std::filesystem::resize_file(Chemin("COURT.DAT"), taille - 8192);
+    EXPECT_EQ(OpenCtFile(Donnees, Chemin("COURT.DAT").c_str(), Exclusif | Variable), OuvertureImpossible);
+    EXPECT_EQ(EtatIO(), FichierEtranger);
+    EXPECT_EQ(std::filesystem::file_size(Chemin("COURT.DAT")), taille - 8192);
+}
+
 }  // namespace
 }  // namespace vdx::magasin

@@ -20,6 +20,7 @@ namespace {
 using essai::Cle;
 using essai::Erreur;
 using essai::EtatIO;
+using essai::MagasinBorneTest;
 using essai::MagasinTest;
 
 class Enfant {
@@ -216,6 +217,49 @@ TEST_F(PartageTest, RecordsNobodyHoldsAreSweptAwayOthersKept) {
     EXPECT_EQ(EtatIO(), TenuAilleurs);
     lecteur.Reprends();
     EXPECT_EQ(lecteur.Fin(), 0);
+}
+
+// Maps bounded by their file: another process's writes outgrow the maps
+// this process keeps, its readers' and its writers'.
+TEST_F(MagasinBorneTest, MapsOutgrownByAnotherProcessAreMadeAgain) {
+    CreeVide();
+    auto ecrit = [this](int premier, int nombre, uint32_t n) {
+        Enfant enfant([=, this](Enfant&) { return Remplit(premier, nombre, n, Partage) & 0xff; });
+        return enfant.Fin();
+    };
+    ASSERT_EQ(ecrit(0, 10, 100), 0);
+    // A reader's map, kept after its close, then outgrown.
+    Ouvre("V", LectureSeule);
+    EXPECT_TRUE(LitNumero(Donnees, Index, 5) == Contenu(5, 100));
+    Ferme();
+    ASSERT_EQ(ecrit(10, 3000, 4000), 0);
+    Ouvre("V", LectureSeule);
+    EXPECT_TRUE(LitNumero(Donnees, Index, 3009) == Contenu(3009, 4000));
+    Ferme();
+    // Two shared writers at once: each grows its map on the other's pages.
+    ASSERT_EQ(OpenCtFile(Donnees, Chemin("V.DAT").c_str(), Partage | Variable), 0);
+    ASSERT_EQ(OpenCtFile(Index, Chemin("V.NDX").c_str(), Partage), 0);
+    Enfant enfant([this](Enfant& e) {
+        if (OpenCtFile(Donnees, Chemin("V.DAT").c_str(), Partage | Variable) != 0) return 1;
+        e.Signale();
+        e.Attends();
+        CloseCtFile(Donnees, 0);
+        return Remplit(3010, 2000, 4000, Partage) & 0xff;
+    });
+    ASSERT_TRUE(enfant.AttendsSignal());
+    const std::string fiche = Contenu(9999, 4000);
+    const Position p = NouvelleFicheVariable(Donnees, 4000);
+    ASSERT_NE(p, 0u);
+    ASSERT_EQ(EcritFicheVariable(Donnees, p, fiche.data(), 4000), 0);
+    enfant.Reprends();
+    ASSERT_EQ(enfant.Fin(), 0);
+    for (int i = 0; i < 500; ++i) {
+        const Position q = NouvelleFicheVariable(Donnees, 4000);
+        ASSERT_NE(q, 0u) << i << " " << Erreur() << " " << EtatIO();
+        ASSERT_EQ(EcritFicheVariable(Donnees, q, fiche.data(), 4000), 0);
+    }
+    EXPECT_TRUE(LitNumero(Donnees, Index, 5009) == Contenu(5009, 4000));
+    Ferme();
 }
 
 }  // namespace

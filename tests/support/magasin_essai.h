@@ -81,4 +81,54 @@ protected:
     std::string dossier_;
 };
 
+// Where a map stops at its file's end (as on Windows), a writer grows its
+// map between transactions and cuts the file back to its pages; a reader's
+// map is the file as it stood, and an outgrown map is never read past.
+class MagasinBorneTest : public MagasinTest {
+protected:
+    void SetUp() override {
+        avant_ = CartesBornees(true);
+        MagasinTest::SetUp();
+    }
+    void TearDown() override {
+        MagasinTest::TearDown();
+        CartesBornees(avant_);
+    }
+    void CreeVide() {
+        ASSERT_EQ(CreateDataFile(Donnees, Chemin("V.DAT").c_str(), 0, 4096, Exclusif | Variable), 0);
+        ASSERT_EQ(CreateIndexFile(Index, Chemin("V.NDX").c_str(), LongueurCle, 0, 0, 0, 4096, Exclusif), 0);
+        Ferme();
+    }
+    // Writes variable records of `n` bytes to V, keyed by their number from
+    // `premier`; 0, or the first failure's error (a forked child reports it).
+    int Remplit(int premier, int nombre, uint32_t n, int mode) {
+        if (OpenCtFile(Donnees, Chemin("V.DAT").c_str(), mode | Variable) != 0) return Erreur();
+        if (OpenCtFile(Index, Chemin("V.NDX").c_str(), mode) != 0) return Erreur();
+        for (int i = premier; i < premier + nombre; ++i) {
+            const std::string fiche = Contenu(i, n);
+            const Position p = NouvelleFicheVariable(Donnees, n);
+            if (p == 0 || EcritFicheVariable(Donnees, p, fiche.data(), n) != 0 ||
+                AddRecordKey(Index, Cle(std::to_string(i), LongueurCle).data(), p, 0) != 0)
+                return Erreur();
+        }
+        if (CloseCtFile(Index, 0) != 0 || CloseCtFile(Donnees, 0) != 0) return Erreur();
+        return 0;
+    }
+    static std::string Contenu(int i, uint32_t n) {
+        std::string fiche(n, static_cast<char>('a' + i % 26));
+        std::memcpy(fiche.data(), &i, sizeof i);
+        return fiche;
+    }
+    // Record `i` read through numbers `donnees` and `index`; "" if not found.
+    static std::string LitNumero(int donnees, int index, int i) {
+        const Position p = CleEgale(index, Cle(std::to_string(i), LongueurCle).data());
+        std::string fiche;
+        if (p == 0 || LitFicheEntiere(donnees, p, fiche) != 0) return "";
+        return fiche;
+    }
+
+private:
+    bool avant_ = false;
+};
+
 }  // namespace vdx::magasin::essai
