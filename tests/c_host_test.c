@@ -5,6 +5,7 @@
 #include <stdio.h>
 #include <stdlib.h>
 #include <string.h>
+#include <time.h>
 
 #include "vdx32/oleauto.h"
 #include "vdx32/vdx32.h"
@@ -17,6 +18,13 @@ static int echecs = 0;
             fprintf(stderr, "%s:%d: %s\n", __FILE__, __LINE__, #condition); \
             ++echecs;                                                   \
         }                                                               \
+    } while (0)
+
+/* Connects in `mode`, or counts a failure and leaves the calling function. */
+#define CONNECTE(base, mode)                                     \
+    do {                                                         \
+        VERIFIE(Connection_Vdx((base), (mode), 0) == 1);         \
+        if (echecs) return;                                      \
     } while (0)
 
 static int32_t VDX_CALL boite(void* contexte, const char* texte, const char* titre, int32_t style) {
@@ -42,7 +50,7 @@ static void en_tableau(const char* base) {
     VdxCodeLibelle fiche;
     LONG indice = 1;
     int32_t n;
-    VERIFIE(Connection_Vdx(base, 0, 0) == 1);
+    CONNECTE(base, 0);
     n = ListeALD_Vdx(&tableau);
     VERIFIE(n == 30);
     VERIFIE(SafeArrayGetUBound(tableau, 1, &indice) == S_OK && indice == n - 1);
@@ -65,7 +73,7 @@ static void en_tableau(const char* base) {
 static void en_memoire(const char* base) {
     char* texte;
     int32_t longueur;
-    VERIFIE(Connection_Vdx(base, 2, 0) == 1);
+    CONNECTE(base, 2);
     VERIFIE(ListeALD_Vdx(NULL) == 30);
     longueur = GetLenString_Vdx();
     VERIFIE(longueur > 1);
@@ -91,7 +99,7 @@ static void contre_indications(const char* base) {
     VdxAlerteCI* fiches = NULL;
     int32_t n, i;
     VERIFIE(SafeArrayPutElement(produits, &indice, code) == S_OK);
-    VERIFIE(Connection_Vdx(base, 0, 0) == 1);
+    CONNECTE(base, 0);
     n = ContreIndicationsProfil2_Vdx(&codes, &types, &valeurs, &produits, &alertes, 360, 60, 30, 0, "F");
     VERIFIE(n == 2);
     VERIFIE(SafeArrayAccessData(alertes, (void**)&fiches) == S_OK);
@@ -116,12 +124,30 @@ static void contre_indications(const char* base) {
     DeConnection2_Vdx();
 }
 
+/* A reader of the base for `secondes` seconds, while another process may
+ * rebuild it: each round connects, reads the illnesses in memory mode and
+ * checks a prescription, then lets go. */
+static void lit_pendant(const char* base, int secondes) {
+    const time_t fin = time(NULL) + secondes;
+    int tours = 0;
+    do {
+        en_memoire(base);
+        contre_indications(base);
+        ++tours;
+    } while (time(NULL) < fin && echecs == 0);
+    printf("%d rounds read\n", tours);
+}
+
 int main(int argc, char** argv) {
     int boites = 0;
     char erreur[300];
     if (argc < 2) {
-        fprintf(stderr, "usage: %s BASE\n", argv[0]);
+        fprintf(stderr, "usage: %s BASE [--pendant SECONDES]\n", argv[0]);
         return 2;
+    }
+    if (argc == 4 && strcmp(argv[2], "--pendant") == 0) {
+        lit_pendant(argv[1], atoi(argv[3]));
+        return echecs == 0 ? 0 : 1;
     }
     InstalleNotifications_Vdx(boite, NULL, &boites);
     VERIFIE(ListeALD_Vdx(NULL) == VDX_NON_CONNECTE);

@@ -10,6 +10,7 @@
 #include "session/session.h"
 #include "store/fixture.h"
 #include "tests/support/identite.h"
+#include "tests/support/livraison_essai.h"
 #include "platform/notices.h"
 #include "tests/support/tableau_hote.h"
 #include "vdx32/vdx32.h"
@@ -18,43 +19,7 @@ namespace vdx {
 namespace {
 
 using essai::BaseDeTest;
-
-void AjouteAld(BaseDeTest& base, const char* code, const char* libelle) {
-    base.Ajoute("VDXYALD", {{"Code", code}, {"Libelle", libelle}});
-}
-
-class Livraison : public ::testing::Test {
-protected:
-    void SetUp() override {
-        DeConnection2_Vdx();
-        RemetSession();
-        essai::AjouteIdentite(base);
-        AjouteAld(base, "01", "Accident vasculaire cérébral invalidant");
-        AjouteAld(base, "02", "Insuffisances médullaires");
-        AjouteAld(base, "2", "Doublon du code 2");  // filed behind "02", same code
-        AjouteAld(base, "30", "Tuberculose active, lèpre");
-    }
-    void TearDown() override {
-        DeConnection2_Vdx();
-        RemetSession();
-    }
-    void Connecte(int32_t mode, int32_t unicode = 0) {
-        ASSERT_EQ(Connection_Vdx(base.Repertoire().c_str(), mode, unicode), 1);
-    }
-    std::string Fichier(const char* nom) {
-        std::ifstream f(base.Repertoire() + "/" + nom, std::ios::binary);
-        std::stringstream s;
-        s << f.rdbuf();
-        return s.str();
-    }
-
-    const std::string attendu =
-        "1@Accident vasculaire c\xE9r\xE9" "bral invalidant\r\n2@Insuffisances m\xE9"
-        "dullaires\r\n30@Tuberculose active, l\xE8pre";
-    NoticesMemorisees notices;
-    NoticesEnPlace enPlace{notices};
-    BaseDeTest base;
-};
+using essai::Livraison;
 
 TEST_F(Livraison, ArrayModeFillsTheHostsArrayWithoutDuplicateKeys) {
     Connecte(0);
@@ -91,28 +56,6 @@ TEST_F(Livraison, ALockedArrayIsRefusedUntouched) {
     ASSERT_EQ(SafeArrayUnlock(tableau), S_OK);
     VideTableau(tableau, {TypeChamp::Entier, TypeChamp::Texte});
     SafeArrayDestroy(tableau);
-}
-
-// Bounds a host wrote over, claiming more elements than the array's block
-// holds, are refused with the array's code before anything is read or
-// written past the block.
-TEST_F(Livraison, ADescriptorClaimingMoreThanItsBlockIsRefused) {
-    Connecte(0);
-    SAFEARRAY* tableau = essai::TableauDeFiches(2);
-    ASSERT_EQ(ListeALD_Vdx(&tableau), 3);
-    tableau->rgsabound[0].cElements = 100000;
-    EXPECT_EQ(ListeALD_Vdx(&tableau), VDX_OPERATION_TABLEAU);
-    tableau->rgsabound[0].cElements = 3;
-    VideTableau(tableau, {TypeChamp::Entier, TypeChamp::Texte});
-    SafeArrayDestroy(tableau);
-
-    SAFEARRAY* produits = SafeArrayCreateVector(VT_BSTR, 0, 2);
-    produits->rgsabound[0].cElements = 100000;
-    SAFEARRAY* lignes = essai::TableauDeFiches(23);
-    EXPECT_EQ(Interactions2_Vdx(&produits, nullptr, nullptr, &lignes, 0, 0, 0, 0, ""), VDX_OPERATION_TABLEAU);
-    produits->rgsabound[0].cElements = 2;
-    SafeArrayDestroy(produits);
-    SafeArrayDestroy(lignes);
 }
 
 TEST_F(Livraison, AWideSessionGivesWideLabels) {

@@ -6,6 +6,7 @@
 #include <filesystem>
 #include <fstream>
 
+#include "platform/chemin.h"
 #include "platform/horloge.h"
 #include "platform/hote.h"
 #include "session/cadre.h"
@@ -62,20 +63,20 @@ TEST_F(Session, KeepsTheFirstBaseUntilTheSessionEnds) {
     BaseDeTest premiere, seconde;
     AjouteIdentite(premiere);
     AjouteIdentite(seconde);
-    ASSERT_EQ(Connection_Vdx((premiere.Repertoire() + "/").c_str(), 2, 1), 1);
-    EXPECT_EQ(session().BaseFichiers, premiere.Repertoire() + "/");
+    ASSERT_EQ(Connection_Vdx((premiere.Repertoire() + chemin::Separateur).c_str(), 2, 1), 1);
+    EXPECT_EQ(session().BaseFichiers, premiere.Repertoire() + chemin::Separateur);
     EXPECT_EQ(session().ChainesUnicode, 0);  // wide strings exist in array mode only
 
     EXPECT_EQ(Connecte(seconde), 1);
-    EXPECT_EQ(session().BaseFichiers, premiere.Repertoire() + "/");
+    EXPECT_EQ(session().BaseFichiers, premiere.Repertoire() + chemin::Separateur);
     EXPECT_EQ(session().ModeSortie, 2);
     DeConnection_Vdx();
     EXPECT_EQ(Connecte(seconde), 1);
-    EXPECT_EQ(session().BaseFichiers, premiere.Repertoire() + "/");
+    EXPECT_EQ(session().BaseFichiers, premiere.Repertoire() + chemin::Separateur);
 
     DeConnection2_Vdx();
     EXPECT_EQ(Connecte(seconde), 1);
-    EXPECT_EQ(session().BaseFichiers, seconde.Repertoire() + "/");
+    EXPECT_EQ(session().BaseFichiers, seconde.Repertoire() + chemin::Separateur);
     EXPECT_EQ(session().ModeSortie, 0);
 }
 

@@ -39,11 +39,22 @@ bool FixeTailleEtFerme(intptr_t descripteur, uint64_t taille);
 // Whether a map of a file stops at the file's end and a writer's map sets
 // the file's length (Windows); elsewhere a map may reach past the end and
 // sees the file grow into it.
+// And whether a file held open may be replaced by a rename (not on Windows).
 #ifdef _WIN32
 inline constexpr bool CarteBorneeAuFichier = true;
+inline constexpr bool RemplacableOuvert = false;
 #else
 inline constexpr bool CarteBorneeAuFichier = false;
+inline constexpr bool RemplacableOuvert = true;
 #endif
+
+// Puts directory `neuf` in the place of `place`, whose old content ends at
+// `ecarte` (which must not exist); false with errno set, nothing moved. On
+// Linux in one step; on Windows in two renames, `place` briefly absent.
+bool RemplaceDossier(const std::string& neuf, const std::string& place, const std::string& ecarte);
+// Whether directory `dossier` exists, waiting for it up to half a second
+// where a replacement leaves it briefly absent (Windows).
+bool AttendsDossier(const std::string& dossier);
 
 // Makes a new directory from `modele`, whose last six characters "XXXXXX"
 // are replaced; false with errno set.

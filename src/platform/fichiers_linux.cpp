@@ -171,6 +171,22 @@ bool FixeTailleEtFerme(intptr_t descripteur, uint64_t taille) {
     return fait;
 }
 
+bool RemplaceDossier(const std::string& neuf, const std::string& place, const std::string& ecarte) {
+    if (::renameat2(AT_FDCWD, neuf.c_str(), AT_FDCWD, place.c_str(), RENAME_EXCHANGE) != 0) return false;
+    if (::rename(neuf.c_str(), ecarte.c_str()) != 0) {
+        const int e = errno;
+        ::renameat2(AT_FDCWD, neuf.c_str(), AT_FDCWD, place.c_str(), RENAME_EXCHANGE);
+        errno = e;
+        return false;
+    }
+    return true;
+}
+
+bool AttendsDossier(const std::string& dossier) {
+    std::error_code e;
+    return std::filesystem::is_directory(dossier, e);
+}
+
 bool CreeDossierUnique(std::string& modele) { return ::mkdtemp(modele.data()) != nullptr; }
 
 std::string DossierEphemere() {

@@ -100,6 +100,27 @@ bool FixeTailleEtFerme(intptr_t descripteur, uint64_t taille) {
     return fait;
 }
 
+bool RemplaceDossier(const std::string& neuf, const std::string& place, const std::string& ecarte) {
+    if (!MoveFileExA(place.c_str(), ecarte.c_str(), 0)) return Echoue();
+    if (!MoveFileExA(neuf.c_str(), place.c_str(), 0)) {
+        Echoue();
+        const int e = errno;
+        MoveFileExA(ecarte.c_str(), place.c_str(), 0);
+        errno = e;
+        return false;
+    }
+    return true;
+}
+
+bool AttendsDossier(const std::string& dossier) {
+    for (int essai = 0;; ++essai) {
+        const DWORD attributs = GetFileAttributesA(dossier.c_str());
+        if (attributs != INVALID_FILE_ATTRIBUTES) return (attributs & FILE_ATTRIBUTE_DIRECTORY) != 0;
+        if (essai == 50) return false;
+        Sleep(10);
+    }
+}
+
 bool CreeDossierUnique(std::string& modele) {
     if (modele.size() < 6) {
         errno = EINVAL;

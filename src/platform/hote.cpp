@@ -19,6 +19,24 @@ alignas(16) unsigned char aucunElement[16];
 // Features word of the library's private arrays, as the original sets it.
 constexpr USHORT FonctionsTableauPrive = 512;
 
+// That word reads as FADF_UNKNOWN to the system's oleaut32, which would
+// release each element as an interface when the block is resized or freed:
+// the bit is set aside meanwhile. The elements are the library's to free.
+class SansInterfaces {
+public:
+    explicit SansInterfaces(SAFEARRAY* tableau)
+        : tableau_(tableau), ecarte_(static_cast<USHORT>(tableau->fFeatures & FADF_UNKNOWN)) {
+        tableau_->fFeatures = static_cast<USHORT>(tableau_->fFeatures & ~FADF_UNKNOWN);
+    }
+    ~SansInterfaces() { tableau_->fFeatures = static_cast<USHORT>(tableau_->fFeatures | ecarte_); }
+    SansInterfaces(const SansInterfaces&) = delete;
+    SansInterfaces& operator=(const SansInterfaces&) = delete;
+
+private:
+    SAFEARRAY* tableau_;
+    USHORT ecarte_;
+};
+
 }  // namespace
 
 SAFEARRAY* CreeTableau(uint32_t tailleElement) {
@@ -38,6 +56,7 @@ SAFEARRAY* CreeTableau(uint32_t tailleElement) {
 bool Redimensionne(SAFEARRAY* tableau, uint32_t elements) {
     if (!tableau) return false;
     SAFEARRAYBOUND borne{elements, 0};
+    SansInterfaces garde(tableau);
     return SUCCEEDED(SafeArrayRedim(tableau, &borne));
 }
 
@@ -47,6 +66,7 @@ bool ForceVide(SAFEARRAY* tableau) {
     tableau->rgsabound[0].lLbound = 0;
     // Unlocked, the old block can go (with no cell left, no element is
     // released); locked, someone may still be reading it.
+    SansInterfaces garde(tableau);
     if (tableau->cLocks == 0) SafeArrayDestroyData(tableau);
     return SUCCEEDED(SafeArrayAllocData(tableau));
 }
@@ -110,7 +130,10 @@ uint32_t TailleElement(const SAFEARRAY* tableau) {
 
 void Detruit(SAFEARRAY* tableau) {
     if (!tableau) return;
-    SafeArrayDestroyData(tableau);
+    {
+        SansInterfaces garde(tableau);
+        SafeArrayDestroyData(tableau);
+    }
     SafeArrayDestroyDescriptor(tableau);
 }
 

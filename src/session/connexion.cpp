@@ -5,6 +5,7 @@
 #include <string>
 
 #include "platform/chemin.h"
+#include "platform/fichiers.h"
 #include "platform/horloge.h"
 #include "platform/notices.h"
 #include "session/cadre.h"
@@ -104,8 +105,11 @@ int32_t Connecte(const char* chemin, int32_t modeSortie, int32_t chainesUnicode)
     const size_t longueur = strnlen(chemin, TailleBaseFichiers);
     if (longueur + 1 >= TailleBaseFichiers) return Argument1;
     s.BaseFichiers = chemin::Repertoire(std::string(chemin, longueur));
-    if (!chemin::FichierExiste(s.BaseFichiers + "VDXPRO.DAT") || !chemin::FichierExiste(s.BaseFichiers + "VDXPRO.NDX"))
-        return FichiersManquants;
+    auto present = [&s] {
+        return chemin::FichierExiste(s.BaseFichiers + "VDXPRO.DAT") && chemin::FichierExiste(s.BaseFichiers + "VDXPRO.NDX");
+    };
+    // A base being put in place by another process is briefly absent.
+    if (!present() && !(systeme::AttendsDossier(s.BaseFichiers) && present())) return FichiersManquants;
     if (magasin::InitialiseMagasin(TamponsMagasin, NombreNumeros, SecteursMagasin) != 0) {
         s.FichierErreur = messages::MagasinIndisponible;
         return MagasinNonInitialise;

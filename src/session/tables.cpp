@@ -1,7 +1,9 @@
 #include "session/tables.h"
 
 #include <algorithm>
+#include <cerrno>
 
+#include "platform/fichiers.h"
 #include "session/cadre.h"
 #include "session/session.h"
 
@@ -31,6 +33,10 @@ int OuvreAvecReprise(const std::string& repertoire, const char* nom, int numero,
         if (OpenCtFile(numero, chemin.c_str(), mode) == 0) return 1;
         CloseCtFile(numero, LectureSeule);
         if (OpenCtFile(numero, chemin.c_str(), mode) == 0) return 1;
+        // The base put in place by another process: its directory was briefly absent.
+        if (EtatIOCourant() == ENOENT && systeme::AttendsDossier(repertoire) &&
+            OpenCtFile(numero, chemin.c_str(), mode) == 0)
+            return 1;
     }
     session().FichierErreur = nom;
     return 0;

@@ -470,4 +470,8 @@ void Fichiers::OteInactifs() {
 
 void Fichiers::Vide() { parChemin_.clear(); }
 
+void Fichiers::Ferme(const Fichier& f) {
+    if (auto it = parChemin_.find(f.chemin); it != parChemin_.end() && it->second.get() == &f) parChemin_.erase(it);
+}
+
 }  // namespace vdx::magasin

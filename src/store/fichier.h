@@ -141,6 +141,8 @@ public:
     // file there (whose readers are told).
     std::shared_ptr<Fichier> Cree(const std::string& chemin, const Entete& entete, bool exclusif, Statut& statut);
     void Vide();
+    // Closes `f` if it is the file kept at its path.
+    void Ferme(const Fichier& f);
     // Closes the files no number is bound to: a directory whose files this
     // process holds can't be renamed on Windows.
     void OteInactifs();

@@ -19,6 +19,12 @@ std::string DossierTemporaire(const char* motif) {
     return modele;
 }
 
+void SupprimeDossier(const std::string& dossier) {
+    magasin::FermeFichiersInactifs();
+    std::error_code ignore;
+    std::filesystem::remove_all(dossier, ignore);
+}
+
 namespace {
 
 // A test's base is thrown away with its test: built without syncing its
@@ -38,8 +44,7 @@ RapportConstruction ConstruitSansSynchroniser(const std::vector<Source>& sources
 class Modeles {
 public:
     ~Modeles() {
-        std::error_code ignore;
-        if (!dossier_.empty()) std::filesystem::remove_all(dossier_, ignore);
+        if (!dossier_.empty()) SupprimeDossier(dossier_);
     }
 
     std::filesystem::path Vide(Emplacement emplacement) {
@@ -80,10 +85,7 @@ BaseDeTest::BaseDeTest(Emplacement emplacement) : emplacement_(emplacement) {
     magasin::InitialiseMagasin(867, NombreNumeros, 16);
 }
 
-BaseDeTest::~BaseDeTest() {
-    std::error_code ignore;
-    std::filesystem::remove_all(dossier_, ignore);
-}
+BaseDeTest::~BaseDeTest() { SupprimeDossier(dossier_); }
 
 Source& BaseDeTest::SourceDe(std::string_view table) {
     const Table* t = TableNommee(table);

@@ -29,6 +29,10 @@ namespace vdx::essai {
 // A new directory for a test's throwaway files, `motif` ending in XXXXXX,
 // in systeme::DossierEphemere().
 std::string DossierTemporaire(const char* motif);
+// Removes a test's directory, errors ignored, first closing the files this
+// process keeps open that no number is bound to: Windows removes no file
+// held open.
+void SupprimeDossier(const std::string& dossier);
 
 class BaseDeTest {
 public:

@@ -173,6 +173,8 @@ Statut Detache(Liaison& l) {
         f.partage->SortEcrivain();
     }
     --f.liaisons;
+    // A bounded writer's file is cut back to its pages once closed: not kept.
+    if (Bornees() && !f.lectureSeule && f.liaisons == 0) etat->fichiers.Ferme(f);
     l.fichier.reset();
     return st;
 }

@@ -12,6 +12,7 @@
 #include <thread>
 #include <vector>
 
+#include "platform/fichiers.h"
 #include "tests/support/magasin_essai.h"
 
 namespace vdx::magasin {
@@ -297,6 +298,7 @@ TEST_F(MagasinTest, AFileStateIsReadWithoutBindingAndFollowsCommitsAndReplacemen
     Cree("N");
     Ferme();
     MarqueRemplace(donnees.c_str());
+    FermeFichiersInactifs();  // Windows renames nothing over a file held open
     std::filesystem::rename(Chemin("N.DAT"), donnees);
     const EtatLecture remplace = EtatChemin(donnees);
     EXPECT_NE(remplace.fichier, deuxieme.fichier);
@@ -315,6 +317,7 @@ TEST_F(MagasinTest, AReplacedFileIsSeenAtTheNextOpen) {
     Ferme();
     MarqueRemplace(Chemin("T.DAT").c_str());
     MarqueRemplace(Chemin("T.NDX").c_str());
+    FermeFichiersInactifs();  // Windows renames nothing over a file held open
     std::filesystem::rename(Chemin("N.DAT"), Chemin("T.DAT"));
     std::filesystem::rename(Chemin("N.NDX"), Chemin("T.NDX"));
     Ouvre();
@@ -324,6 +327,7 @@ TEST_F(MagasinTest, AReplacedFileIsSeenAtTheNextOpen) {
     // A whole directory swapped for another, as a base is rebuilt.
     std::filesystem::create_directory(Chemin("neuve"));
     std::filesystem::create_directory(Chemin("base"));
+    FermeFichiersInactifs();
     std::filesystem::rename(Chemin("T.DAT"), Chemin("base/T.DAT"));
     std::filesystem::rename(Chemin("T.NDX"), Chemin("base/T.NDX"));
     Ouvre("base/T");
@@ -332,6 +336,7 @@ TEST_F(MagasinTest, AReplacedFileIsSeenAtTheNextOpen) {
     Ajoute("A", "refaite");
     Ferme();
     MarqueRemplaceDossier(Chemin("base").c_str());
+    FermeFichiersInactifs();
     std::filesystem::rename(Chemin("base"), Chemin("ancienne"));
     std::filesystem::rename(Chemin("neuve"), Chemin("base"));
     std::filesystem::remove_all(Chemin("ancienne"));
@@ -343,6 +348,7 @@ TEST_F(MagasinTest, AReplacedFileIsSeenAtTheNextOpen) {
     Cree("M");
     Ajoute("A", "derniere");
     Ferme();
+    if (!systeme::RemplacableOuvert) FermeFichiersInactifs();
     std::filesystem::rename(Chemin("M.DAT"), Chemin("T.DAT"));
     std::filesystem::rename(Chemin("M.NDX"), Chemin("T.NDX"));
     std::this_thread::sleep_for(std::chrono::milliseconds(1100));

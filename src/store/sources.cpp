@@ -304,11 +304,15 @@ void Installe(const fs::path& construite, const fs::path& base, bool remplace) {
         // Readers of this process that keep the old files open reopen them.
         for (const auto& e : fs::directory_iterator(base))
             if (FichierDeTable(e)) magasin::MarqueRemplace(e.path().string().c_str());
+        OteConstructionsAbandonnees(base, ".ancienne-");
         const fs::path ancienne = DossierTemporaire(base, ".ancienne-");
         fs::remove(ancienne);
-        fs::rename(base, ancienne);
-        fs::rename(construite, base);
-        fs::remove_all(ancienne);
+        if (!systeme::RemplaceDossier(construite.string(), base.string(), ancienne.string()))
+            throw fs::filesystem_error("remplacement", construite, base, std::error_code(errno, std::generic_category()));
+        // Readers elsewhere may still hold the old files (Windows keeps them
+        // then): what is left goes with a later build.
+        std::error_code ignore;
+        fs::remove_all(ancienne, ignore);
     } else {
         fs::rename(construite, base);
     }

@@ -37,7 +37,7 @@ public:
     Dossier() {
         chemin_ = essai::DossierTemporaire("vdx32-sources-XXXXXX");
     }
-    ~Dossier() { fs::remove_all(chemin_); }
+    ~Dossier() { essai::SupprimeDossier(chemin_.string()); }
     fs::path operator/(const std::string& nom) const { return chemin_ / nom; }
     const fs::path& chemin() const { return chemin_; }
 
@@ -232,7 +232,7 @@ TEST_F(Base, EveryLayoutSurvivesBuildAndDump) {
         const auto attendus = Fichiers(sources), obtenus = Fichiers(vidage);
         EXPECT_EQ(attendus.size(), obtenus.size());
         for (const auto& [nom, texte] : attendus) EXPECT_EQ(obtenus.count(nom) ? obtenus.at(nom) : "(absent)", texte) << nom;
-        for (const fs::path& p : {sources, base, vidage}) fs::remove_all(p);
+        for (const fs::path& p : {sources, base, vidage}) essai::SupprimeDossier(p.string());
     }
 }
 

@@ -84,7 +84,7 @@ public:
     Dossier() {
         chemin_ = vdx::essai::DossierTemporaire("vdx32-import-XXXXXX");
     }
-    ~Dossier() { fs::remove_all(chemin_); }
+    ~Dossier() { vdx::essai::SupprimeDossier(chemin_.string()); }
     const fs::path& chemin() const { return chemin_; }
 
 private:
