@@ -4,6 +4,8 @@
 
 #include <string>
 
+#include "platform/codepage_table.h"
+
 namespace vdx::codepage {
 namespace {
 
@@ -84,6 +86,34 @@ TEST(Codepage, Utf8RefuseAvecLaPosition) {
     EXPECT_EQ(DepuisUtf8("\xE2\x82\xAC \xC5\x93uvre \xC2\x81"), "\x80 \x9Cuvre \x81");
     EXPECT_EQ(DepuisUtf8(""), "");
     EXPECT_EQ(DepuisUtf8(std::string("a\0b", 3)), std::string("a\0b", 3));
+}
+
+// The wide conversions of the system (Windows) or of the library (Linux)
+// against the table, byte for byte: every byte, every UTF-16 unit alone and
+// in a text, pairs and lone surrogates.
+TEST(Codepage, LesConversionsLargesSuiventLaTable) {
+    const std::u16string large = VersUtf16(TousLesOctets());
+    ASSERT_EQ(large.size(), 256u);
+    for (int i = 0; i < 256; ++i) EXPECT_EQ(large[i], CaractereDe(static_cast<unsigned char>(i))) << i;
+
+    std::u16string unites;
+    std::string attendu;
+    for (char32_t c = 1; c < 0x10000; ++c) {
+        if (c >= 0xD800 && c <= 0xDFFF) continue;
+        const int octet = OctetDe(c);
+        const char un = octet < 0 ? '?' : static_cast<char>(octet);
+        const std::u16string seul(1, static_cast<char16_t>(c));
+        ASSERT_EQ(DepuisUtf16(seul), std::string(1, un)) << std::hex << static_cast<uint32_t>(c);
+        unites += static_cast<char16_t>(c);
+        attendu += un;
+    }
+    EXPECT_EQ(DepuisUtf16(unites), attendu);
+    EXPECT_EQ(DepuisUtf16(u"a\U0001F600b\U00010000"), "a?b?");
+    EXPECT_EQ(DepuisUtf16(std::u16string(u"\xDC00\xD800", 2)), "??");
+    EXPECT_EQ(DepuisUtf16(std::u16string(u"\0a", 2)), std::string("\0a", 2));
+    EXPECT_EQ(VersUtf16(std::string("\0\x80", 2)), std::u16string(u"\0\u20AC", 2));
+    EXPECT_EQ(VersUtf16(""), u"");
+    EXPECT_EQ(DepuisUtf16(u""), "");
 }
 
 }  // namespace
