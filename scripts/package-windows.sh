@@ -1,9 +1,10 @@
 #!/usr/bin/env bash
 # The package for Windows hosts, build-win/VDX32-VERSION.zip: both DLLs with
-# their .def and vdx.exe (x86_64/ and i686/), the headers, the host guide and
-# the sample base. The base is built by the Linux vdx: LMDB on Windows sizes
-# a file it writes to its whole map (4 GB here) until the store grows its
-# maps by steps there.
+# their .def and vdx.exe (x86_64/ and i686/), the headers, the host guide,
+# the sample's sources and the sample base built from them by the 64-bit
+# vdx.exe under wine64. A 32-bit program's base files differ (LMDB's page
+# numbers are as wide as the program): 32-bit hosts build theirs with
+# i686\vdx.exe from the sources, as the package's README says.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 bash scripts/build-windows.sh
@@ -17,8 +18,19 @@ for arch in x86_64 i686; do
 done
 cp include/vdx32/vdx32.h include/vdx32/oleauto.h "$paquet/include/vdx32/"
 cp docs/hosts.md "$paquet/docs/"
-cmake -S . -B build -G Ninja -DCMAKE_BUILD_TYPE=RelWithDebInfo >/dev/null
-cmake --build build --target vdx >/dev/null
-build/tools/vdx/vdx build data/sample "$paquet/sample-base" 2>/dev/null
+cp -r data/sample "$paquet/sample-sources"
+timeout 600 scripts/wine.sh build-win/x86_64/tools/vdx/vdx.exe build data/sample "$paquet/x86_64/sample-base" 2>/dev/null
+cat >"$paquet/README.txt" <<'TEXTE'
+VDX32 for Windows hosts
+
+x86_64\VDX32.dll   for 64-bit hosts, with its sample base in x86_64\sample-base
+i686\VDX32.dll     for 32-bit hosts (stdcall, plain export names)
+include\vdx32\     the C header; docs\hosts.md declares the exports for VB, C# and Python
+
+A base is read by programs of the width that built it. For a 32-bit host,
+build the sample base with the 32-bit vdx.exe:
+
+    i686\vdx.exe build sample-sources i686\sample-base
+TEXTE
 (cd build-win/paquet && cmake -E tar cf "../VDX32-$version.zip" --format=zip "VDX32-$version")
 echo "build-win/VDX32-$version.zip"
