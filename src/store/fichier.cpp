@@ -58,15 +58,18 @@ bool Entier(MDB_env* env, uint64_t taille) {
     return ms.ms_psize != 0 && PagesUtilisees(env) <= taille;
 }
 
+// Room a bounded writer keeps above twice its pages (a transaction may copy
+// each once) for the data of a transaction and the pages that file it.
+constexpr uint64_t MargeEcriture = 4 * OctetsParTransaction;
+
 // The map of a reader whose file has `taille` bytes, or of a writer whose
 // file uses `utilise` bytes out of `taille`. A bounded writer maps its pages
-// twice over (a transaction may copy each once) and a room for the data of
-// two transactions, in whole megabytes, and never less than the file: its
-// map sets the file's length, which others may map.
+// twice over and twice its room, in whole megabytes, and never less than the
+// file: its map sets the file's length, which others may map.
 size_t TailleCarte(uint64_t utilise, uint64_t taille, bool ecriture) {
     if (!Bornees()) return static_cast<size_t>(std::min<uint64_t>(Reserve, SIZE_MAX));
     if (!ecriture) return static_cast<size_t>(taille);
-    const uint64_t voulu = (2 * utilise + 4 * OctetsParTransaction + Mo - 1) / Mo * Mo;
+    const uint64_t voulu = (2 * utilise + 2 * MargeEcriture + Mo - 1) / Mo * Mo;
     return static_cast<size_t>(std::max(voulu, taille));
 }
 
@@ -159,6 +162,10 @@ Fichier::Fichier(std::string c, MDB_env* e, bool ro)
 
 Fichier::~Fichier() {
     if (ecriture) FinEcriture(true);
+    if (sansCarte) {
+        mdb_env_close(env);  // no page of it may be read, nor the file cut
+        return;
+    }
     for (Instantane& l : lectures_) {
         // Cursors of read transactions outlive them: they are ours to close.
         for (MDB_cursor* c : l.curseurs)
@@ -213,16 +220,22 @@ bool& Bornees() {
     return oui;
 }
 
-void Fichier::AgranditCarte() {
-    if (!Bornees() || lectureSeule || liaisons > ecrivains) return;
+int Fichier::AgranditCarte() {
+    if (!Bornees() || lectureSeule || liaisons > ecrivains) return 0;
     const uint64_t utilise = PagesUtilisees(env);
     systeme::EtatFichier etat;
-    if (CarteDe(env) >= 2 * utilise + 2 * OctetsParTransaction || !DecritEnvironnement(env, etat)) return;
-    mdb_env_set_mapsize(env, TailleCarte(utilise, etat.taille, true));
+    if (CarteDe(env) >= 2 * utilise + MargeEcriture || !DecritEnvironnement(env, etat)) return 0;
+    const int rc = mdb_env_set_mapsize(env, TailleCarte(utilise, etat.taille, true));
+    sansCarte = rc != 0;  // the old map is gone too
+    return rc;
 }
 
 Instantane Fichier::PrendLecture(Statut& statut) {
     Instantane l;
+    if (sansCarte) {
+        statut = {OuvertureImpossible, Detail(ENOMEM)};
+        return l;
+    }
     if (!lectures_.empty()) {
         l = std::move(lectures_.back());
         lectures_.pop_back();
@@ -251,8 +264,9 @@ Statut Fichier::DebutEcriture(bool partageEntreProcessus) {
         if (!partage->VerrouilleTransaction()) return {Ecriture, Detail(errno)};
         verrouTransaction_ = true;
     }
-    AgranditCarte();
-    if (const int rc = mdb_txn_begin(env, nullptr, 0, &ecriture)) {
+    int rc = sansCarte ? ENOMEM : AgranditCarte();
+    if (!rc) rc = mdb_txn_begin(env, nullptr, 0, &ecriture);
+    if (rc) {
         ecriture = nullptr;
         if (verrouTransaction_) partage->DeverrouilleTransaction();
         verrouTransaction_ = false;
@@ -355,7 +369,7 @@ std::shared_ptr<Fichier> Fichiers::Ouvre(std::string_view chemin, bool ecriture,
     if (it != parChemin_.end()) {
         Fichier& f = *it->second;
         if (f.liaisons > 0) return it->second;  // in use here: it is the file our bindings see
-        bool reprendre = ecriture && f.lectureSeule;
+        bool reprendre = (ecriture && f.lectureSeule) || f.sansCarte;
         const uint32_t generation = f.partage->Generation();
         const int64_t maintenant = horloge::MaintenantGrossier();
         if (!reprendre && (generation != f.generation || maintenant >= f.prochainControle)) {

@@ -101,6 +101,7 @@ public:
     std::array<MDB_dbi, MaxCles> cles{};
     int liaisons = 0;   // bindings of this process
     int ecrivains = 0;  // of which writing
+    bool sansCarte = false;  // a map that could not be grown: the environment is good only to close
 
     bool Donnees() const { return entete.genre == GenreFichier::Donnees; }
     bool Variable() const { return entete.variable != 0; }
@@ -127,7 +128,8 @@ private:
     // page in use and write its data (its own or another process's, which
     // shared writers see); it is grown when the room runs short, between
     // transactions, unless a read of this process holds the map.
-    void AgranditCarte();
+    // LMDB's code if it could not, the file then left without a map.
+    int AgranditCarte();
     std::vector<Instantane> lectures_;
     bool verrouTransaction_ = false;
 };

@@ -540,7 +540,7 @@ EtatLecture EtatChemin(std::string_view chemin) {
     if (chemin.empty()) return {};
     Statut st;
     const std::shared_ptr<Fichier> f = etat->fichiers.Ouvre(chemin, false, st);
-    if (!f) return {};
+    if (!f || f->sansCarte) return {};
     MDB_envinfo info{};
     mdb_env_info(f->env, &info);
     return {f->instance, static_cast<uint64_t>(info.me_last_txnid)};
