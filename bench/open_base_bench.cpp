@@ -1,20 +1,30 @@
 // The exports on the open base built from the public data (20,080 real
 // presentations): a product's label beside a hash lookup of the same label
-// in memory, a page of the step search, and the interactions of a real
-// prescription of ten products. The base is the directory named by
+// in memory, a page of the step search, the interactions of a real
+// prescription of ten products, and its allergies beside the same expansion
+// and comparisons over the tables loaded in memory. The base is the directory named by
 // VDX_BASE_OUVERTE (default build/open-base, made by the target open_base);
 // without it every benchmark says so and is skipped.
 #include <benchmark/benchmark.h>
 
 #include <cstdlib>
+#include <map>
+#include <set>
 #include <string>
 #include <unordered_map>
 #include <vector>
 
+#include "checks/allergies.h"
 #include "checks/interactions.h"
 #include "platform/hote.h"
+#include "session/codeproduit.h"
 #include "session/resultat.h"
+#include "session/tables.h"
 #include "session/valeurs_hote.h"
+#include "store/cles.h"
+#include "store/fiche.h"
+#include "store/layouts/allergies.h"
+#include "store/layouts/composition.h"
 #include "tests/support/tableau_hote.h"
 #include "vdx32/vdx32.h"
 
@@ -96,12 +106,17 @@ BENCHMARK(RechercheProduitParPas)->Unit(benchmark::kMicrosecond);
 // A prescription of ten common products: an anticoagulant, NSAIDs, an
 // antidepressant, an opioid, antiplatelet drugs, a statin, an antibiotic,
 // an antidiabetic, a thyroid hormone.
-void Interactions2(benchmark::State& state) {
-    if (!Connecte(state)) return;
+std::vector<std::string> DixProduits() {
     std::vector<std::string> codes;
     for (const char* debut : {"COUMADINE", "ADVIL 200", "DEROXAT", "CONTRAMAL 50", "KARDEGIC", "PLAVIX", "TAHOR",
                               "CLAMOXYL", "GLUCOPHAGE", "LEVOTHYROX"})
         if (std::string code = Premier(debut); !code.empty()) codes.push_back(code);
+    return codes;
+}
+
+void Interactions2(benchmark::State& state) {
+    if (!Connecte(state)) return;
+    const std::vector<std::string> codes = DixProduits();
     SAFEARRAY* produits = essai::TableauDeChaines(codes);
     SAFEARRAY* lignes = hote::CreeTableau(hote::TailleFiche(23));
     int32_t n = 0;
@@ -134,6 +149,166 @@ void Interactions2_Liste(benchmark::State& state) {
     DeConnection2_Vdx();
 }
 BENCHMARK(Interactions2_Liste)->Arg(100)->Arg(400)->Arg(1600)->Unit(benchmark::kMillisecond);
+
+// Allergies of that prescription: the penicillins (the import's first
+// concept), amoxicillin trihydrate (a salt, its base a synonym) and
+// ibuprofen by their published numbers. The open base has no excipients.
+const std::vector<int32_t> Allergenes = {30001, 28165, 2092};
+
+void ControleAllergies(benchmark::State& state) {
+    if (!Connecte(state)) return;
+    const std::vector<std::string> codes = DixProduits();
+    EntreeHote termes = EntreeHote::Chaines({});
+    EntreeHote allergenes = EntreeHote::Entiers(Allergenes);
+    EntreeHote produits = EntreeHote::Chaines(codes);
+    TableauHote<VdxFicheAllergie> lignes(GabaritDe<FicheAllergie>());
+    int32_t n = 0;
+    for (auto _ : state)
+        n = ControleAllergies_Vdx(termes.Adresse(), allergenes.Adresse(), produits.Adresse(), lignes.Adresse());
+    state.counters["produits"] = static_cast<double>(codes.size());
+    state.counters["lignes"] = n;
+    DeConnection2_Vdx();
+}
+BENCHMARK(ControleAllergies)->Unit(benchmark::kMicrosecond);
+
+// The baseline: the tables the check reads, loaded once into ordered maps
+// of their keys (in the store's order) and records, and the same expansion
+// and comparisons made over them.
+class AllergiesEnMemoire {
+public:
+    AllergiesEnMemoire() {
+        Charge(TableDuCatalogue("VDXWCCCO"), 0, parConcept_);
+        Charge(TableDuCatalogue("VDXWCCCO"), 1, parComposant_);
+        Charge(TableDuCatalogue("VDXWALCR"), 0, croisees_);
+        Charge(TableDuCatalogue("VDXWSYNC"), 0, synonymes_);
+        const Table& noms = TableDuCatalogue("VDXVEXC");
+        TablesOuvertes tables{&noms};
+        Curseur c(noms);
+        for (auto p = c.Premiere(); p; p = c.Suivante()) {
+            const Fiche f(VueFicheA(noms, *p));
+            noms_[f.Entier(VDXVEXC::CodeSubstance)] = f.Texte(VDXVEXC::Libelle);
+        }
+        tables.Ferme();
+    }
+    // The excipients, then the active components, of each product.
+    void ChargeProduits(const std::vector<std::string>& codes) {
+        for (const Table* t : {&TableDuCatalogue("VDXVCOME"), &TableDuCatalogue("VDXVCOMP")}) {
+            TablesOuvertes tables{t};
+            for (const std::string& code : codes) {
+                Curseur c(*t);
+                std::vector<int32_t>& substances = composition_[code];
+                for (auto p = c.PremiereAvec(code); p; p = c.SuivanteAvec(code))
+                    substances.push_back(Fiche(VueFicheA(*t, *p)).Entier(VDXVCOMP::CodeSubstance));
+            }
+            tables.Ferme();
+        }
+    }
+
+    size_t Controle(const std::vector<int32_t>& allergenes, const std::vector<std::string>& codes) {
+        liste_.clear();
+        for (int32_t a : allergenes) Allergene(a);
+        for (size_t i = liste_.size(); i-- > 0;) {
+            const int32_t x = liste_[i].CodeSubstance, a = liste_[i].CodeAllergene;
+            Parcourt(synonymes_, x, [&](int32_t y) { Ajoute(y, a, 0); });
+        }
+        std::set<std::pair<std::string, std::string>> vues;
+        size_t lignes = 0;
+        for (const std::string& code : codes)
+            for (int32_t s : composition_[code])
+                for (const ChaineAllergie& e : liste_)
+                    if (e.CodeSubstance == s && vues.emplace(code, std::to_string(e.CodeAllergene)).second) ++lignes;
+        return lignes;
+    }
+
+private:
+    using Cles = std::set<std::string>;
+    static void Charge(const Table& t, int cle, Cles& cles) {
+        TablesOuvertes tables{&t};
+        Curseur c(t, cle);
+        for (auto p = c.Premiere(); p; p = c.Suivante()) cles.emplace(c.Cle());
+        tables.Ferme();
+    }
+    static int32_t Mot(const std::string& cle, size_t rang) { return Fiche(cle).Entier(rang ? VDXWSYNC::CodeSynonyme : VDXWSYNC::CodeSubstance); }
+    template <class Action>
+    static void Parcourt(const Cles& cles, int32_t premier, Action&& action, int maximum = -1) {
+        const std::string debut = CleEntiers({premier});
+        for (auto it = cles.lower_bound(debut); it != cles.end() && it->starts_with(debut) && maximum != 0; ++it, --maximum)
+            action(Mot(*it, 1));
+    }
+    void Allergene(int32_t a) {
+        if (a > DerniereSubstance) {
+            Concept(a, a);
+            Parcourt(croisees_, a, [&](int32_t c) { Concept(c, a); }, 5);
+            return;
+        }
+        auto synonyme = synonymes_.lower_bound(CleEntiers({a, 0}));
+        for (int32_t s = a;;) {
+            auto k = parComposant_.lower_bound(CleEntiers({s, 0}));
+            if (k != parComposant_.end() && Mot(*k, 0) != s) Ajoute(s, a, 0);
+            for (; k != parComposant_.end() && Mot(*k, 0) == s; ++k) {
+                const int32_t c = Mot(*k, 1);
+                Concept(c, a);
+                Parcourt(croisees_, c, [&](int32_t x) { Concept(x, a); }, 5);
+            }
+            if (synonyme == synonymes_.end() || Mot(*synonyme, 0) != a) break;
+            s = Mot(*synonyme++, 1);
+        }
+    }
+    void Concept(int32_t c, int32_t a) {
+        Parcourt(parConcept_, c, [&](int32_t x) { Ajoute(x, a, c); });
+    }
+    void Ajoute(int32_t x, int32_t a, int32_t c) {
+        std::string texte = x == a ? noms_[x] : noms_[a];
+        if (x != a) {
+            if (c) texte.append(" -> ").append(noms_[c]).append(" : ");
+            if (x) texte.append(c ? "" : " -> ").append(noms_[x]);
+        }
+        liste_.push_back({x, a, std::move(texte)});
+    }
+
+    Cles parConcept_, parComposant_, croisees_, synonymes_;
+    std::unordered_map<int32_t, std::string> noms_;
+    std::unordered_map<std::string, std::vector<int32_t>> composition_;
+    std::vector<ChaineAllergie> liste_;
+};
+
+void Reference_ControleAllergies(benchmark::State& state) {
+    if (!Connecte(state)) return;
+    const std::vector<std::string> codes = DixProduits();
+    AllergiesEnMemoire memoire;
+    memoire.ChargeProduits(codes);
+    size_t n = 0;
+    for (auto _ : state) benchmark::DoNotOptimize(n = memoire.Controle(Allergenes, codes));
+    state.counters["lignes"] = static_cast<double>(n);
+    DeConnection2_Vdx();
+}
+BENCHMARK(Reference_ControleAllergies)->Unit(benchmark::kMicrosecond);
+
+// The products of that prescription under three classes of the base: the
+// first three characters of the classes of its first three products.
+void Allergies(benchmark::State& state) {
+    if (!Connecte(state)) return;
+    const std::vector<std::string> codes = DixProduits();
+    std::vector<std::string> classes;
+    const Table& t = TableDuCatalogue("VDXCLAP");
+    {
+        TablesOuvertes tables{&t};
+        for (const std::string& code : codes) {
+            Curseur c(t, 1);
+            if (c.PremiereAvec(code) && classes.size() < 3) classes.emplace_back(c.Cle().substr(LongueurCIP, 3));
+        }
+        tables.Ferme();
+    }
+    EntreeHote produits = EntreeHote::Chaines(codes);
+    EntreeHote hotes = EntreeHote::Chaines(classes);
+    TableauHote<VdxFicheClasseAllergie> lignes(GabaritDe<FicheClasseAllergie>());
+    int32_t n = 0;
+    for (auto _ : state) n = Allergies_Vdx(produits.Adresse(), hotes.Adresse(), lignes.Adresse());
+    state.counters["classes"] = static_cast<double>(classes.size());
+    state.counters["lignes"] = n;
+    DeConnection2_Vdx();
+}
+BENCHMARK(Allergies)->Unit(benchmark::kMicrosecond);
 
 }  // namespace
 

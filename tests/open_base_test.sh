@@ -44,6 +44,14 @@ interactionsJson=$(grep -o '"interactions":\[.*\],"noCouples"' <<<"$json")
 verifie "the interactions of the JSON read" grep -q WARFARINE <<<"$interactionsJson"
 verifie "St John's wort outside, never among the interactions" test "$(grep -c Millepertuis <<<"$interactionsJson")" = 0
 verifie "St John's wort among what to avoid" grep -q '"outside":\[.*Millepertuis' <<<"$json"
+# Allergies from the public data: the penicillins, the import's first
+# concept, reach amoxicillin's salts and nothing of ibuprofen.
+allergies() { "$vdx" call --base "$work/base" ControleAllergies_Vdx "" "$1" "$2" | tail -n +2 | cut -f5; }
+amoxicilline=$(premier "CLAMOXYL 1G")
+verifie "a penicillin allergy forbids amoxicillin" \
+  grep -q "^PENICILLINES -> PENICILLINES : AMOXICILLINE" <<<"$(allergies 30001 "$amoxicilline")"
+verifie "an ibuprofen allergy forbids ibuprofen" test -n "$(allergies 2092 "$ibuprofene")"
+verifie "a penicillin allergy leaves ibuprofen" test -z "$(allergies 30001 "$ibuprofene")"
 
 [ "$echecs" -eq 0 ] && echo "open base: all checks passed"
 exit "$echecs"

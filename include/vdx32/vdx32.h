@@ -634,6 +634,57 @@ VDX_API int32_t VDX_CALL ContreIndicationsProfilPharm_Vdx(SAFEARRAY** Produits, 
  * text); -10 a code absent, empty or longer than 10 characters; -500. */
 VDX_API int32_t VDX_CALL EquivalentPathologie_Vdx(const char* Code, BSTR* Terme);
 
+/* ---- Allergies -------------------------------------------------------- */
+
+/* The products a patient's allergies forbid. Allergens are numbers: up to
+ * 30000 a substance, above it a concept of the thesaurus (a chemical
+ * family). Each is expanded into the substances it reaches: a concept's
+ * components and those of its cross-allergies (the first five), a
+ * substance's concepts and synonyms, then the synonyms of all reached.
+ * Each product (a 13-digit code is mapped under CIP13Actif 1; it must then
+ * have 7 characters, else -30) is compared, in this order: its
+ * contra-indication then precaution terms with the allergy terms of exactly
+ * 10 characters (or, when none matches, with the terms' equivalents), its
+ * excipients, for a line by common name the excipients with known effect
+ * of its products, its active components. One row per product and cause
+ * (the term, or the allergen in decimal), the first chain met kept; not
+ * sorted. The chain reads "ALLERGEN -> CONCEPT : SUBSTANCE", or
+ * "ALLERGEN -> SUBSTANCE", or the substance alone when it is the allergen.
+ * Outside mode 0 the lists are read from the input text in the order of
+ * the arguments, each ended by an empty line. The rows; -10 no term
+ * array; -20 no allergen array; -30 no product array or a code of another
+ * length; -50 no result array, or it could not grow; -21 an array
+ * unreadable; -12 an empty input text; -13; -90 a line by common name
+ * without its records; -500. */
+typedef struct VdxFicheAllergie {
+    intptr_t TypeAlerte; /* 1 through an allergy term, 2 through an allergen */
+    BSTR CodeProduit;    /* 13 digits under CIP13Actif 1 */
+    BSTR LibelleProduit;
+    BSTR CodeCause;      /* the term, or the allergen in decimal */
+    BSTR TexteCause;     /* the term's label, or the chain */
+} VdxFicheAllergie;
+VDX_API int32_t VDX_CALL ControleAllergies_Vdx(SAFEARRAY** Termes, SAFEARRAY** Allergenes, SAFEARRAY** Produits,
+                                               SAFEARRAY** Tableau);
+/* The same for the excipients of the products only, without terms; a
+ * substance leads to its first concept only. -20 no allergen array; -30 no
+ * product array or a code of another length; -50 no result array. */
+VDX_API int32_t VDX_CALL RechercheEEN_Vdx(SAFEARRAY** Allergenes, SAFEARRAY** Produits, SAFEARRAY** Tableau);
+/* The products that belong to a patient's therapeutic classes: a product
+ * is concerned when one of its classes begins with the host's class, so a
+ * class catches its sub-classes; a row for each of its classes under each
+ * host class, with the host's class and its label ("Libell\xE9 inconnu"
+ * when the class or the product has none). Outside mode 0 the lists are
+ * read line by line, a leading "@" or line feed taken off, each ended by an
+ * empty line. The rows; 0 when a list is empty; -10 no product array; -20
+ * no class array; -30 no result array; -21; -12; -13; -500. */
+typedef struct VdxFicheClasseAllergie {
+    BSTR CodeProduit;
+    BSTR LibelleProduit;
+    BSTR CodeClasse;
+    BSTR LibelleClasse;
+} VdxFicheClasseAllergie;
+VDX_API int32_t VDX_CALL Allergies_Vdx(SAFEARRAY** Produits, SAFEARRAY** Classes, SAFEARRAY** Tableau);
+
 /* ---- Drug interactions ------------------------------------------------ */
 
 /* The interactions of a prescription: each product is broken down into its

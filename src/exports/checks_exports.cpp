@@ -4,6 +4,7 @@
 #include <tuple>
 #include <utility>
 
+#include "checks/allergies.h"
 #include "checks/contreindications.h"
 #include "checks/grossesse.h"
 #include "checks/interactions.h"
@@ -180,6 +181,59 @@ int32_t ProfilCourt(SAFEARRAY** produits, SAFEARRAY** termes, SAFEARRAY** tablea
     return courtes.alertes;
 }
 
+// The lists of an allergy check, the terms only `avecTermes`: from the
+// host's arrays in mode 0 (null -10, -20, -30 by list, unreadable -21),
+// else from the input text, each list ended by an empty line.
+struct EntreesAllergies {
+    std::vector<std::string> termes;
+    std::vector<int32_t> allergenes;
+    std::vector<std::string> produits;
+};
+EntreesAllergies LitAllergies(SAFEARRAY** termes, SAFEARRAY** allergenes, SAFEARRAY** produits, bool avecTermes) {
+    EntreesAllergies e;
+    if (session().ModeSortie == ModeTableau) {
+        if (avecTermes) e.termes = ChainesDuTableau(termes, {Argument1, OperationTableau});
+        e.allergenes = EntiersDuTableau(allergenes, {Argument2, OperationTableau});
+        e.produits = ChainesDuTableau(produits, {Argument3, OperationTableau});
+    } else {
+        ListesDuTexte listes(LitTexte());
+        if (listes.Vide()) throw Echec{ListeVide};
+        if (avecTermes) e.termes = listes.Suivante();
+        e.allergenes = EntiersDeTextes(listes.Suivante());
+        e.produits = listes.Suivante();
+    }
+    return e;
+}
+
+// Delivers the rows of an allergy check (-50 when the host's array can't
+// be had or can't grow).
+int32_t LivreAllergies(SAFEARRAY** tableau, std::vector<FicheAllergie> fiches) {
+    Resultat resultat(tableau, GabaritDe<FicheAllergie>(), Argument5);
+    resultat.CodeDeCroissance(Argument5);
+    resultat.Prend(LignesSansCleSelon<FicheAllergie>(std::move(fiches)));
+    return resultat.Livre();
+}
+
+// The lists of Allergies_Vdx from the input text: line by line, a leading
+// line feed or "@" taken off, each list ended by an empty line.
+std::pair<std::vector<std::string>, std::vector<std::string>> ListesDeLignes(const std::string& texte) {
+    std::vector<std::string> listes[2];
+    size_t rang = 0;
+    for (size_t debut = 0; debut < texte.size() && rang < 2;) {
+        size_t fin = texte.find('\r', debut);
+        if (fin == std::string::npos) fin = texte.size();
+        std::string_view ligne = std::string_view(texte).substr(debut, fin - debut);
+        if (ligne.starts_with('\n')) ligne.remove_prefix(1);
+        if (ligne.starts_with('@')) ligne.remove_prefix(1);
+        if (ligne.empty())
+            ++rang;
+        else
+            listes[rang].emplace_back(ligne);
+        debut = fin + 1;
+    }
+    return {std::move(listes[0]), std::move(listes[1])};
+}
+
 }  // namespace
 
 int32_t ControleGrossesseAFSSAPS(const char* code, int32_t grossesse, SAFEARRAY** tableau) {
@@ -261,4 +315,34 @@ VDX_EXPORT(EquivalentPathologie_Vdx, Chaines, exports::Noms("CodeTerme"), (Texte
     if (!equivalent) return Rien;
     LivreValeur(Terme, *equivalent, Argument2);
     return Succes;
+}
+
+VDX_EXPORT(ControleAllergies_Vdx, Connecte, NomsDesChamps<FicheAllergie>(), (Liste, Termes), (Liste, Allergenes),
+           (Liste, Produits), (Tableau, Tableau)) {
+    const EntreesAllergies e = LitAllergies(Termes, Allergenes, Produits, true);
+    return LivreAllergies(Tableau, ControleAllergies(session(), e.termes, e.allergenes, e.produits));
+}
+
+VDX_EXPORT(RechercheEEN_Vdx, Connecte, NomsDesChamps<FicheAllergie>(), (Liste, Allergenes), (Liste, Produits),
+           (Tableau, Tableau)) {
+    const EntreesAllergies e = LitAllergies(nullptr, Allergenes, Produits, false);
+    return LivreAllergies(Tableau, RechercheExcipients(session(), e.allergenes, e.produits));
+}
+
+// Its lists are lines: a line "@" ends one as an empty line does.
+VDX_EXPORT(Allergies_Vdx, Connecte, NomsDesChamps<FicheClasseAllergie>(), (Lignes, Produits), (Lignes, Classes),
+           (Tableau, Tableau)) {
+    std::vector<std::string> produits, classes;
+    if (session().ModeSortie == ModeTableau) {
+        produits = ChainesDuTableau(Produits, {Argument1, OperationTableau});
+        classes = ChainesDuTableau(Classes, {Argument2, OperationTableau});
+    } else {
+        const std::string texte = LitTexte();
+        if (texte.empty()) throw Echec{ListeVide};
+        std::tie(produits, classes) = ListesDeLignes(texte);
+    }
+    Resultat resultat(Tableau, GabaritDe<FicheClasseAllergie>(), Argument3);
+    if (!produits.empty() && !classes.empty())
+        resultat.Prend(LignesSansCleSelon<FicheClasseAllergie>(ProduitsDesClasses(session(), produits, classes)));
+    return resultat.Livre();
 }

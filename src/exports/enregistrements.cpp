@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <tuple>
 
+#include "checks/allergies.h"
 #include "checks/contreindications.h"
 #include "checks/grossesse.h"
 #include "checks/interactions.h"
@@ -78,6 +79,19 @@ VDX_CASE(VdxAlerteCI, CodeTerme, 4);
 VDX_CASE(VdxAlerteCI, LibelleTerme, 5);
 VDX_CASE(VdxAlerteCI, CodePatient, 6);
 
+static_assert(Cases<VdxFicheAllergie>(5), "VdxFicheAllergie is not 5 slots");
+VDX_CASE(VdxFicheAllergie, TypeAlerte, 0);
+VDX_CASE(VdxFicheAllergie, CodeProduit, 1);
+VDX_CASE(VdxFicheAllergie, LibelleProduit, 2);
+VDX_CASE(VdxFicheAllergie, CodeCause, 3);
+VDX_CASE(VdxFicheAllergie, TexteCause, 4);
+
+static_assert(Cases<VdxFicheClasseAllergie>(4), "VdxFicheClasseAllergie is not 4 slots");
+VDX_CASE(VdxFicheClasseAllergie, CodeProduit, 0);
+VDX_CASE(VdxFicheClasseAllergie, LibelleProduit, 1);
+VDX_CASE(VdxFicheClasseAllergie, CodeClasse, 2);
+VDX_CASE(VdxFicheClasseAllergie, LibelleClasse, 3);
+
 static_assert(Cases<VdxAnalyse>(2), "VdxAnalyse is not 2 slots");
 VDX_CASE(VdxAnalyse, ValeurAnalyse, 0);
 VDX_CASE(VdxAnalyse, TypeAnalyse, 1);
@@ -140,6 +154,8 @@ VDX_REMPLIT(VueInteraction, VdxInteraction);
 VDX_REMPLIT(VueProduitInteraction, VdxProduitInteraction);
 VDX_REMPLIT(AlerteCI, VdxAlerteCI);
 VDX_REMPLIT(FicheCI, VdxFicheCI);
+VDX_REMPLIT(FicheAllergie, VdxFicheAllergie);
+VDX_REMPLIT(FicheClasseAllergie, VdxFicheClasseAllergie);
 VDX_REMPLIT(Composant, VdxComposant);
 VDX_REMPLIT(FicheStatut, VdxStatut);
 #undef VDX_REMPLIT

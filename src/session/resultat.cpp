@@ -166,7 +166,7 @@ void Resultat::Prend(Lignes&& lignes) {
 void Resultat::LivreAuTableau() {
     const Gabarit& gabarit = lignes_.Types();
     const auto& rangs = lignes_.Rangs();
-    if (!hote::Redimensionne(hote_, static_cast<uint32_t>(rangs.size()))) throw Echec{OperationTableau};
+    if (!hote::Redimensionne(hote_, static_cast<uint32_t>(rangs.size()))) throw Echec{codeCroissance_};
     Acces acces(hote_);
     if (!acces) throw Echec{OperationTableau};
     const bool large = session().ChainesUnicode != 0;

@@ -10,6 +10,7 @@
 #include <string_view>
 #include <vector>
 
+#include "session/codes.h"
 #include "session/lignes.h"
 #include "vdx32/oleauto.h"
 
@@ -75,6 +76,8 @@ public:
     int32_t AjouteLigne(std::initializer_list<Valeur> champs) { return lignes_.AjouteLigne(champs); }
     int32_t AjouteLigne(std::vector<Valeur> champs) { return lignes_.AjouteLigne(std::move(champs)); }
     int32_t Nombre() const { return lignes_.Nombre(); }
+    // The code of a host array that can't grow to the rows (-21 unless set).
+    void CodeDeCroissance(int32_t code) { codeCroissance_ = code; }
 
     // Delivers the rows by mode and returns their count. Mode 0: the texts
     // are wide in a wide session; a failure (-21) leaves the host's array
@@ -86,6 +89,7 @@ private:
 
     Lignes lignes_;
     SAFEARRAY* hote_ = nullptr;  // mode 0, until delivered
+    int32_t codeCroissance_ = OperationTableau;
 };
 
 // Rows made by an engine, delivered into the host's array `tableau` (its

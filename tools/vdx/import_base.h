@@ -6,6 +6,7 @@
 #include <string>
 #include <vector>
 
+#include "products/substances.h"
 #include "tools/vdx/import.h"
 #include "tools/vdx/import_bdpm.h"
 #include "tools/vdx/import_noms.h"
@@ -15,9 +16,9 @@
 namespace vdx::import {
 
 // The substances of the medicine database under the numbers of the base:
-// those above the last substance number (a higher number is a concept of
-// the allergy thesaurus) take the free numbers below it, in order.
-inline constexpr int DerniereSubstance = 30000;
+// those above the last substance number, DerniereSubstance (a higher number
+// is a concept of the allergy thesaurus), take the free numbers below it,
+// in order. The concepts the import makes are numbered from just above it.
 // The key of VDXWPEFI above every substance: without it the last one has no
 // parent at all.
 inline constexpr int CleFinale = 99999;
@@ -46,6 +47,10 @@ void EcritProduits(const Bdpm& bdpm, const Selection& selection, Sortie& sortie,
 void EcritIdentification(const Bdpm& bdpm, const Selection& selection,
                          const std::map<std::string, const Specialite*>& specialites, Sortie& sortie);
 void EcritComposition(const Bdpm& bdpm, const Substances& substances, const Selection& selection, Sortie& sortie);
+// The names of the substances (VDXVEXC) and the thesaurus's chemical
+// families as allergy concepts (VDXWCCCO, their names in VDXVEXC).
+void EcritAllergies(const Thesaurus& thesaurus, const Substances& substances, const Selection& selection,
+                    Sortie& sortie);
 void EcritInteractions(const Thesaurus& thesaurus, const Substances& substances, const Selection& selection,
                        const std::string& edition, Sortie& sortie, Journal& journal, RapportImport& rapport);
 

@@ -280,4 +280,16 @@ std::map<std::string, std::string> CodesLaboratoires(const std::set<std::string>
     return codes;
 }
 
+const std::vector<std::string>& FamillesChimiques() {
+    static const std::vector<std::string> familles = {
+        "PENICILLINES",
+        "CYCLINES",
+        "FLUOROQUINOLONES",
+        "MACROLIDES (SAUF SPIRAMYCINE)",
+        "SULFAMIDES ANTIBACTERIENS",
+        "ANTI-INFLAMMATOIRES NON STEROIDIENS",
+    };
+    return familles;
+}
+
 }  // namespace vdx::import

@@ -103,4 +103,10 @@ std::map<std::string, std::string> Listes();
 // names.
 std::map<std::string, std::string> CodesLaboratoires(const std::set<std::string>& noms);
 
+// --- Allergy concepts -------------------------------------------------------
+// The thesaurus classes that are chemical families, folded as the
+// thesaurus is read: concepts of the allergy check, numbered from just
+// above the last substance number in this order.
+const std::vector<std::string>& FamillesChimiques();
+
 }  // namespace vdx::import

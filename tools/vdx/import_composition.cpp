@@ -250,8 +250,12 @@ void EcritComposition(const Bdpm& bdpm, const Substances& substances, const Sele
         const auto parent = substances.parents.find(numero);
         const int pere = parent == substances.parents.end() ? numero : parent->second;
         sortie.Ajoute("VDXWPEFI", {{"CodeParent", std::to_string(pere)}, {"CodeEnfant", std::to_string(numero)}});
-        if (pere != numero)
+        // A salt and its base are synonyms both ways: an allergy to the
+        // base reaches its salts.
+        if (pere != numero) {
             sortie.Ajoute("VDXWSYNC", {{"CodeSubstance", std::to_string(numero)}, {"CodeSynonyme", std::to_string(pere)}});
+            sortie.Ajoute("VDXWSYNC", {{"CodeSubstance", std::to_string(pere)}, {"CodeSynonyme", std::to_string(numero)}});
+        }
     }
     sortie.Ajoute("VDXWPEFI", {{"CodeParent", std::to_string(CleFinale)}, {"CodeEnfant", std::to_string(CleFinale)}});
 }
