@@ -227,15 +227,19 @@ public:
     }
 
     // The excipients (VDXVCOME) or the active components of a product
-    // against the list, the product's label given. Both tables have the
-    // substance at the same place.
-    void Composants(const Table& table, const std::string& cip, const std::string& libelle) {
+    // against the list; the product's label, read at its first row. Both
+    // tables have the substance at the same place.
+    template <class Libelle>
+    void Composants(const Table& table, const std::string& cip, Libelle&& libelle) {
         Curseur composants(table);
+        std::optional<std::string> lu;
         for (auto p = composants.PremiereAvec(cip); p; p = composants.SuivanteAvec(cip)) {
             const int32_t substance = Fiche(VueFicheA(table, *p)).Entier(VDXVCOMP::CodeSubstance);
             for (const ChaineAllergie& e : liste_)
-                if (e.CodeSubstance == substance)
-                    Ajoute({AlerteAllergene, cip, libelle, std::to_string(e.CodeAllergene), e.TexteChaine});
+                if (e.CodeSubstance == substance) {
+                    if (!lu) lu = libelle();
+                    Ajoute({AlerteAllergene, cip, *lu, std::to_string(e.CodeAllergene), e.TexteChaine});
+                }
         }
     }
 
@@ -326,11 +330,13 @@ std::vector<FicheAllergie> ControleAllergies(const Contexte& contexte, const std
     for (const std::string& code : produits) {
         const std::string cip = CodeAControler(contexte, code);
         controle.Termes(cip);
-        controle.Composants(TableExcipients(), cip,
-                            LibelleProduitInterne(cip).value_or(messages::LibelleSansAccentInconnu));
+        controle.Composants(TableExcipients(), cip, [&cip] {
+            return LibelleProduitInterne(cip).value_or(messages::LibelleSansAccentInconnu);
+        });
         const bool ligneDCI = EstMedDC(cip);
         if (ligneDCI) controle.LigneDCI(cip);
-        controle.Composants(TableComposants(), cip, ligneDCI ? Controle::LibelleLigne(cip) : LibelleVDXPRO(cip));
+        controle.Composants(TableComposants(), cip,
+                            [&cip, ligneDCI] { return ligneDCI ? Controle::LibelleLigne(cip) : LibelleVDXPRO(cip); });
     }
     return controle.Fiches();
 }
@@ -342,7 +348,7 @@ std::vector<FicheAllergie> RechercheExcipients(const Contexte& contexte, const s
     Controle controle(contexte, liste, {});
     for (const std::string& code : produits) {
         const std::string cip = CodeAControler(contexte, code);
-        controle.Composants(TableExcipients(), cip, LibelleVDXPRO(cip));
+        controle.Composants(TableExcipients(), cip, [&cip] { return LibelleVDXPRO(cip); });
     }
     return controle.Fiches();
 }
