@@ -164,14 +164,17 @@ private:
 };
 
 // A product code of the host, a 13-digit code mapped under CIP13Actif 1
-// (-13 without mapping); it must then have seven characters (-30).
+// (-13 without mapping).
+std::string CodeEntrant(const Contexte& contexte, const std::string& code) {
+    if (contexte.CIP13Actif != CIP13Correspondance || code.size() != LongueurCIP13) return code;
+    const auto sept = CorrespondanceCIP(SensCIP::Vers7, code);
+    if (!sept || sept->empty()) throw Echec{CodeMalForme};
+    return *sept;
+}
+
+// The same, which must then have seven characters (-30).
 std::string CodeAControler(const Contexte& contexte, const std::string& code) {
-    std::string cip = code;
-    if (contexte.CIP13Actif == CIP13Correspondance && code.size() == LongueurCIP13) {
-        const auto sept = CorrespondanceCIP(SensCIP::Vers7, code);
-        if (!sept || sept->empty()) throw Echec{CodeMalForme};
-        cip = *sept;
-    }
+    std::string cip = CodeEntrant(contexte, code);
     if (cip.size() != LongueurCIP) throw Echec{Argument3};
     return cip;
 }
@@ -218,10 +221,9 @@ public:
                 if (CompareTerme(cip, terme)) continue;
                 // Nothing added: the equivalent terms, to the first that adds a row.
                 Curseur equivalents(TableEquivalents());
-                const std::string debut = CleTexte(terme, LongueurTerme);
-                for (auto e = equivalents.PremiereAvec(debut); e; e = equivalents.SuivanteAvec(debut))
-                    if (CompareTerme(cip, std::string(TexteDeCle(equivalents.Cle(), debut.size()))))
-                        break;
+                const std::string cle = CleTexte(terme, LongueurTerme);
+                for (auto e = equivalents.PremiereAvec(cle); e; e = equivalents.SuivanteAvec(cle))
+                    if (CompareTerme(cip, std::string(TexteDeCle(equivalents.Cle(), cle.size())))) break;
             }
         }
     }
@@ -345,7 +347,8 @@ std::vector<FicheAllergie> RechercheExcipients(const Contexte& contexte, const s
                                                const std::vector<std::string>& produits) {
     const DansContexte dans(contexte);
     const std::vector<ChaineAllergie> liste = DeveloppeAllergenes(allergenes, true);
-    Controle controle(contexte, liste, {});
+    const std::vector<std::string> sansTermes;
+    Controle controle(contexte, liste, sansTermes);
     for (const std::string& code : produits) {
         const std::string cip = CodeAControler(contexte, code);
         controle.Composants(TableExcipients(), cip, [&cip] { return LibelleVDXPRO(cip); });
@@ -359,12 +362,7 @@ std::vector<FicheClasseAllergie> ProduitsDesClasses(const Contexte& contexte, co
     TablesOuvertes tables({&TableClassesProduits(), &TableClasses(), &TableProduits()});
     std::vector<FicheClasseAllergie> fiches;
     for (const std::string& code : produits) {
-        std::string cip = code;
-        if (contexte.CIP13Actif == CIP13Correspondance && code.size() == LongueurCIP13) {
-            const auto sept = CorrespondanceCIP(SensCIP::Vers7, code);
-            if (!sept || sept->empty()) throw Echec{CodeMalForme};
-            cip = *sept;
-        }
+        const std::string cip = CodeEntrant(contexte, code);
         const std::string debut = CleTexte(cip, LongueurCIP);
         Curseur cles(TableClassesProduits(), ClassesParProduit);
         for (auto p = cles.SuperieureOuEgale(CleTexte(cip, 2 * LongueurCIP)); p && cles.Cle().starts_with(debut);
