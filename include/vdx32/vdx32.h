@@ -685,6 +685,39 @@ typedef struct VdxFicheClasseAllergie {
 } VdxFicheClasseAllergie;
 VDX_API int32_t VDX_CALL Allergies_Vdx(SAFEARRAY** Produits, SAFEARRAY** Classes, SAFEARRAY** Tableau);
 
+/* ---- Redundancy -------------------------------------------------------- */
+
+/* Pairs of products of a prescription that overlap: the same substance
+ * (TypeRedondance 3), a substance and a synonym of it (2: Substance1 and
+ * Substance2 the components whose synonym is shared), or two classes of
+ * the products under one class listed as risky when doubled (4: the longest
+ * listed class that begins both, compared on 10 characters at most). Only
+ * the components with a quantity of products given by a route of the
+ * whole body ("A") are compared; no quantity is read. A pair gives one row
+ * per shared substance: a shared class adds none beside a shared
+ * substance. Rows in the order of the three comparisons. Outside mode 0
+ * the codes are read from the input text, a list ended by an empty line.
+ * The rows; 0 for an empty list; -10 no product array; -20 no result
+ * array; -12 an empty input text or a gap in the list; -13; -21; -500. */
+typedef struct VdxFicheSurdosage {
+    BSTR CIP1;
+    BSTR CIP2;
+    BSTR Libelle1;
+    BSTR Libelle2;
+    BSTR Substance1;          /* in decimal, or empty */
+    BSTR Substance2;
+    BSTR LibelleSubstance1;
+    BSTR LibelleSubstance2;
+    BSTR SubstanceCommune;    /* the number both products share, or empty */
+    BSTR LibelleCommune;
+    BSTR ClasseCommune;       /* the listed class, or empty */
+    BSTR LibelleClasseCommune;
+    intptr_t TypeRedondance;  /* 2 synonyms, 3 same substance, 4 same class */
+} VdxFicheSurdosage;
+VDX_API int32_t VDX_CALL Surdosage_Vdx(SAFEARRAY** Produits, SAFEARRAY** Tableau);
+/* The count of the same rows, which are dropped. */
+VDX_API int32_t VDX_CALL SurdosageTest_Vdx(SAFEARRAY** Produits);
+
 /* ---- Drug interactions ------------------------------------------------ */
 
 /* The interactions of a prescription: each product is broken down into its

@@ -8,6 +8,7 @@
 #include "checks/contreindications.h"
 #include "checks/grossesse.h"
 #include "checks/interactions.h"
+#include "checks/surdosage.h"
 #include "exports/declaration.h"
 #include "exports/internes.h"
 #include "session/codeproduit.h"
@@ -345,4 +346,34 @@ VDX_EXPORT(Allergies_Vdx, Connecte, NomsDesChamps<FicheClasseAllergie>(), (Ligne
     if (!produits.empty() && !classes.empty())
         resultat.Prend(LignesSansCleSelon<FicheClasseAllergie>(ProduitsDesClasses(session(), produits, classes)));
     return resultat.Livre();
+}
+
+namespace {
+
+// The redundancies of the codes of the host's array (null -10) or of the
+// text input's list; an empty list gives none.
+std::vector<FicheSurdosage> RedondancesLues(SAFEARRAY** produits) {
+    std::vector<std::string> codes;
+    if (session().ModeSortie == ModeTableau) {
+        codes = CodesPrescription(ChainesDuTableau(produits, {Argument1, OperationTableau}));
+    } else {
+        ListesDuTexte listes(LitTexte());
+        if (listes.Vide()) throw Echec{ListeVide};
+        codes = CodesPrescription(CodesCIPDuTexte(listes.Suivante()));
+    }
+    return Redondances(session(), codes);
+}
+
+}  // namespace
+
+VDX_EXPORT(Surdosage_Vdx, Connecte, NomsDesChamps<FicheSurdosage>(), (Liste, Produits), (Tableau, Tableau)) {
+    if (session().ModeSortie == ModeTableau) Requis(Produits, Argument1);
+    Resultat resultat(Tableau, GabaritDe<FicheSurdosage>(), Argument2);
+    resultat.Prend(LignesSansCleSelon<FicheSurdosage>(RedondancesLues(Produits)));
+    return resultat.Livre();
+}
+
+// The count of Surdosage_Vdx's rows, which are dropped.
+VDX_EXPORT(SurdosageTest_Vdx, Connecte, {}, (Liste, Produits)) {
+    return static_cast<int32_t>(RedondancesLues(Produits).size());
 }

@@ -9,6 +9,7 @@
 #include "checks/contreindications.h"
 #include "checks/grossesse.h"
 #include "checks/interactions.h"
+#include "checks/surdosage.h"
 #include "products/codes.h"
 #include "products/composition.h"
 #include "vdx32/vdx32.h"
@@ -92,6 +93,12 @@ VDX_CASE(VdxFicheClasseAllergie, LibelleProduit, 1);
 VDX_CASE(VdxFicheClasseAllergie, CodeClasse, 2);
 VDX_CASE(VdxFicheClasseAllergie, LibelleClasse, 3);
 
+static_assert(Cases<VdxFicheSurdosage>(13), "VdxFicheSurdosage is not 13 slots");
+VDX_CASE(VdxFicheSurdosage, CIP1, 0);
+VDX_CASE(VdxFicheSurdosage, SubstanceCommune, 8);
+VDX_CASE(VdxFicheSurdosage, LibelleClasseCommune, 11);
+VDX_CASE(VdxFicheSurdosage, TypeRedondance, 12);
+
 static_assert(Cases<VdxAnalyse>(2), "VdxAnalyse is not 2 slots");
 VDX_CASE(VdxAnalyse, ValeurAnalyse, 0);
 VDX_CASE(VdxAnalyse, TypeAnalyse, 1);
@@ -156,6 +163,7 @@ VDX_REMPLIT(AlerteCI, VdxAlerteCI);
 VDX_REMPLIT(FicheCI, VdxFicheCI);
 VDX_REMPLIT(FicheAllergie, VdxFicheAllergie);
 VDX_REMPLIT(FicheClasseAllergie, VdxFicheClasseAllergie);
+VDX_REMPLIT(FicheSurdosage, VdxFicheSurdosage);
 VDX_REMPLIT(Composant, VdxComposant);
 VDX_REMPLIT(FicheStatut, VdxStatut);
 #undef VDX_REMPLIT

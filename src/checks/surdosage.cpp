@@ -1,0 +1,187 @@
+#include "checks/surdosage.h"
+
+#include <algorithm>
+#include <charconv>
+
+#include "checks/voies.h"
+#include "products/composition.h"
+#include "products/composition_liens.h"
+#include "products/produits.h"
+#include "products/substances.h"
+#include "session/cadre.h"
+#include "session/tables.h"
+#include "store/layouts/produits.h"
+#include "vocabulary/libelles.h"
+#include "vocabulary/vocabulaires.h"
+
+namespace vdx {
+
+namespace {
+
+VDX_TABLE(TableClassesARisque, "VDXCLAR")
+
+// Only the components of a route of the whole body are compared.
+constexpr char VoieGenerale = 'A';
+// The natures of a substance row: a component, or one of its synonyms.
+constexpr char Composant = '0';
+constexpr char SynonymeDe = '1';
+// Class codes are compared on this many characters at most.
+constexpr size_t LongueurClasseComparee = VDXCLAR::CodeClasse.capacite();
+
+// A row of the working list of substances.
+struct Substance {
+    std::string produit;
+    char nature;
+    std::string code;
+    std::string origine;  // the component a synonym is of
+};
+// A row of the working list of classes.
+struct Classe {
+    std::string produit;
+    std::string code;
+};
+
+// A number of a row's field: an empty text is 0.
+int64_t Nombre(std::string_view texte) {
+    int64_t n = 0;
+    std::from_chars(texte.data(), texte.data() + texte.size(), n);
+    return n;
+}
+
+// The label of a substance, empty for none or an unknown one.
+std::string LibelleSubstance(const std::string& code) {
+    if (code.empty()) return {};
+    try {
+        return LibellePA(static_cast<int32_t>(Nombre(code)));
+    } catch (const Echec& e) {
+        if (e.code != CodeInconnu) throw;
+        return {};
+    }
+}
+
+FicheSurdosage Paire(const std::string& cip1, const std::string& cip2, int32_t type) {
+    FicheSurdosage f;
+    f.CIP1 = cip1;
+    f.CIP2 = cip2;
+    f.TypeRedondance = type;
+    return f;
+}
+
+class Comparaison {
+public:
+    void Collecte(const std::string& cip) {
+        for (ClasseDuProduit& c : ClassesProduit(cip))
+            if (std::none_of(classes_.begin(), classes_.end(),
+                             [&](const Classe& k) { return k.produit == cip && k.code == c.CodeClasse; }))
+                classes_.push_back({cip, std::move(c.CodeClasse)});
+        for (const Voie& voie : VoiesProduit(cip)) {
+            if (!voie.CodeVoie.starts_with(VoieGenerale)) continue;
+            for (const vdx::Composant& c : CompositionProduit(cip).composants) {
+                if (c.SansQuantite != 0) continue;
+                const std::string s = std::to_string(c.CodeSubstance);
+                AjouteSubstance({cip, Composant, s, {}});
+                for (const Synonyme& y : SynonymesComposant(c.CodeSubstance))
+                    AjouteSubstance({cip, SynonymeDe, std::to_string(y.Code), s});
+            }
+        }
+    }
+
+    std::vector<FicheSurdosage> Compare() {
+        for (const Substance& p : substances_)
+            for (const Substance& q : substances_)
+                if (&p != &q && p.nature == Composant && q.nature == Composant && p.code == q.code) {
+                    FicheSurdosage f = Paire(p.produit, q.produit, RedondanceSubstance);
+                    f.SubstanceCommune = p.code;
+                    Ajoute(std::move(f));
+                }
+        for (const Substance& p : substances_)
+            for (const Substance& q : substances_)
+                if (&p != &q && p.nature == SynonymeDe && p.code == q.code) {
+                    FicheSurdosage f = Paire(p.produit, q.produit, RedondanceSynonyme);
+                    f.Substance1 = p.origine;
+                    f.Substance2 = q.origine;
+                    f.SubstanceCommune = p.code;
+                    Ajoute(std::move(f));
+                }
+        for (const Classe& p : classes_)
+            for (const Classe& q : classes_) {
+                if (p.produit == q.produit) continue;
+                FicheSurdosage f = Paire(p.produit, q.produit, RedondanceClasse);
+                f.ClasseCommune = ClasseCommune(p.code, q.code);
+                if (!f.ClasseCommune.empty()) Ajoute(std::move(f));
+            }
+        return std::move(fiches_);
+    }
+
+private:
+    // Kept once per product and code, whatever its nature.
+    void AjouteSubstance(Substance s) {
+        if (std::none_of(substances_.begin(), substances_.end(),
+                         [&](const Substance& t) { return t.produit == s.produit && t.code == s.code; }))
+            substances_.push_back(std::move(s));
+    }
+
+    // A row of a pair is a repeat of an earlier one of the same pair, in
+    // either order, that shares a substance by one of five comparisons of
+    // numbers (an empty field being 0): two rows with an empty field repeat
+    // each other, so a shared class adds nothing beside a shared substance.
+    static bool Repete(const FicheSurdosage& a, const FicheSurdosage& n) {
+        const bool paire = (a.CIP1 == n.CIP1 && a.CIP2 == n.CIP2) || (a.CIP1 == n.CIP2 && a.CIP2 == n.CIP1);
+        if (!paire) return false;
+        const int64_t commune = Nombre(n.SubstanceCommune), ancienne = Nombre(a.SubstanceCommune);
+        return ancienne == commune || ancienne == Nombre(n.Substance1) || Nombre(a.Substance1) == commune ||
+               ancienne == Nombre(n.Substance2) || Nombre(a.Substance2) == commune;
+    }
+
+    void Ajoute(FicheSurdosage f) {
+        if (std::any_of(fiches_.begin(), fiches_.end(), [&](const FicheSurdosage& a) { return Repete(a, f); }))
+            return;
+        f.Libelle1 = LibelleProduitInterne(f.CIP1).value_or("");
+        f.Libelle2 = LibelleProduitInterne(f.CIP2).value_or("");
+        f.LibelleSubstance1 = LibelleSubstance(f.Substance1);
+        f.LibelleSubstance2 = LibelleSubstance(f.Substance2);
+        f.LibelleCommune = LibelleSubstance(f.SubstanceCommune);
+        if (!f.ClasseCommune.empty())
+            f.LibelleClasseCommune = LibelleVocabulaire(vocabulaires::Classe(), f.ClasseCommune).value_or("");
+        fiches_.push_back(std::move(f));
+    }
+
+    std::vector<Substance> substances_;
+    std::vector<Classe> classes_;
+    std::vector<FicheSurdosage> fiches_;
+};
+
+}  // namespace
+
+std::string ClasseCommune(std::string_view a, std::string_view b) {
+    const size_t borne = std::min({a.size(), b.size(), LongueurClasseComparee});
+    size_t n = 0;
+    while (n < borne && a[n] == b[n]) ++n;
+    std::string texte(a.substr(0, n));
+    TablesOuvertes tables{&TableClassesARisque()};
+    Curseur classes(TableClassesARisque());
+    std::string trouvee;
+    while (!texte.empty()) {
+        if (!classes.SuperieureOuEgale(texte)) {
+            SortieErreur(CodeInconnu);
+            break;
+        }
+        const std::string_view cle = classes.Cle().substr(0, classes.Cle().find('\0'));
+        if (std::string_view(texte).starts_with(cle)) {
+            trouvee = texte;
+            break;
+        }
+        texte.pop_back();
+    }
+    tables.Ferme();
+    return trouvee;
+}
+
+std::vector<FicheSurdosage> Redondances(const Contexte& contexte, const std::vector<std::string>& produits) {
+    const DansContexte dans(contexte);
+    Comparaison comparaison;
+    for (const std::string& cip : produits) comparaison.Collecte(cip);
+    return comparaison.Compare();
+}
+
+}  // namespace vdx
