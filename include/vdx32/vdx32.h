@@ -718,6 +718,33 @@ VDX_API int32_t VDX_CALL Surdosage_Vdx(SAFEARRAY** Produits, SAFEARRAY** Tableau
 /* The count of the same rows, which are dropped. */
 VDX_API int32_t VDX_CALL SurdosageTest_Vdx(SAFEARRAY** Produits);
 
+/* ---- Advisories on one product ----------------------------------------- */
+
+/* Whether a product is to be watched in a heat wave: one of its components,
+ * or a synonym of one, falls in a category of concern. Into *Texte (8-bit
+ * in mode 0, the flat text otherwise) the sentence "Le produit LABEL est
+ * \xE0 prendre en consid\xE9ration en cas de vague de chaleur car comportant
+ * dans sa composition : " and a line " - COMPONENT, appartenant \xE0 la
+ * cat\xE9gorie des CATEGORY" a component (" et des CATEGORY" for a further
+ * category of one number). 1 concerned; 0 not, and nothing delivered for a
+ * product given by no route of the whole body ("A"); -10 no code and -13
+ * a code of another length, both before -2; -500. */
+VDX_API int32_t VDX_CALL IsCanicule_Vdx(const char* Code, BSTR* Texte);
+/* The kosher rating of a product (MEDIEL), its number in decimal into
+ * *Sortie: 1 to 9, 0 for none. 1; -10; -13 a code not of 7 characters;
+ * -90 an unknown product; -500. */
+VDX_API int32_t VDX_CALL IsMediel_Vdx(const char* Code, BSTR* Sortie);
+/* Every product filed under the rating's letter "M", with its label and the
+ * rating's text ("Aucune information MEDIEL disponible " for none). The
+ * rows; -20 no array in mode 0; -90 a product without its complement
+ * record; -500. */
+typedef struct VdxLigneMediel {
+    BSTR CodeCIP;
+    BSTR Libelle;
+    BSTR Texte;
+} VdxLigneMediel;
+VDX_API int32_t VDX_CALL ProduitMediel_Vdx(SAFEARRAY** Tableau);
+
 /* ---- Drug interactions ------------------------------------------------ */
 
 /* The interactions of a prescription: each product is broken down into its

@@ -6,6 +6,7 @@
 #include <tuple>
 
 #include "checks/allergies.h"
+#include "checks/avis.h"
 #include "checks/contreindications.h"
 #include "checks/grossesse.h"
 #include "checks/interactions.h"
@@ -99,6 +100,9 @@ VDX_CASE(VdxFicheSurdosage, SubstanceCommune, 8);
 VDX_CASE(VdxFicheSurdosage, LibelleClasseCommune, 11);
 VDX_CASE(VdxFicheSurdosage, TypeRedondance, 12);
 
+static_assert(Cases<VdxLigneMediel>(3), "VdxLigneMediel is not 3 slots");
+VDX_CASE(VdxLigneMediel, Texte, 2);
+
 static_assert(Cases<VdxAnalyse>(2), "VdxAnalyse is not 2 slots");
 VDX_CASE(VdxAnalyse, ValeurAnalyse, 0);
 VDX_CASE(VdxAnalyse, TypeAnalyse, 1);
@@ -164,6 +168,7 @@ VDX_REMPLIT(FicheCI, VdxFicheCI);
 VDX_REMPLIT(FicheAllergie, VdxFicheAllergie);
 VDX_REMPLIT(FicheClasseAllergie, VdxFicheClasseAllergie);
 VDX_REMPLIT(FicheSurdosage, VdxFicheSurdosage);
+VDX_REMPLIT(LigneMediel, VdxLigneMediel);
 VDX_REMPLIT(Composant, VdxComposant);
 VDX_REMPLIT(FicheStatut, VdxStatut);
 #undef VDX_REMPLIT

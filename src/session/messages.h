@@ -97,4 +97,29 @@ inline constexpr char PhraseContreIndique[] =
 // The second field of every row of the pregnancy control.
 inline constexpr char GrossesseInconnu[] = "inconnu !";
 
+// The heat-wave sentence: its head around the product's label, then a
+// line a component, and the further categories of one number.
+inline constexpr char CaniculeDebut[] = "Le produit ";
+inline constexpr char CaniculeSansLibelle[] = " [ Libelle Inconnu ]";
+inline constexpr char CaniculeSuite[] =
+    " est \xE0 prendre en consid\xE9ration en cas de vague de chaleur car comportant dans sa composition : ";
+inline constexpr char CaniculeLigne[] = " - ";
+inline constexpr char CaniculeCategorie[] = ", appartenant \xE0 la cat\xE9gorie des ";
+inline constexpr char CaniculeAutreCategorie[] = " et des ";
+
+// The texts of the kosher rating of a product, by its value 1 to 9; any
+// other value has the last.
+inline constexpr const char* TextesMediel[] = {
+    "Casher pour P\xE2que",
+    "Casher pour P\xE2que kitniot",
+    "Casher hors P\xE2que",
+    "Tol\xE9r\xE9",
+    "Tol\xE9r\xE9 pour P\xE2que kitniot",
+    "Tol\xE9r\xE9 hors P\xE2que",
+    "R\xE9" "f\xE9renc\xE9 pour information",
+    "Casher pour P\xE2que - lait non surveill\xE9",
+    "Casher hors P\xE2que - lait non surveill\xE9",
+    "Aucune information MEDIEL disponible ",
+};
+
 }  // namespace vdx::messages

@@ -50,6 +50,16 @@ char MajusculeSansAccent(char octet) {
     return Minuscule(octet) ? static_cast<char>(octet - 'a' + 'A') : octet;
 }
 
+char EnMinuscule(char octet) {
+    const auto c = static_cast<unsigned char>(octet);
+    if (Majuscule(octet) || (c >= 0xC0 && c <= 0xDE && c != 0xD7)) return static_cast<char>(c + 0x20);
+    switch (c) {
+        case 0x8A: case 0x8C: case 0x8E: return static_cast<char>(c + 0x10);  // Š, Œ, Ž
+        case 0x9F: return static_cast<char>(0xFF);                           // Ÿ
+        default: return octet;
+    }
+}
+
 std::string MajusculeSansAccent(std::string_view texte) {
     std::string plie(texte);
     for (char& c : plie) c = MajusculeSansAccent(c);

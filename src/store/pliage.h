@@ -17,6 +17,10 @@ namespace vdx {
 char MajusculeSansAccent(char octet);
 std::string MajusculeSansAccent(std::string_view texte);
 
+// A capital of code page 1252 gives its small letter (É gives é, Œ œ);
+// every other byte is unchanged.
+char EnMinuscule(char octet);
+
 // Key form: capitals without accents and digits only ("/" too with
 // gardeBarre); every other byte is dropped and the text closes up.
 std::string PlieCle(std::string_view texte, bool gardeBarre = false);
