@@ -22,6 +22,7 @@
 #include "store/sources.h"
 #include "tests/support/extrait_import.h"
 #include "tools/vdx/import.h"
+#include "tools/vdx/import_codes.h"
 #include "tools/vdx/import_libelle.h"
 #include "tools/vdx/import_lecture.h"
 #include "tools/vdx/import_noms.h"
@@ -448,6 +449,32 @@ TEST(ImportComposition, TheSaltAndTheFractionItIsExpressedAsAreBothOnTheProduct)
     EXPECT_EQ(e.Fiche("VDXWPEFI", "CodeEnfant", "678").at("CodeParent"), "678");
 }
 
+TEST(ImportComposition, SubstancesAreNamedSaltsAndBasesAreSynonymsBothWaysFamiliesAreConcepts) {
+    Extrait e;
+    e.Importe();
+    const std::string base = Selon(e.Table("VDXVCOMP"), "CodeCIP", "2222222").at(1).at("CodeSubstance");
+    EXPECT_EQ(e.Fiche("VDXWSYNC", "CodeSubstance", base).at("CodeSynonyme"), "25783");
+    EXPECT_EQ(e.Fiche("VDXVEXC", "CodeSubstance", base).at("Libelle"), "RANITIDINE BASE");
+    EXPECT_EQ(e.Fiche("VDXVEXC", "CodeSubstance", "30001").at("Libelle"), "PENICILLINES");
+    // No penicillin in the extract: a concept without component.
+    EXPECT_TRUE(e.Table("VDXWCCCO").empty());
+}
+
+TEST(ImportVigilance, ClassesAtRiskGoToTheirProductsAndTheHeatWaveCategoriesAreFiled) {
+    Extrait e;
+    e.Importe();
+    // Antivitamins K, second of the list: the warfarin sodium product, its
+    // salt found by the thesaurus's name of the base.
+    EXPECT_EQ(e.Fiche("VDXCLA", "CodeClasse", "T002").at("Libelle"), "ANTIVITAMINES K");
+    std::set<std::string> produits;
+    for (const auto& l : Selon(e.Table("VDXCLAP"), "CodeClasse", "T002")) produits.insert(l.at("CodeCIP"));
+    EXPECT_EQ(produits, std::set<std::string>{"4444444"});
+    EXPECT_EQ(e.Table("VDXCLAR").size(), ClassesARisque().size());
+    EXPECT_TRUE(Selon(e.Table("VDXCLAP"), "CodeClasse", "T001").empty());
+    EXPECT_EQ(e.Fiche("VDXYCAAR", "LettreCanicule", "D").at("Libelle"), "Diur\xC3\xA9tiques");
+    EXPECT_TRUE(e.Table("VDXYCACO").empty());  // no diuretic, NSAID, neuroleptic in the extract
+}
+
 // --- Interactions -----------------------------------------------------------------------
 
 TEST(ImportInteractions, CouplesInBothOrdersWithTheirSeverityKindAndTexts) {
@@ -620,7 +647,8 @@ TEST(Import, TheSourcesBuildABaseWhoseLabelsAreUnique) {
     magasin::InitialiseMagasin(867, NombreNumeros, 16);
     const RapportConstruction rapport = ConstruitBase(e.chemin() / "sources", e.chemin() / "base");
     EXPECT_EQ(rapport.avertissements, std::vector<std::string>{});
-    EXPECT_EQ(LitTable(e.chemin() / "base", *DispositionNommee("VDXCLA")).size(), 3u);
+    // The two groups and the classes at risk when doubled.
+    EXPECT_EQ(LitTable(e.chemin() / "base", *DispositionNommee("VDXCLA")).size(), 3u + ClassesARisque().size());
     std::set<std::string> libelles;
     for (const Enregistrement& p : LitTable(e.chemin() / "base", *DispositionNommee("VDXPRO")))
         libelles.insert(std::string(vdx::Fiche(p.fiche).Texte(VDXPRO::Libelle)));

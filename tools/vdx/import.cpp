@@ -40,6 +40,7 @@ RapportImport Importe(const OptionsImport& options) {
     EcritProduits(bdpm, selection, sortie, journal);
     EcritComposition(bdpm, substances, selection, sortie);
     EcritAllergies(thesaurus, substances, selection, sortie);
+    EcritVigilance(bdpm, thesaurus, substances, selection, sortie);
     EcritInteractions(thesaurus, substances, selection, AnneeMois(options.thesaurus), sortie, journal, rapport);
     if (journal.Rejets() && !options.continuer) {
         std::string motifs;

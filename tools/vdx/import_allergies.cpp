@@ -17,19 +17,24 @@ void AjouteNom(Sortie& sortie, int numero, const std::string& nom) {
 
 }  // namespace
 
+std::set<int> MembresClasse(const Thesaurus& thesaurus, const Substances& substances, const Selection& selection,
+                            const std::string& classe) {
+    std::set<int> membres;
+    for (const Appartenance& a : thesaurus.appartenances)
+        if (a.classe == classe)
+            for (int m : substances.index.Cherche(a.substance))
+                if (selection.substances.count(m)) membres.insert(m);
+    return membres;
+}
+
 void EcritAllergies(const Thesaurus& thesaurus, const Substances& substances, const Selection& selection,
                     Sortie& sortie) {
     for (int numero : selection.substances) AjouteNom(sortie, numero, substances.noms.at(numero));
     int code = DerniereSubstance;
     for (const std::string& famille : FamillesChimiques()) {
         ++code;
-        std::set<int> membres;
-        for (const Appartenance& a : thesaurus.appartenances)
-            if (a.classe == famille)
-                for (int m : substances.index.Cherche(a.substance))
-                    if (selection.substances.count(m)) membres.insert(m);
         AjouteNom(sortie, code, famille);
-        for (int m : membres)
+        for (int m : MembresClasse(thesaurus, substances, selection, famille))
             sortie.Ajoute("VDXWCCCO", {{"CodeConcept", std::to_string(code)}, {"CodeComposant", std::to_string(m)}});
     }
 }

@@ -51,6 +51,14 @@ void EcritComposition(const Bdpm& bdpm, const Substances& substances, const Sele
 // families as allergy concepts (VDXWCCCO, their names in VDXVEXC).
 void EcritAllergies(const Thesaurus& thesaurus, const Substances& substances, const Selection& selection,
                     Sortie& sortie);
+// The thesaurus classes at risk when doubled, as classes of the products
+// listed in VDXCLAR, and the heat-wave categories of their members
+// (VDXYCACO, VDXYCAAR).
+void EcritVigilance(const Bdpm& bdpm, const Thesaurus& thesaurus, const Substances& substances,
+                    const Selection& selection, Sortie& sortie);
+// The members of a thesaurus class among the selected substances.
+std::set<int> MembresClasse(const Thesaurus& thesaurus, const Substances& substances, const Selection& selection,
+                            const std::string& classe);
 void EcritInteractions(const Thesaurus& thesaurus, const Substances& substances, const Selection& selection,
                        const std::string& edition, Sortie& sortie, Journal& journal, RapportImport& rapport);
 

@@ -292,4 +292,27 @@ const std::vector<std::string>& FamillesChimiques() {
     return familles;
 }
 
+const std::vector<std::string>& ClassesARisque() {
+    static const std::vector<std::string> classes = {
+        "ANTI-INFLAMMATOIRES NON STEROIDIENS",
+        "ANTIVITAMINES K",
+        "BENZODIAZEPINES ET APPARENTES",
+        "ANALGESIQUES MORPHINIQUES AGONISTES",
+        "INHIBITEURS DE L'ENZYME DE CONVERSION",
+        "ANTAGONISTES DES RECEPTEURS DE L'ANGIOTENSINE II",
+    };
+    return classes;
+}
+
+const std::vector<CategorieCanicule>& CategoriesCanicule() {
+    static const std::vector<CategorieCanicule> categories = {
+        {"D", Texte("Diurétiques"), {"DIURETIQUES"}},
+        {"R", Texte("Médicaments susceptibles d'altérer la fonction rénale"),
+         {"ANTI-INFLAMMATOIRES NON STEROIDIENS", "INHIBITEURS DE L'ENZYME DE CONVERSION",
+          "ANTAGONISTES DES RECEPTEURS DE L'ANGIOTENSINE II"}},
+        {"T", Texte("Médicaments pouvant altérer la thermorégulation"), {"NEUROLEPTIQUES", "MEDICAMENTS ATROPINIQUES"}},
+    };
+    return categories;
+}
+
 }  // namespace vdx::import

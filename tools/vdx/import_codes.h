@@ -109,4 +109,17 @@ std::map<std::string, std::string> CodesLaboratoires(const std::set<std::string>
 // above the last substance number in this order.
 const std::vector<std::string>& FamillesChimiques();
 
+// --- Redundancy and heat wave -------------------------------------------------
+// The thesaurus classes known for risky duplication, in the order they are
+// numbered as classes "T001", "T002"...
+const std::vector<std::string>& ClassesARisque();
+// A heat-wave category: its letter, its label (code page 1252) and the
+// thesaurus classes whose members fall in it.
+struct CategorieCanicule {
+    std::string lettre;
+    std::string libelle;
+    std::vector<std::string> classes;
+};
+const std::vector<CategorieCanicule>& CategoriesCanicule();
+
 }  // namespace vdx::import
