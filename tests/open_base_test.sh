@@ -52,6 +52,14 @@ verifie "a penicillin allergy forbids amoxicillin" \
   grep -q "^PENICILLINES -> PENICILLINES : AMOXICILLINE" <<<"$(allergies 30001 "$amoxicilline")"
 verifie "an ibuprofen allergy forbids ibuprofen" test -n "$(allergies 2092 "$ibuprofene")"
 verifie "a penicillin allergy leaves ibuprofen" test -z "$(allergies 30001 "$ibuprofene")"
+# Redundancy: two NSAIDs share the thesaurus class filed as T001, two
+# paracetamols their substance; the heat wave names ibuprofen once.
+redondances() { "$vdx" call --base "$work/base" Surdosage_Vdx "$1" | tail -n +2 | cut -f9,11,13 | tr '\t\n' ': '; }
+verifie "two NSAIDs: their listed class" test "$(redondances "$ibuprofene@$(premier "PROFENID 100")")" = ":T001:4 "
+verifie "two paracetamols: their substance" \
+  test "$(redondances "$(premier "DOLIPRANE 1000")@$(premier "EFFERALGAN 1G")")" = "2202::3 "
+canicule=$("$vdx" call --base "$work/base" IsCanicule_Vdx "$ibuprofene")
+verifie "ibuprofen in a heat wave, one line" test "$(grep -c "^ - IBUPROF" <<<"$canicule")" = 1
 
 [ "$echecs" -eq 0 ] && echo "open base: all checks passed"
 exit "$echecs"

@@ -41,8 +41,13 @@ void EcritVigilance(const Bdpm& bdpm, const Thesaurus& thesaurus, const Substanc
         sortie.Ajoute("VDXYCAAR", {{"LettreCanicule", c.lettre}, {"Libelle", c.libelle}});
         std::set<int> membres;
         for (const std::string& classe : c.classes) membres.merge(MembresClasse(thesaurus, substances, selection, classe));
-        for (int m : membres)
+        // A salt whose base is filed too reaches it as its synonym: filed
+        // itself, the advisory would name its product's component twice.
+        for (int m : membres) {
+            const auto base = substances.parents.find(m);
+            if (base != substances.parents.end() && membres.count(base->second)) continue;
             sortie.Ajoute("VDXYCACO", {{"CodeSubstance", std::to_string(m)}, {"LettreCanicule", c.lettre}});
+        }
     }
 }
 
