@@ -15,8 +15,15 @@
 #include <vector>
 
 #include "checks/allergies.h"
+#include "checks/surdosage.h"
+#include "checks/voies.h"
+#include "products/composition.h"
+#include "products/composition_liens.h"
+#include "products/produits.h"
+#include "products/substances.h"
 #include "checks/interactions.h"
 #include "platform/hote.h"
+#include "session/cadre.h"
 #include "session/codeproduit.h"
 #include "session/resultat.h"
 #include "session/tables.h"
@@ -309,6 +316,154 @@ void Allergies(benchmark::State& state) {
     DeConnection2_Vdx();
 }
 BENCHMARK(Allergies)->Unit(benchmark::kMicrosecond);
+
+// Redundancy in ten products: four NSAIDs (one class), two paracetamols
+// (one substance), two morphine salts (one base), an anticoagulant, an
+// antiplatelet drug.
+std::vector<std::string> DixProduitsRedondants() {
+    std::vector<std::string> codes;
+    for (const char* debut : {"ADVIL 200", "PROFENID 100", "APRANAX", "VOLTARENE 50", "DOLIPRANE 1000", "EFFERALGAN 1G",
+                              "SKENAN", "MORPHINE AGUETT 10MG/ML SOL 10X1ML", "COUMADINE", "KARDEGIC"})
+        if (std::string code = Premier(debut); !code.empty()) codes.push_back(code);
+    return codes;
+}
+
+void Surdosage(benchmark::State& state) {
+    if (!Connecte(state)) return;
+    const std::vector<std::string> codes = DixProduitsRedondants();
+    EntreeHote produits = EntreeHote::Chaines(codes);
+    TableauHote<VdxFicheSurdosage> lignes(GabaritDe<FicheSurdosage>());
+    int32_t n = 0;
+    for (auto _ : state) n = Surdosage_Vdx(produits.Adresse(), lignes.Adresse());
+    state.counters["produits"] = static_cast<double>(codes.size());
+    state.counters["lignes"] = n;
+    DeConnection2_Vdx();
+}
+BENCHMARK(Surdosage)->Unit(benchmark::kMicrosecond);
+
+// The baseline: the products' substances (with their synonyms, for a route
+// "A") and classes gathered once, the listed classes and the labels in
+// memory; the same three comparisons, the same rule of repeats and the same
+// search of the common class made over them.
+class RedondancesEnMemoire {
+public:
+    explicit RedondancesEnMemoire(const std::vector<std::string>& codes) {
+        for (const std::string& cip : codes) {
+            libelles_[cip] = LibelleProduitInterne(cip).value_or("");
+            for (ClasseDuProduit& c : ClassesProduit(cip)) classes_.push_back({cip, std::move(c.CodeClasse), {}});
+            bool generale = false;
+            for (const Voie& v : VoiesProduit(cip)) generale |= v.CodeVoie.starts_with('A');
+            if (!generale) continue;
+            for (const Composant& c : CompositionProduit(cip).composants) {
+                if (c.SansQuantite) continue;
+                Ajoute(substances_, {cip, std::to_string(c.CodeSubstance), {}});
+                for (const Synonyme& y : SynonymesComposant(c.CodeSubstance))
+                    Ajoute(synonymes_, {cip, std::to_string(y.Code), std::to_string(c.CodeSubstance)});
+            }
+        }
+        for (const auto* liste : {&substances_, &synonymes_})
+            for (const Rang& r : *liste) noms_[r.code] = Nom(r.code);
+        const Table& t = TableDuCatalogue("VDXCLAR");
+        TablesOuvertes tables{&t};
+        Curseur c(t);
+        for (auto p = c.Premiere(); p; p = c.Suivante()) listees_.emplace(c.Cle().substr(0, c.Cle().find('\0')));
+        tables.Ferme();
+    }
+
+    size_t Compare() {
+        fiches_.clear();
+        for (const Rang& p : substances_)
+            for (const Rang& q : substances_)
+                if (&p != &q && p.code == q.code) Fiche(p.cip, q.cip, "", "", p.code, "", 3);
+        for (const Rang& p : synonymes_) {
+            for (const Rang& q : substances_)
+                if (p.cip != q.cip && p.code == q.code) Fiche(p.cip, q.cip, p.origine, "", p.code, "", 2);
+            for (const Rang& q : synonymes_)
+                if (&p != &q && p.code == q.code) Fiche(p.cip, q.cip, p.origine, q.origine, p.code, "", 2);
+        }
+        for (const Rang& p : classes_)
+            for (const Rang& q : classes_)
+                if (p.cip != q.cip)
+                    if (std::string k = Commune(p.code, q.code); !k.empty()) Fiche(p.cip, q.cip, "", "", "", k, 4);
+        return fiches_.size();
+    }
+
+private:
+    struct Rang {
+        std::string cip, code, origine;
+    };
+    static void Ajoute(std::vector<Rang>& liste, Rang r) {
+        for (const Rang& s : liste)
+            if (s.cip == r.cip && s.code == r.code) return;
+        liste.push_back(std::move(r));
+    }
+    static std::string Nom(const std::string& code) {
+        try {
+            return LibellePA(std::stoi(code));
+        } catch (const Echec&) {
+            return {};
+        }
+    }
+    std::string Commune(const std::string& a, const std::string& b) const {
+        size_t n = 0;
+        while (n < std::min({a.size(), b.size(), size_t{10}}) && a[n] == b[n]) ++n;
+        for (std::string texte = a.substr(0, n); !texte.empty(); texte.pop_back()) {
+            const auto k = listees_.lower_bound(texte);
+            if (k == listees_.end()) return {};
+            if (texte.starts_with(*k)) return texte;
+        }
+        return {};
+    }
+    void Fiche(const std::string& cip1, const std::string& cip2, const std::string& s1, const std::string& s2,
+               const std::string& commune, const std::string& classe, int32_t type) {
+        const auto nombre = [](const std::string& t) { return t.empty() ? 0 : std::stoll(t); };
+        for (const FicheSurdosage& a : fiches_) {
+            if (!((a.CIP1 == cip1 && a.CIP2 == cip2) || (a.CIP1 == cip2 && a.CIP2 == cip1))) continue;
+            const long long c = nombre(commune), ac = nombre(a.SubstanceCommune);
+            if (ac == c || ac == nombre(s1) || nombre(a.Substance1) == c || ac == nombre(s2) || nombre(a.Substance2) == c)
+                return;
+        }
+        fiches_.push_back({cip1, cip2, libelles_[cip1], libelles_[cip2], s1, s2, noms_[s1], noms_[s2], commune,
+                           noms_[commune], classe, classe, type});
+    }
+
+    std::vector<Rang> substances_, synonymes_, classes_;
+    std::set<std::string> listees_;
+    std::unordered_map<std::string, std::string> libelles_, noms_;
+    std::vector<FicheSurdosage> fiches_;
+};
+
+void Reference_Surdosage(benchmark::State& state) {
+    if (!Connecte(state)) return;
+    RedondancesEnMemoire memoire(DixProduitsRedondants());
+    size_t n = 0;
+    for (auto _ : state) benchmark::DoNotOptimize(n = memoire.Compare());
+    state.counters["lignes"] = static_cast<double>(n);
+    DeConnection2_Vdx();
+}
+BENCHMARK(Reference_Surdosage)->Unit(benchmark::kMicrosecond);
+
+// The heat-wave advisory of the first product of three components (each
+// with its synonyms looked up) given by a route of the whole body.
+void IsCanicule(benchmark::State& state) {
+    if (!Connecte(state)) return;
+    std::string code;
+    const int32_t total = TotalProduit_Vdx();
+    for (int32_t i = 0; i < total && code.empty(); ++i) {
+        ChaineHote cip, libelle;
+        if (GetProduit_Vdx(i, cip.Adresse(), libelle.Adresse()) != 1) continue;
+        const std::string c(cip.Octets());
+        if (CompositionProduit(c).composants.size() != 3) continue;
+        for (const Voie& v : VoiesProduit(c))
+            if (v.CodeVoie.starts_with('A')) code = c;
+    }
+    ChaineHote texte;
+    int32_t n = 0;
+    for (auto _ : state) n = IsCanicule_Vdx(code.c_str(), texte.Adresse());
+    state.counters["concerne"] = n;
+    DeConnection2_Vdx();
+}
+BENCHMARK(IsCanicule)->Unit(benchmark::kMicrosecond);
 
 }  // namespace
 

@@ -2,6 +2,8 @@
 
 #include <algorithm>
 #include <charconv>
+#include <map>
+#include <utility>
 
 #include "checks/voies.h"
 #include "products/composition.h"
@@ -70,18 +72,16 @@ FicheSurdosage Paire(const std::string& cip1, const std::string& cip2, int32_t t
 class Comparaison {
 public:
     void Collecte(const std::string& cip) {
-        for (ClasseDuProduit& c : ClassesProduit(cip))
+        for (std::string& code : CodesClassesProduit(cip))
             if (std::none_of(classes_.begin(), classes_.end(),
-                             [&](const Classe& k) { return k.produit == cip && k.code == c.CodeClasse; }))
-                classes_.push_back({cip, std::move(c.CodeClasse)});
+                             [&](const Classe& k) { return k.produit == cip && k.code == code; }))
+                classes_.push_back({cip, std::move(code)});
         for (const Voie& voie : VoiesProduit(cip)) {
             if (!voie.CodeVoie.starts_with(VoieGenerale)) continue;
-            for (const vdx::Composant& c : CompositionProduit(cip).composants) {
-                if (c.SansQuantite != 0) continue;
-                const std::string s = std::to_string(c.CodeSubstance);
+            for (int32_t substance : SubstancesDosees(cip)) {
+                const std::string s = std::to_string(substance);
                 AjouteSubstance({cip, Composant, s, {}});
-                for (const Synonyme& y : SynonymesComposant(c.CodeSubstance))
-                    AjouteSubstance({cip, SynonymeDe, std::to_string(y.Code), s});
+                for (int32_t y : CodesSynonymes(substance)) AjouteSubstance({cip, SynonymeDe, std::to_string(y), s});
             }
         }
     }
@@ -107,13 +107,20 @@ public:
             for (const Classe& q : classes_) {
                 if (p.produit == q.produit) continue;
                 FicheSurdosage f = Paire(p.produit, q.produit, RedondanceClasse);
-                f.ClasseCommune = ClasseCommune(p.code, q.code);
+                f.ClasseCommune = Commune(p.code, q.code);
                 if (!f.ClasseCommune.empty()) Ajoute(std::move(f));
             }
         return std::move(fiches_);
     }
 
 private:
+    // The common class of two codes, looked up once a call for each pair.
+    const std::string& Commune(const std::string& a, const std::string& b) {
+        auto [it, nouvelle] = communes_.try_emplace({a, b});
+        if (nouvelle) it->second = ClasseCommune(a, b);
+        return it->second;
+    }
+
     // Kept once per product and code, whatever its nature.
     void AjouteSubstance(Substance s) {
         if (std::none_of(substances_.begin(), substances_.end(),
@@ -149,6 +156,7 @@ private:
     std::vector<Substance> substances_;
     std::vector<Classe> classes_;
     std::vector<FicheSurdosage> fiches_;
+    std::map<std::pair<std::string, std::string>, std::string> communes_;
 };
 
 }  // namespace
@@ -179,9 +187,16 @@ std::string ClasseCommune(std::string_view a, std::string_view b) {
 
 std::vector<FicheSurdosage> Redondances(const Contexte& contexte, const std::vector<std::string>& produits) {
     const DansContexte dans(contexte);
+    // Held for the call: the lookups of each product take them again for
+    // nothing, where they would open and close them.
+    TablesOuvertes tables{&TableDuCatalogue("VDXVCOMP"), &TableDuCatalogue("VDXVPA"),   &TableDuCatalogue("VDXCLAP"),
+                          &TableDuCatalogue("VDXCLA"),   &TableDuCatalogue("VDXIDPVO"), &TableDuCatalogue("VDXIDVOI"),
+                          &TableDuCatalogue("VDXWSYNC"), &TableClassesARisque()};
     Comparaison comparaison;
     for (const std::string& cip : produits) comparaison.Collecte(cip);
-    return comparaison.Compare();
+    std::vector<FicheSurdosage> fiches = comparaison.Compare();
+    tables.Ferme();
+    return fiches;
 }
 
 }  // namespace vdx

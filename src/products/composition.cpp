@@ -39,6 +39,33 @@ std::string LibelleOuIntrouvable(const Table& table, const ChampTexte& libelle, 
     return texte ? std::move(*texte) : messages::CodeIntrouvable(std::to_string(code));
 }
 
+namespace {
+
+// The walk of a product's components (a CodeCIP of seven characters).
+std::optional<magasin::Position> PremierComposant(Curseur& composants, std::string_view codeCIP) {
+    const auto p = composants.SuperieureOuEgale(codeCIP);
+    return p && composants.Cle().substr(0, LongueurCIP) == codeCIP ? p : std::nullopt;
+}
+std::optional<magasin::Position> ComposantSuivant(Curseur& composants, std::string_view codeCIP) {
+    const auto p = composants.Suivante();
+    return p && composants.Cle().substr(0, LongueurCIP) == codeCIP ? p : std::nullopt;
+}
+
+}  // namespace
+
+std::vector<int32_t> SubstancesDosees(std::string_view codeCIP) {
+    std::vector<int32_t> substances;
+    if (codeCIP.size() != LongueurCIP) return substances;
+    TablesOuvertes tables{&TableComposants()};
+    Curseur composants(TableComposants());
+    for (auto p = PremierComposant(composants, codeCIP); p; p = ComposantSuivant(composants, codeCIP)) {
+        const Fiche fiche(VueFicheA(TableComposants(), *p));
+        if (fiche.Reel(VDXVCOMP::Quantite) != 0) substances.push_back(fiche.Entier(VDXVCOMP::CodeSubstance));
+    }
+    tables.Ferme();
+    return substances;
+}
+
 Composition CompositionProduit(std::string_view codeCIP) {
     TablesOuvertes tables = TablesComposition();
     Composition composition;
@@ -61,8 +88,7 @@ Composition CompositionProduit(std::string_view codeCIP) {
     }
 
     Curseur composants(TableComposants());
-    for (auto position = composants.SuperieureOuEgale(codeCIP);
-         position && composants.Cle().substr(0, LongueurCIP) == codeCIP; position = composants.Suivante()) {
+    for (auto position = PremierComposant(composants, codeCIP); position; position = ComposantSuivant(composants, codeCIP)) {
         const std::string octets = FicheA(TableComposants(), *position);
         const Fiche fiche(octets);
         Composant c;

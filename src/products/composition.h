@@ -39,6 +39,9 @@ struct Composition {
 // The composition of `codeCIP` (a CodeCIP already checked). Throws
 // Echec(-500) when the store fails.
 Composition CompositionProduit(std::string_view codeCIP);
+// The substances of its components that have a quantity, in the same
+// order, nothing else read.
+std::vector<int32_t> SubstancesDosees(std::string_view codeCIP);
 
 // The label of an integer code in a table keyed by it alone (substances,
 // excipients, units, bases), which the caller holds open: nullopt for an

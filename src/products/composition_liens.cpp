@@ -32,17 +32,27 @@ std::string LibelleClasse(std::string_view code) {
 
 }  // namespace
 
-std::vector<ClasseDuProduit> ClassesProduit(std::string_view codeCIP) {
-    TablesOuvertes tables({&TableClassesProduits(), &TableClasses()});
-    std::vector<ClasseDuProduit> classes;
+std::vector<std::string> CodesClassesProduit(std::string_view codeCIP) {
+    TablesOuvertes tables({&TableClassesProduits()});
+    std::vector<std::string> codes;
     if (codeCIP.size() == LongueurCIP) {
         Curseur cles(TableClassesProduits(), CleParProduit);
         for (auto p = cles.SuperieureOuEgale(codeCIP); p && cles.Cle().substr(0, LongueurCIP) == codeCIP;
              p = cles.Suivante()) {
             std::string_view code = cles.Cle().substr(LongueurCIP, VDXCLAP::CodeClasse.capacite());
-            code = code.substr(0, code.find_last_not_of(std::string_view(" \0", 2)) + 1);
-            classes.push_back({std::string(code), LibelleClasse(code)});
+            codes.emplace_back(code.substr(0, code.find_last_not_of(std::string_view(" \0", 2)) + 1));
         }
+    }
+    tables.Ferme();
+    return codes;
+}
+
+std::vector<ClasseDuProduit> ClassesProduit(std::string_view codeCIP) {
+    TablesOuvertes tables({&TableClasses()});
+    std::vector<ClasseDuProduit> classes;
+    for (std::string& code : CodesClassesProduit(codeCIP)) {
+        std::string libelle = LibelleClasse(code);
+        classes.push_back({std::move(code), std::move(libelle)});
     }
     tables.Ferme();
     return classes;

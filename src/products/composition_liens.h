@@ -21,6 +21,8 @@ struct ClasseDuProduit {
 // The classes of `codeCIP` in the order of their codes (VDXCLAP by product).
 // Throws Echec(-500).
 std::vector<ClasseDuProduit> ClassesProduit(std::string_view codeCIP);
+// Their codes alone.
+std::vector<std::string> CodesClassesProduit(std::string_view codeCIP);
 
 // A row of ProduitClasse_Vdx.
 struct LigneClasse {

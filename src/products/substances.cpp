@@ -146,15 +146,22 @@ std::string LibellePA(int32_t code) { return LibelleDeSubstance(TableSubstances(
 
 std::string LibelleExcipient(int32_t code) { return LibelleDeSubstance(TableExcipients(), VDXVEXC::Libelle, code); }
 
-std::vector<Synonyme> SynonymesComposant(int32_t code) {
-    TablesOuvertes tables({&TableSynonymes(), &TableSubstances()});
-    std::vector<Synonyme> synonymes;
+std::vector<int32_t> CodesSynonymes(int32_t code) {
+    TablesOuvertes tables({&TableSynonymes()});
+    std::vector<int32_t> codes;
     Curseur cles(TableSynonymes());
     for (auto p = cles.SuperieureOuEgale(CleEntiers({code, 0})); p && LitMot(cles.Cle(), 0) == code;
-         p = cles.Suivante()) {
-        const int32_t synonyme = LitMot(cles.Cle(), 4);
+         p = cles.Suivante())
+        codes.push_back(LitMot(cles.Cle(), 4));
+    tables.Ferme();
+    return codes;
+}
+
+std::vector<Synonyme> SynonymesComposant(int32_t code) {
+    TablesOuvertes tables({&TableSubstances()});
+    std::vector<Synonyme> synonymes;
+    for (int32_t synonyme : CodesSynonymes(code))
         synonymes.push_back({synonyme, LibelleOuIntrouvable(TableSubstances(), VDXVPA::Libelle, synonyme)});
-    }
     tables.Ferme();
     return synonymes;
 }

@@ -53,5 +53,7 @@ VDX_LIGNE(Synonyme, Code, Libelle);
 // The synonyms of `code` in the order of VDXWSYNC, the code itself not
 // among them. Throws Echec(-500).
 std::vector<Synonyme> SynonymesComposant(int32_t code);
+// Their codes alone.
+std::vector<int32_t> CodesSynonymes(int32_t code);
 
 }  // namespace vdx
