@@ -367,9 +367,9 @@ std::vector<FicheSurdosage> RedondancesLues(SAFEARRAY** produits) {
 }  // namespace
 
 VDX_EXPORT(Surdosage_Vdx, Connecte, NomsDesChamps<FicheSurdosage>(), (Liste, Produits), (Tableau, Tableau)) {
-    if (session().ModeSortie == ModeTableau) Requis(Produits, Argument1);
+    std::vector<FicheSurdosage> fiches = RedondancesLues(Produits);
     Resultat resultat(Tableau, GabaritDe<FicheSurdosage>(), Argument2);
-    resultat.Prend(LignesSansCleSelon<FicheSurdosage>(RedondancesLues(Produits)));
+    resultat.Prend(LignesSansCleSelon<FicheSurdosage>(std::move(fiches)));
     return resultat.Livre();
 }
 
