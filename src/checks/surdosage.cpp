@@ -30,18 +30,21 @@ constexpr char SynonymeDe = '1';
 // Class codes are compared on this many characters at most.
 constexpr size_t LongueurClasseComparee = VDXCLAR::CodeClasse.capacite();
 
-// A row of the working list of substances.
+// A row of the working list of substances: its product by rank.
 struct Substance {
-    std::string produit;
+    size_t produit;
     char nature;
-    std::string code;
-    std::string origine;  // the component a synonym is of
+    int32_t code;
+    int32_t origine;  // the component a synonym is of; 0 for a component
 };
 // A row of the working list of classes.
 struct Classe {
-    std::string produit;
+    size_t produit;
     std::string code;
 };
+
+// A substance number as a row gives it: empty for none.
+std::string Numero(int32_t code) { return code ? std::to_string(code) : std::string(); }
 
 // A number of a row's field: an empty text is 0.
 int64_t Nombre(std::string_view texte) {
@@ -61,28 +64,23 @@ std::string LibelleSubstance(const std::string& code) {
     }
 }
 
-FicheSurdosage Paire(const std::string& cip1, const std::string& cip2, int32_t type) {
-    FicheSurdosage f;
-    f.CIP1 = cip1;
-    f.CIP2 = cip2;
-    f.TypeRedondance = type;
-    return f;
-}
 
 class Comparaison {
 public:
     void Collecte(const std::string& cip) {
+        const size_t produit = produits_.size();
+        produits_.push_back(cip);
         for (std::string& code : CodesClassesProduit(cip))
             if (std::none_of(classes_.begin(), classes_.end(),
-                             [&](const Classe& k) { return k.produit == cip && k.code == code; }))
-                classes_.push_back({cip, std::move(code)});
-        for (const Voie& voie : VoiesProduit(cip)) {
-            if (!voie.CodeVoie.starts_with(VoieGenerale)) continue;
-            for (int32_t substance : SubstancesDosees(cip)) {
-                const std::string s = std::to_string(substance);
-                AjouteSubstance({cip, Composant, s, {}});
-                for (int32_t y : CodesSynonymes(substance)) AjouteSubstance({cip, SynonymeDe, std::to_string(y), s});
-            }
+                             [&](const Classe& k) { return k.produit == produit && k.code == code; }))
+                classes_.push_back({produit, std::move(code)});
+        // Every route "A" gives the same rows: they are added once.
+        const std::vector<Voie> voies = VoiesProduit(cip);
+        if (std::none_of(voies.begin(), voies.end(), [](const Voie& v) { return v.CodeVoie.starts_with(VoieGenerale); }))
+            return;
+        for (int32_t substance : SubstancesDosees(cip)) {
+            AjouteSubstance({produit, Composant, substance, 0});
+            for (int32_t y : CodesSynonymes(substance)) AjouteSubstance({produit, SynonymeDe, y, substance});
         }
     }
 
@@ -91,24 +89,26 @@ public:
             for (const Substance& q : substances_)
                 if (&p != &q && p.nature == Composant && q.nature == Composant && p.code == q.code) {
                     FicheSurdosage f = Paire(p.produit, q.produit, RedondanceSubstance);
-                    f.SubstanceCommune = p.code;
+                    f.SubstanceCommune = Numero(p.code);
                     Ajoute(std::move(f));
                 }
         for (const Substance& p : substances_)
             for (const Substance& q : substances_)
                 if (&p != &q && p.nature == SynonymeDe && p.code == q.code) {
                     FicheSurdosage f = Paire(p.produit, q.produit, RedondanceSynonyme);
-                    f.Substance1 = p.origine;
-                    f.Substance2 = q.origine;
-                    f.SubstanceCommune = p.code;
+                    f.Substance1 = Numero(p.origine);
+                    f.Substance2 = Numero(q.origine);
+                    f.SubstanceCommune = Numero(p.code);
                     Ajoute(std::move(f));
                 }
         for (const Classe& p : classes_)
             for (const Classe& q : classes_) {
                 if (p.produit == q.produit) continue;
+                std::string commune = Commune(p.code, q.code);
+                if (commune.empty()) continue;
                 FicheSurdosage f = Paire(p.produit, q.produit, RedondanceClasse);
-                f.ClasseCommune = Commune(p.code, q.code);
-                if (!f.ClasseCommune.empty()) Ajoute(std::move(f));
+                f.ClasseCommune = std::move(commune);
+                Ajoute(std::move(f));
             }
         return std::move(fiches_);
     }
@@ -125,7 +125,15 @@ private:
     void AjouteSubstance(Substance s) {
         if (std::none_of(substances_.begin(), substances_.end(),
                          [&](const Substance& t) { return t.produit == s.produit && t.code == s.code; }))
-            substances_.push_back(std::move(s));
+            substances_.push_back(s);
+    }
+
+    FicheSurdosage Paire(size_t p, size_t q, int32_t type) const {
+        FicheSurdosage f;
+        f.CIP1 = produits_[p];
+        f.CIP2 = produits_[q];
+        f.TypeRedondance = type;
+        return f;
     }
 
     // A row of a pair is a repeat of an earlier one of the same pair, in
@@ -153,6 +161,7 @@ private:
         fiches_.push_back(std::move(f));
     }
 
+    std::vector<std::string> produits_;
     std::vector<Substance> substances_;
     std::vector<Classe> classes_;
     std::vector<FicheSurdosage> fiches_;
