@@ -2,8 +2,8 @@
 # Regenerates data/sample from the public data: the import of the products,
 # composition, routes, groups and interactions of a few specialities of each
 # substance of data/sample-filter.txt, then the hand-written tables of
-# data/sample-hand (contra-indication terms, pregnancy rows, excipients,
-# concepts) added to them. The same data give byte-identical sources.
+# data/sample-hand (contra-indication and allergy terms, pregnancy rows,
+# excipients, concepts, classes, kosher ratings) added to them. The same data give byte-identical sources.
 #   scripts/make-sample.sh VDX PUBLIC_DATA [OUT]
 # VDX is the vdx program, PUBLIC_DATA the directory holding bdpm-2017-03 and
 # interactions-2016-08; OUT defaults to data/sample.
@@ -23,6 +23,9 @@ trap 'rm -rf "$travail"' EXIT
 "$vdx" import --keep-going --filter "$projet/data/sample-filter.txt" --per-substance "$specialites_par_substance" \
     "$donnees/bdpm-2017-03" "$donnees/interactions-2016-08" "$travail/sources" >"$travail/resume"
 
+# Tables whose hand-written rows replace the imported row of the same first
+# column (their key): what the public data can't tell of a product.
+remplacees="VDXPROA.tsv"
 for fichier in "$projet"/data/sample-hand/*.tsv; do
     table=$(basename "$fichier")
     cible="$travail/sources/$table"
@@ -30,6 +33,10 @@ for fichier in "$projet"/data/sample-hand/*.tsv; do
         if [ "$(head -n 1 "$cible")" != "$(head -n 1 "$fichier")" ]; then
             echo "$table: the hand-written columns differ from the imported ones" >&2
             exit 1
+        fi
+        if [[ " $remplacees " == *" $table "* ]]; then
+            awk -F'\t' 'NR == FNR { if (FNR > 1) main[$1] = 1; next } !($1 in main)' "$fichier" "$cible" >"$cible.reste"
+            mv "$cible.reste" "$cible"
         fi
         tail -n +2 "$fichier" >>"$cible"
     else
