@@ -2,7 +2,7 @@
 
 #include <algorithm>
 #include <charconv>
-#include <map>
+#include <optional>
 #include <utility>
 
 #include "checks/voies.h"
@@ -11,6 +11,7 @@
 #include "products/produits.h"
 #include "products/substances.h"
 #include "session/cadre.h"
+#include "session/retenues.h"
 #include "session/tables.h"
 #include "store/layouts/produits.h"
 #include "vocabulary/libelles.h"
@@ -65,22 +66,104 @@ std::string LibelleSubstance(const std::string& code) {
 }
 
 
+// The listed class a common beginning of two codes falls under: the text
+// shortened until a key at or above it begins it; `sansCle` when a lookup
+// found nothing at or above (the search stops there). The caller holds
+// VDXCLAR.
+struct ClasseListee {
+    std::string classe;
+    bool sansCle = false;
+};
+ClasseListee ChercheClasse(std::string texte) {
+    Curseur classes(TableClassesARisque());
+    for (; !texte.empty(); texte.pop_back()) {
+        if (!classes.SuperieureOuEgale(texte)) return {{}, true};
+        const std::string_view cle = classes.Cle().substr(0, classes.Cle().find('\0'));
+        if (std::string_view(texte).starts_with(cle)) return {texte, false};
+    }
+    return {};
+}
+
+// Kept by beginning while VDXCLAR reads the same.
+using ClassesListees = Retenues<ClasseListee, 1>;
+ClassesListees::Valeurs* ClassesListeesRetenues() {
+    static ClassesListees memo;
+    return memo.Courantes({&TableClassesARisque()}, 10000);
+}
+
+// The longest common beginning of two codes, at most ten characters.
+std::string DebutCommun(std::string_view a, std::string_view b) {
+    const size_t borne = std::min({a.size(), b.size(), LongueurClasseComparee});
+    size_t n = 0;
+    while (n < borne && a[n] == b[n]) ++n;
+    return std::string(a.substr(0, n));
+}
+
+// The listed class of a common beginning, from `retenues` when the states
+// of VDXCLAR could be read; a lookup that found nothing at or above leaves
+// -90 for GetLastError_Vdx. The caller holds VDXCLAR.
+std::string ClasseDuDebut(const std::string& debut, ClassesListees::Valeurs* retenues) {
+    if (debut.empty()) return {};
+    std::optional<ClasseListee> lue;
+    const ClasseListee* trouvee = nullptr;
+    if (retenues) {
+        auto it = retenues->find(debut);
+        if (it == retenues->end()) it = retenues->emplace(debut, ChercheClasse(debut)).first;
+        trouvee = &it->second;
+    } else {
+        trouvee = &lue.emplace(ChercheClasse(debut));
+    }
+    if (trouvee->sansCle) SortieErreur(CodeInconnu);
+    return trouvee->classe;
+}
+
+// What a product brings to the comparison: its class codes and, when it is
+// given by a route "A" (every such route gives the same rows), its dosed
+// substances, each with its synonyms.
+struct Apport {
+    std::vector<std::string> classes;
+    std::vector<std::pair<int32_t, std::vector<int32_t>>> substances;
+};
+
+Apport LitApport(const std::string& cip) {
+    Apport a;
+    a.classes = CodesClassesProduit(cip);
+    const std::vector<Voie> voies = VoiesProduit(cip);
+    if (std::any_of(voies.begin(), voies.end(), [](const Voie& v) { return v.CodeVoie.starts_with(VoieGenerale); }))
+        for (int32_t substance : SubstancesDosees(cip)) a.substances.emplace_back(substance, CodesSynonymes(substance));
+    return a;
+}
+
+// Kept while the tables they are read from read the same.
+using Apports = Retenues<Apport, 4>;
+Apports::Valeurs* ApportsRetenus() {
+    static Apports memo;
+    return memo.Courantes({&TableDuCatalogue("VDXCLAP"), &TableDuCatalogue("VDXIDPVO"), &TableDuCatalogue("VDXVCOMP"),
+                           &TableDuCatalogue("VDXWSYNC")},
+                          10000);
+}
+
 class Comparaison {
 public:
     void Collecte(const std::string& cip) {
         const size_t produit = produits_.size();
         produits_.push_back(cip);
-        for (std::string& code : CodesClassesProduit(cip))
+        std::optional<Apport> lu;
+        const Apport* apport = nullptr;
+        if (Apports::Valeurs* retenus = ApportsRetenus()) {
+            auto it = retenus->find(cip);
+            if (it == retenus->end()) it = retenus->emplace(cip, LitApport(cip)).first;
+            apport = &it->second;
+        } else {
+            apport = &lu.emplace(LitApport(cip));
+        }
+        for (const std::string& code : apport->classes)
             if (std::none_of(classes_.begin(), classes_.end(),
                              [&](const Classe& k) { return k.produit == produit && k.code == code; }))
-                classes_.push_back({produit, std::move(code)});
-        // Every route "A" gives the same rows: they are added once.
-        const std::vector<Voie> voies = VoiesProduit(cip);
-        if (std::none_of(voies.begin(), voies.end(), [](const Voie& v) { return v.CodeVoie.starts_with(VoieGenerale); }))
-            return;
-        for (int32_t substance : SubstancesDosees(cip)) {
+                classes_.push_back({produit, code});
+        for (const auto& [substance, synonymes] : apport->substances) {
             AjouteSubstance({produit, Composant, substance, 0});
-            for (int32_t y : CodesSynonymes(substance)) AjouteSubstance({produit, SynonymeDe, y, substance});
+            for (int32_t y : synonymes) AjouteSubstance({produit, SynonymeDe, y, substance});
         }
     }
 
@@ -101,10 +184,11 @@ public:
                     f.SubstanceCommune = Numero(p.code);
                     Ajoute(std::move(f));
                 }
+        ClassesListees::Valeurs* listees = ClassesListeesRetenues();
         for (const Classe& p : classes_)
             for (const Classe& q : classes_) {
                 if (p.produit == q.produit) continue;
-                std::string commune = Commune(p.code, q.code);
+                std::string commune = ClasseDuDebut(DebutCommun(p.code, q.code), listees);
                 if (commune.empty()) continue;
                 FicheSurdosage f = Paire(p.produit, q.produit, RedondanceClasse);
                 f.ClasseCommune = std::move(commune);
@@ -114,13 +198,6 @@ public:
     }
 
 private:
-    // The common class of two codes, looked up once a call for each pair.
-    const std::string& Commune(const std::string& a, const std::string& b) {
-        auto [it, nouvelle] = communes_.try_emplace({a, b});
-        if (nouvelle) it->second = ClasseCommune(a, b);
-        return it->second;
-    }
-
     // Kept once per product and code, whatever its nature.
     void AjouteSubstance(Substance s) {
         if (std::none_of(substances_.begin(), substances_.end(),
@@ -165,33 +242,15 @@ private:
     std::vector<Substance> substances_;
     std::vector<Classe> classes_;
     std::vector<FicheSurdosage> fiches_;
-    std::map<std::pair<std::string, std::string>, std::string> communes_;
 };
 
 }  // namespace
 
 std::string ClasseCommune(std::string_view a, std::string_view b) {
-    const size_t borne = std::min({a.size(), b.size(), LongueurClasseComparee});
-    size_t n = 0;
-    while (n < borne && a[n] == b[n]) ++n;
-    std::string texte(a.substr(0, n));
     TablesOuvertes tables{&TableClassesARisque()};
-    Curseur classes(TableClassesARisque());
-    std::string trouvee;
-    while (!texte.empty()) {
-        if (!classes.SuperieureOuEgale(texte)) {
-            SortieErreur(CodeInconnu);
-            break;
-        }
-        const std::string_view cle = classes.Cle().substr(0, classes.Cle().find('\0'));
-        if (std::string_view(texte).starts_with(cle)) {
-            trouvee = texte;
-            break;
-        }
-        texte.pop_back();
-    }
+    std::string classe = ClasseDuDebut(DebutCommun(a, b), ClassesListeesRetenues());
     tables.Ferme();
-    return trouvee;
+    return classe;
 }
 
 std::vector<FicheSurdosage> Redondances(const Contexte& contexte, const std::vector<std::string>& produits) {

@@ -8,6 +8,7 @@
 #include "products/fiches.h"
 #include "session/codeproduit.h"
 #include "session/messages.h"
+#include "session/retenues.h"
 #include "session/tables.h"
 #include "store/layouts.h"
 
@@ -57,31 +58,12 @@ std::optional<std::string> LibelleProduitInterne(std::string_view code) {
 namespace {
 
 // The labels given out (nullopt for a code of no product), kept while the
-// tables they are read from read the same: a host asks for the labels of the
-// same products again and again.
-class LibellesRetenus {
-public:
-    using Libelles = std::unordered_map<std::string, std::optional<std::string>>;
-
-    // The labels still good for the tables as they read now; nullptr when
-    // their states can't be read, the label then being read without them.
-    static Libelles* Courants() {
-        static LibellesRetenus memo;
-        const Table* const lues[] = {&TableProduits(), &TableComplements()};
-        std::array<magasin::EtatLecture, 2 * std::size(lues)> etats;
-        if (!EtatsDesTables(lues, etats)) return nullptr;
-        // Bounded against a host asking for ever new codes.
-        if (etats != memo.etats_ || memo.libelles_.size() >= 100000) {
-            memo.libelles_.clear();
-            memo.etats_ = etats;
-        }
-        return &memo.libelles_;
-    }
-
-private:
-    std::array<magasin::EtatLecture, 4> etats_{};
-    Libelles libelles_;
-};
+// tables they are read from read the same.
+using Libelles = Retenues<std::optional<std::string>, 2>;
+Libelles::Valeurs* LibellesRetenus() {
+    static Libelles memo;
+    return memo.Courantes({&TableProduits(), &TableComplements()}, 100000);
+}
 
 // The label of LibelleProduit_Vdx read from the tables.
 std::optional<std::string> LitLibelle(const std::string& cip) {
@@ -105,7 +87,7 @@ std::string LibelleProduit(const std::string& cip) {
     if (EstMedDC(cip)) throw Echec{Argument1};
     std::optional<std::string> lu;
     const std::optional<std::string>* libelle = &lu;
-    if (LibellesRetenus::Libelles* retenus = LibellesRetenus::Courants()) {
+    if (Libelles::Valeurs* retenus = LibellesRetenus()) {
         auto it = retenus->find(cip);
         if (it == retenus->end()) it = retenus->emplace(cip, LitLibelle(cip)).first;
         libelle = &it->second;
