@@ -65,7 +65,6 @@ std::string LibelleSubstance(const std::string& code) {
     }
 }
 
-
 // The listed class a common beginning of two codes falls under: the text
 // shortened until a key at or above it begins it; `sansCle` when a lookup
 // found nothing at or above (the search stops there). The caller holds
@@ -105,16 +104,9 @@ std::string DebutCommun(std::string_view a, std::string_view b) {
 std::string ClasseDuDebut(const std::string& debut, ClassesListees::Valeurs* retenues) {
     if (debut.empty()) return {};
     std::optional<ClasseListee> lue;
-    const ClasseListee* trouvee = nullptr;
-    if (retenues) {
-        auto it = retenues->find(debut);
-        if (it == retenues->end()) it = retenues->emplace(debut, ChercheClasse(debut)).first;
-        trouvee = &it->second;
-    } else {
-        trouvee = &lue.emplace(ChercheClasse(debut));
-    }
-    if (trouvee->sansCle) SortieErreur(CodeInconnu);
-    return trouvee->classe;
+    const ClasseListee& trouvee = ClassesListees::De(retenues, debut, lue, [&] { return ChercheClasse(debut); });
+    if (trouvee.sansCle) SortieErreur(CodeInconnu);
+    return trouvee.classe;
 }
 
 // What a product brings to the comparison: its class codes and, when it is
@@ -149,19 +141,12 @@ public:
         const size_t produit = produits_.size();
         produits_.push_back(cip);
         std::optional<Apport> lu;
-        const Apport* apport = nullptr;
-        if (Apports::Valeurs* retenus = ApportsRetenus()) {
-            auto it = retenus->find(cip);
-            if (it == retenus->end()) it = retenus->emplace(cip, LitApport(cip)).first;
-            apport = &it->second;
-        } else {
-            apport = &lu.emplace(LitApport(cip));
-        }
-        for (const std::string& code : apport->classes)
+        const Apport& apport = Apports::De(ApportsRetenus(), cip, lu, [&] { return LitApport(cip); });
+        for (const std::string& code : apport.classes)
             if (std::none_of(classes_.begin(), classes_.end(),
                              [&](const Classe& k) { return k.produit == produit && k.code == code; }))
                 classes_.push_back({produit, code});
-        for (const auto& [substance, synonymes] : apport->substances) {
+        for (const auto& [substance, synonymes] : apport.substances) {
             AjouteSubstance({produit, Composant, substance, 0});
             for (int32_t y : synonymes) AjouteSubstance({produit, SynonymeDe, y, substance});
         }

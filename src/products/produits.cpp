@@ -85,17 +85,10 @@ std::string LibelleProduit(const std::string& cip) {
     // A prescription line by common name has no label here, even where
     // a product has the same code.
     if (EstMedDC(cip)) throw Echec{Argument1};
-    std::optional<std::string> lu;
-    const std::optional<std::string>* libelle = &lu;
-    if (Libelles::Valeurs* retenus = LibellesRetenus()) {
-        auto it = retenus->find(cip);
-        if (it == retenus->end()) it = retenus->emplace(cip, LitLibelle(cip)).first;
-        libelle = &it->second;
-    } else {
-        lu = LitLibelle(cip);
-    }
-    if (!*libelle) throw Echec{CodeInconnu};
-    return **libelle;
+    std::optional<std::optional<std::string>> lu;
+    const std::optional<std::string>& libelle = Libelles::De(LibellesRetenus(), cip, lu, [&] { return LitLibelle(cip); });
+    if (!libelle) throw Echec{CodeInconnu};
+    return *libelle;
 }
 
 namespace {

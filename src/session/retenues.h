@@ -5,6 +5,7 @@
 
 #include <array>
 #include <cstddef>
+#include <optional>
 #include <string>
 #include <unordered_map>
 
@@ -29,6 +30,16 @@ public:
             etats_ = etats;
         }
         return &valeurs_;
+    }
+
+    // The value of `code`: kept in `retenues` and read by `lit` the first
+    // time; read into `lue` when there is nothing to keep it in.
+    template <class Lit>
+    static const Valeur& De(Valeurs* retenues, const std::string& code, std::optional<Valeur>& lue, Lit&& lit) {
+        if (!retenues) return lue.emplace(lit());
+        auto it = retenues->find(code);
+        if (it == retenues->end()) it = retenues->emplace(code, lit()).first;
+        return it->second;
     }
 
 private:
