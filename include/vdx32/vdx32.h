@@ -745,6 +745,34 @@ typedef struct VdxLigneMediel {
 } VdxLigneMediel;
 VDX_API int32_t VDX_CALL ProduitMediel_Vdx(SAFEARRAY** Tableau);
 
+/* ---- Posology: vocabularies -------------------------------------------- */
+
+/* The vocabularies from which a host builds a posology of its own: every
+ * record as a code and a label, sorted by label in byte order. Moments of
+ * the take, specifications, units of take (the singular), and the periods
+ * and durations with the cycle (-1, "cycle") among them. 1; -20 no array
+ * in mode 0; -100 a table without a record; -21; -500. */
+VDX_API int32_t VDX_CALL PosoMoments_Vdx(SAFEARRAY** Tableau);
+VDX_API int32_t VDX_CALL PosoSpecificationsPrise_Vdx(SAFEARRAY** Tableau);
+VDX_API int32_t VDX_CALL PosoUnitesPrise_Vdx(SAFEARRAY** Tableau);
+VDX_API int32_t VDX_CALL PosoDurees_Vdx(SAFEARRAY** Tableau);
+/* The label of a code of a posology's vocabulary into *Libelle (8-bit in
+ * mode 0, the flat text otherwise). 1; -90 an unknown code (the cycle, -1,
+ * is none of the table of durations); -500. */
+VDX_API int32_t VDX_CALL LibelleMoment_Vdx(int32_t Code, BSTR* Libelle);
+VDX_API int32_t VDX_CALL LibelleDurees_Vdx(int32_t Code, BSTR* Libelle);
+VDX_API int32_t VDX_CALL LibelleSpecification_Vdx(int32_t Code, BSTR* Libelle);
+VDX_API int32_t VDX_CALL LibelleNature_Vdx(int32_t Code, BSTR* Libelle);
+VDX_API int32_t VDX_CALL LibelleVoie_Vdx(int32_t Code, BSTR* Libelle);
+VDX_API int32_t VDX_CALL LibelleProfil_Vdx(int32_t Code, BSTR* Libelle);
+/* The singular label of a unit of take; -10 a code below 1. */
+VDX_API int32_t VDX_CALL LibelleUnitePrise_Vdx(int32_t Code, BSTR* Libelle);
+/* The label of a terrain: "Adulte" (A), "Adolescent" (AD), "Adulte -
+ * Enfant" (AE), "Adulte Femme" (AF), "Adulte Homme" (AH), "Enfant" (E and
+ * every E? but EN), "Enfant - Nourrisson" (EN), "Nourrisson" (N), "Sujet
+ * \xE2g\xE9" (S), "Tout \xE2ge" (T); empty for any other. No table is read. 1. */
+VDX_API int32_t VDX_CALL LibelleTerrain_Vdx(const char* Terrain, BSTR* Libelle);
+
 /* ---- Drug interactions ------------------------------------------------ */
 
 /* The interactions of a prescription: each product is broken down into its

@@ -122,4 +122,18 @@ inline constexpr const char* TextesMediel[] = {
     "Aucune information MEDIEL disponible ",
 };
 
+// The period of a cycle, which no vocabulary table holds.
+inline constexpr char Cycle[] = "cycle";
+// The labels of the terrains of a posology, by their one or two letters.
+inline constexpr char TerrainAdulte[] = "Adulte";
+inline constexpr char TerrainAdolescent[] = "Adolescent";
+inline constexpr char TerrainAdulteEnfant[] = "Adulte - Enfant";
+inline constexpr char TerrainAdulteFemme[] = "Adulte Femme";
+inline constexpr char TerrainAdulteHomme[] = "Adulte Homme";
+inline constexpr char TerrainEnfant[] = "Enfant";
+inline constexpr char TerrainEnfantNourrisson[] = "Enfant - Nourrisson";
+inline constexpr char TerrainNourrisson[] = "Nourrisson";
+inline constexpr char TerrainSujetAge[] = "Sujet \xE2g\xE9";
+inline constexpr char TerrainToutAge[] = "Tout \xE2ge";
+
 }  // namespace vdx::messages
