@@ -57,11 +57,6 @@ constexpr char MarqueEffetNotoire = '*';
 int32_t Premier(std::string_view cle) { return Fiche(cle).Entier(VDXWCCCO::CodeConcept); }
 int32_t Second(std::string_view cle) { return Fiche(cle).Entier(VDXWCCCO::CodeComposant); }
 
-// A text of a key from `debut` to its first NUL.
-std::string_view TexteDeCle(std::string_view cle, size_t debut) {
-    const std::string_view reste = cle.substr(std::min(debut, cle.size()));
-    return reste.substr(0, reste.find('\0'));
-}
 
 // The expansion of the host's allergens into the working list.
 class Developpement {
@@ -163,29 +158,12 @@ private:
     std::unordered_map<int32_t, std::string> noms_;
 };
 
-// A product code of the host, a 13-digit code mapped under CIP13Actif 1
-// (-13 without mapping).
-std::string CodeEntrant(const Contexte& contexte, const std::string& code) {
-    if (contexte.CIP13Actif != CIP13Correspondance || code.size() != LongueurCIP13) return code;
-    const auto sept = CorrespondanceCIP(SensCIP::Vers7, code);
-    if (!sept || sept->empty()) throw Echec{CodeMalForme};
-    return *sept;
-}
-
-// The same, which must then have seven characters (-30).
+// A product code of the host, mapped from 13 digits, which must then have
+// seven characters (-30).
 std::string CodeAControler(const Contexte& contexte, const std::string& code) {
-    std::string cip = CodeEntrant(contexte, code);
+    std::string cip = CIPEntrantStrict(contexte.CIP13Actif, code);
     if (cip.size() != LongueurCIP) throw Echec{Argument3};
     return cip;
-}
-
-// A product code as a row gives it: 13 digits under CIP13Actif 1 (-13
-// without mapping).
-std::string CodeSortant(const Contexte& contexte, const std::string& cip) {
-    if (contexte.CIP13Actif != CIP13Correspondance || cip.size() != LongueurCIP) return cip;
-    const auto treize = CorrespondanceCIP(SensCIP::Vers13, cip);
-    if (!treize || treize->empty()) throw Echec{CodeMalForme};
-    return *treize;
 }
 
 // The label of VDXPRO, or "Code X inexistant.".
@@ -304,7 +282,7 @@ private:
 
     // One row per product and cause: the first chain met stays.
     void Ajoute(FicheAllergie fiche) {
-        fiche.CodeProduit = CodeSortant(contexte_, fiche.CodeProduit);
+        fiche.CodeProduit = CIPSortantStrict(contexte_.CIP13Actif, fiche.CodeProduit);
         if (!dejaVues_.emplace(fiche.CodeProduit, fiche.CodeCause).second) return;
         fiches_.push_back(std::move(fiche));
     }
@@ -362,7 +340,7 @@ std::vector<FicheClasseAllergie> ProduitsDesClasses(const Contexte& contexte, co
     TablesOuvertes tables({&TableClassesProduits(), &TableClasses(), &TableProduits()});
     std::vector<FicheClasseAllergie> fiches;
     for (const std::string& code : produits) {
-        const std::string cip = CodeEntrant(contexte, code);
+        const std::string cip = CIPEntrantStrict(contexte.CIP13Actif, code);
         const std::string debut = CleTexte(cip, LongueurCIP);
         Curseur cles(TableClassesProduits(), ClassesParProduit);
         for (auto p = cles.SuperieureOuEgale(CleTexte(cip, 2 * LongueurCIP)); p && cles.Cle().starts_with(debut);
@@ -373,7 +351,7 @@ std::vector<FicheClasseAllergie> ProduitsDesClasses(const Contexte& contexte, co
             for (const std::string& h : classes) {
                 if (h.empty() || !classe.starts_with(h)) continue;
                 const auto produit = FicheDuCode(TableProduits(), cip);
-                fiches.push_back({CodeSortant(contexte, cip),
+                fiches.push_back({CIPSortantStrict(contexte.CIP13Actif, cip),
                                   produit ? std::string(Fiche(*produit).Texte(VDXPRO::Libelle)) : messages::LibelleInconnu,
                                   h, LibelleClasse(h)});
             }

@@ -53,11 +53,6 @@ std::string DebutLiensTerme(std::string_view terme, std::string_view type) {
     return CleTexte(terme, VDXVAMMC::CodeTerme.capacite()) + CleTexte(type, VDXVAMMC::TypeLien.capacite());
 }
 
-// A text of a key from `debut` to its first NUL.
-std::string TexteDeCle(std::string_view cle, size_t debut) {
-    const std::string_view reste = cle.substr(std::min(debut, cle.size()));
-    return std::string(reste.substr(0, reste.find('\0')));
-}
 
 bool Contient(std::string_view texte, std::string_view mot) { return texte.find(mot) != std::string_view::npos; }
 
@@ -294,7 +289,7 @@ private:
         std::vector<std::string> codes;
         const std::string debut = DebutLiensTerme(terme, type);
         for (auto p = liens_.PremiereAvec(debut); p; p = liens_.SuivanteAvec(debut))
-            codes.push_back(TexteDeCle(liens_.Cle(), debut.size()));
+            codes.emplace_back(TexteDeCle(liens_.Cle(), debut.size()));
         return codes;
     }
 
@@ -391,13 +386,13 @@ std::optional<std::string> TermeEquivalent(std::string_view code) {
     if (!terme) {
         Curseur equivalents(TableEquivalents());
         const std::string debut = CleTerme(code);
-        if (equivalents.PremiereAvec(debut)) terme = TexteDeCle(equivalents.Cle(), debut.size());
+        if (equivalents.PremiereAvec(debut)) terme = std::string(TexteDeCle(equivalents.Cle(), debut.size()));
     }
     if (!terme) {
         Curseur parCode(TableLiensTerme(), 1);
         const std::string debut =
             CleTexte(code, VDXVAMMC::LongueurCodeLieCle, ' ') + CleTexte(LienCIM10, VDXVAMMC::TypeLien.capacite());
-        if (parCode.PremiereAvec(debut)) terme = TexteDeCle(parCode.Cle(), debut.size());
+        if (parCode.PremiereAvec(debut)) terme = std::string(TexteDeCle(parCode.Cle(), debut.size()));
     }
     tables.Ferme();
     return terme;

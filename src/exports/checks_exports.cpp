@@ -26,12 +26,7 @@ std::vector<std::string> CodesPrescription(std::vector<std::string> codes) {
     const auto vide = std::ranges::find_if(codes, [](const std::string& c) { return c.empty(); });
     if (std::any_of(vide, codes.end(), [](const std::string& c) { return !c.empty(); })) throw Echec{ListeVide};
     codes.erase(vide, codes.end());
-    for (std::string& code : codes)
-        if (session().CIP13Actif == CIP13Correspondance && code.size() == LongueurCIP13) {
-            const auto cip = CorrespondanceCIP(SensCIP::Vers7, code);
-            if (!cip || cip->empty()) throw Echec{CodeMalForme};
-            code = *cip;
-        }
+    for (std::string& code : codes) code = CIPEntrantStrict(session().CIP13Actif, code);
     return codes;
 }
 

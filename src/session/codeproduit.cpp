@@ -53,6 +53,26 @@ std::string CIPSortant(std::string_view code) {
     return ContexteCourant().CIP13Actif == CIP13Correspondance ? VersCIP13(code) : std::string(code);
 }
 
+namespace {
+
+std::string Strict(SensCIP sens, const std::string& code) {
+    const auto autre = CorrespondanceCIP(sens, code);
+    if (!autre || autre->empty()) throw Echec{CodeMalForme};
+    return *autre;
+}
+
+}  // namespace
+
+std::string CIPEntrantStrict(int32_t cip13Actif, const std::string& code) {
+    if (cip13Actif != CIP13Correspondance || code.size() != LongueurCIP13) return code;
+    return Strict(SensCIP::Vers7, code);
+}
+
+std::string CIPSortantStrict(int32_t cip13Actif, const std::string& cip) {
+    if (cip13Actif != CIP13Correspondance || cip.size() != LongueurCIP) return cip;
+    return Strict(SensCIP::Vers13, cip);
+}
+
 std::string CodeProduit(const char* code, int32_t absent) {
     if (!code || !*code) throw Echec{absent};
     const size_t longueur = strnlen(code, LongueurCodeMax + 1);

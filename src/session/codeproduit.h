@@ -37,6 +37,13 @@ std::string VersCIP7(std::string_view code);
 // it has one, else as it stands.
 std::string CIPSortant(std::string_view code);
 
+// The strict forms of a check's lists, under `cip13Actif`: a 13-digit code
+// a host gave is mapped to its CodeCIP under 1, and a seven-digit CodeCIP a
+// row gives out to its CIP13 under 1; either without mapping throws
+// Echec(-13). Any other code stands as it is.
+std::string CIPEntrantStrict(int32_t cip13Actif, const std::string& code);
+std::string CIPSortantStrict(int32_t cip13Actif, const std::string& cip);
+
 // The text of a code a host gave, looked at no further than this.
 inline constexpr size_t LongueurCodeMax = 63;
 

@@ -1,5 +1,6 @@
 #include "store/cles.h"
 
+#include <algorithm>
 #include <charconv>
 #include <cstdlib>
 
@@ -39,6 +40,11 @@ std::string CleEntiers(std::initializer_list<int32_t> entiers) {
     size_t i = 0;
     for (int32_t e : entiers) EcritMot(cle, 4 * i++, e);
     return cle;
+}
+
+std::string_view TexteDeCle(std::string_view cle, size_t debut) {
+    const std::string_view reste = cle.substr(std::min(debut, cle.size()));
+    return reste.substr(0, reste.find('\0'));
 }
 
 std::string CleDecimale(int32_t valeur, size_t chiffres) {

@@ -22,6 +22,8 @@ std::string CleTexte(std::string_view texte, size_t longueur, char bourrage = '\
 std::string CleEntiers(std::initializer_list<int32_t> entiers);
 // An integer in decimal with leading zeros ("00042").
 std::string CleDecimale(int32_t valeur, size_t chiffres);
+// The text of a key from `debut` to its first NUL.
+std::string_view TexteDeCle(std::string_view cle, size_t debut);
 
 // A label folded for a label key (PlieCleLibelle), the points it ends with
 // kept: they made it unique when it was filed, and the fold would drop them
