@@ -772,6 +772,134 @@ VDX_API int32_t VDX_CALL LibelleUnitePrise_Vdx(int32_t Code, BSTR* Libelle);
  * every E? but EN), "Enfant - Nourrisson" (EN), "Nourrisson" (N), "Sujet
  * \xE2g\xE9" (S), "Tout \xE2ge" (T); empty for any other. No table is read. 1. */
 VDX_API int32_t VDX_CALL LibelleTerrain_Vdx(const char* Terrain, BSTR* Libelle);
+/* The label of a moment of the take and the multiplier of its quantity
+ * (0 for none): into *Libelle (8-bit) and *Multiplicateur in mode 0, the
+ * flat text "label@multiplier" otherwise. 1; -90 an unknown code; -20 and
+ * -30 Libelle or Multiplicateur null in mode 0; -500. */
+VDX_API int32_t VDX_CALL LibelleMoment2_Vdx(int32_t Code, BSTR* Libelle, float* Multiplicateur);
+/* The first and second units of take of a product (0 when it has none):
+ * into *Unite1 and *Unite2 in mode 0, the flat text "first@second"
+ * otherwise. The code is checked as for the lists of posologies. 1; -10;
+ * -13; -90 an unknown product; -20 and -30 Unite1 or Unite2 null in mode
+ * 0; -500. */
+VDX_API int32_t VDX_CALL UnitesPrisesProduit_Vdx(const char* Code, int32_t* Unite1, int32_t* Unite2);
+
+/* ---- Posology: catalogue ------------------------------------------------ */
+
+/* The posologies of a product ranked against a patient. Each row has a
+ * level: 0 a posology of the doctor's own base, 1 the one that applies
+ * (implied, or the only one that does), 2 applies, 3 not for this patient,
+ * 4 (PosoListe2_Vdx) applies and fits the indication and profile asked.
+ * Rows by level, then by title in byte order. The title is the terrain's
+ * phrase ("Enfant de 6 ans \xE0 12 ans de 20 Kg \xE0 40 Kg"), then behind
+ * ". " the profile, "Traitement " and the nature, the indication, "Voie "
+ * and the route, each when known, and ". (Implicite)" for an implied one;
+ * a doctor's posology has its own label. Its CodePosologie is the
+ * CodeCIP and two characters, or "#", the CodeCIP and three characters for
+ * the doctor's.
+ * The patient: Terrain ("A" adult, "E" child, "N" infant, "S" elderly;
+ * only its first letter counts, any other matches nothing), Age in months
+ * (0 unknown; a child from 31 to 216, an infant at most 30), Poids in
+ * kilograms, or in grams above 600 (0 unknown), Taille (not used), Sexe
+ * ("F", "H" or "M"; its first letter).
+ * With an agent present, the call is first told to it, connected or not.
+ * Code is checked as everywhere (a 13-digit code mapped under CIP13Actif
+ * 1) and must then have 7 characters. 1; -10 no code; -13; -50 an age
+ * below 0 or outside the terrain's; -60 a weight below 0; -70 a height
+ * below 0; -20 no array in mode 0; -21; -4; -500. */
+typedef struct VdxLignePosologie {
+    intptr_t Niveau;
+    BSTR CodePosologie;
+    BSTR Titre;
+} VdxLignePosologie;
+VDX_API int32_t VDX_CALL PosoListe_Vdx(const char* Code, SAFEARRAY** Tableau, const char* Terrain, int32_t Age,
+                                       int32_t Poids, int32_t Taille, const char* Sexe);
+/* The same with the parts of each title, which puts the nature first, and
+ * what the host looks for: the indications (Indication of at least two
+ * characters: with ModeIndication 0 one key of ten digits, with 1 the
+ * beginning of the codes, such as CIM10 codes, linked with indications)
+ * and the patient's profiles (Filtres: in mode 0 an array of
+ * VdxFiltreProfil, which may be null or empty; in the other modes the
+ * input text, rows "type@value"). A posology that applies has level 4 when
+ * its indication is one of those asked (or none is asked and it has none)
+ * and its profile matches a filter of its type: for type 1 ranges "low-high"
+ * that overlap, the filter's widened by 5 % each way; for type 2 the
+ * filter's text within the profile's, when no indication is asked (or no
+ * filter is given and it has no profile). Asking for nothing fits nothing.
+ * The flat rows are Niveau, CodePosologie, Titre, LibelleIndication,
+ * TexteNature, LibelleProfil, PhraseTerrain, TexteVoie, CodeIndication,
+ * CodeNature, CodeProfil, CodeTerrain, CodeVoie. */
+typedef struct VdxLignePosologie2 {
+    intptr_t Niveau;
+    BSTR CodePosologie;
+    BSTR Titre;
+    BSTR PhraseTerrain;
+    intptr_t CodeTerrain;
+    BSTR LibelleProfil;
+    intptr_t CodeProfil;
+    BSTR LibelleIndication;
+    intptr_t CodeIndication;
+    BSTR TexteNature; /* "Traitement " and the label, or empty */
+    intptr_t CodeNature;
+    BSTR TexteVoie;   /* "Voie " and the label, or empty */
+    intptr_t CodeVoie;
+    intptr_t Implicite; /* 0, or -1 for an implied posology */
+} VdxLignePosologie2;
+typedef struct VdxFiltreProfil {
+    BSTR ValeurProfil;
+    intptr_t TypeProfil; /* 1 a range "low-high", 2 a text */
+} VdxFiltreProfil;
+VDX_API int32_t VDX_CALL PosoListe2_Vdx(const char* Code, SAFEARRAY** Tableau, const char* Terrain, int32_t Age,
+                                        int32_t Poids, int32_t Taille, const char* Sexe, const char* Indication,
+                                        int32_t ModeIndication, SAFEARRAY** Filtres);
+
+/* A float in a record's slot: its first four bytes. */
+typedef union VdxReel {
+    float Valeur;
+    intptr_t Case;
+} VdxReel;
+/* One posology, the form the host keeps and gives back to the sentences
+ * and the dose checks: 20 numbers, then 5 strings. CodeUnite2 is the
+ * product's other unit of take when the posology is to be converted
+ * (Conversion), else 0. Libelle is the title of PosoListe_Vdx cut to 255
+ * characters (a doctor's posology: its own); Texte its free text. */
+typedef struct VdxPosologieHote {
+    VdxReel DoseMin;
+    VdxReel DoseMax;
+    intptr_t CodeUnite;
+    intptr_t CodeUnite2;
+    VdxReel QuantiteRef; /* 1 for a dose by kilo (TypeRef "P") or square metre ("S") */
+    intptr_t Conversion;
+    intptr_t PrisesMin;
+    intptr_t PrisesMax;
+    intptr_t Intervalle;
+    intptr_t CodePeriode; /* -1 a cycle: PrisesMin and PrisesMax its first and last day */
+    intptr_t CodeMoment;
+    intptr_t DureeMin;
+    intptr_t DureeMax;
+    intptr_t CodeDuree;
+    VdxReel DoseMaximum;
+    intptr_t MaximumRapporte;
+    intptr_t CodePeriodeMaximum;
+    intptr_t CodeSpecification;
+    intptr_t CodeSpecification2;
+    intptr_t NombreModeles;
+    BSTR CodePosologie;
+    BSTR CodeCIP;
+    BSTR Libelle;
+    BSTR TypeRef;
+    BSTR Texte;
+} VdxPosologieHote;
+/* Loads a posology by its code into *Posologie (its strings emptied first,
+ * 8-bit), or one flat row of the 25 fields. A code beginning with "#" is
+ * the doctor's. 1; -10 no code; -13 a code of another length (9, or 11 for
+ * the doctor's); -4 a doctor's code without the doctor's base; -90 an
+ * unknown code; -20 Posologie null in mode 0; -500. */
+VDX_API int32_t VDX_CALL PosoLoad_Vdx(const char* Code, VdxPosologieHote* Posologie);
+/* Whether a product has posologies: 0 none; 1 in the base; 2 in the
+ * doctor's base only (any code of the same first six digits); 3 both. -10;
+ * -13; -500. */
+VDX_API int32_t VDX_CALL PosoExiste_Vdx(const char* Code);
 
 /* ---- Drug interactions ------------------------------------------------ */
 

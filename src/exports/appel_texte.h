@@ -56,7 +56,7 @@ public:
             return nullptr;
         } else {
             static_assert(std::is_pointer_v<T>, "kind of argument not handled");
-            return nullptr;  // a record of mode 0
+            return nullptr;  // a record or a number of mode 0
         }
     }
 

@@ -11,6 +11,7 @@
 #include "checks/grossesse.h"
 #include "checks/interactions.h"
 #include "checks/surdosage.h"
+#include "posology/catalogue.h"
 #include "products/codes.h"
 #include "products/composition.h"
 #include "vdx32/vdx32.h"
@@ -153,6 +154,27 @@ VDX_CASE(VdxProduitInteraction, LibelleGravite, 1);
 VDX_CASE(VdxProduitInteraction, TexteType, 2);
 VDX_CASE(VdxProduitInteraction, Reference, 3);
 
+static_assert(Cases<VdxLignePosologie>(3), "VdxLignePosologie is not 3 slots");
+VDX_CASE(VdxLignePosologie, Titre, 2);
+
+static_assert(Cases<VdxLignePosologie2>(14), "VdxLignePosologie2 is not 14 slots");
+VDX_CASE(VdxLignePosologie2, PhraseTerrain, 3);
+VDX_CASE(VdxLignePosologie2, CodeTerrain, 4);
+VDX_CASE(VdxLignePosologie2, CodeIndication, 8);
+VDX_CASE(VdxLignePosologie2, TexteVoie, 11);
+VDX_CASE(VdxLignePosologie2, Implicite, 13);
+
+static_assert(Cases<VdxFiltreProfil>(2), "VdxFiltreProfil is not 2 slots");
+VDX_CASE(VdxFiltreProfil, TypeProfil, 1);
+
+static_assert(Cases<VdxPosologieHote>(25), "VdxPosologieHote is not 25 slots");
+VDX_CASE(VdxPosologieHote, DoseMax, 1);
+VDX_CASE(VdxPosologieHote, QuantiteRef, 4);
+VDX_CASE(VdxPosologieHote, DoseMaximum, 14);
+VDX_CASE(VdxPosologieHote, NombreModeles, 19);
+VDX_CASE(VdxPosologieHote, CodePosologie, 20);
+VDX_CASE(VdxPosologieHote, Texte, 24);
+
 #undef VDX_CASE
 
 // Each row declared in the library fills its public record, slot for slot.
@@ -171,6 +193,9 @@ VDX_REMPLIT(FicheSurdosage, VdxFicheSurdosage);
 VDX_REMPLIT(LigneMediel, VdxLigneMediel);
 VDX_REMPLIT(Composant, VdxComposant);
 VDX_REMPLIT(FicheStatut, VdxStatut);
+VDX_REMPLIT(LignePosologieCourte, VdxLignePosologie);
+VDX_REMPLIT(LignePosologie, VdxLignePosologie2);
+VDX_REMPLIT(PosologieHote, VdxPosologieHote);
 #undef VDX_REMPLIT
 
 }  // namespace vdx

@@ -1,8 +1,17 @@
-// The C exports of the posology's vocabularies: the lists a host builds a
-// posology from, and the label of a code of each.
+// The C exports of the posology catalogue: the posologies of a product
+// ranked against a patient, one loaded into the host's form, and the
+// vocabularies a host builds a posology from, with the label of a code of
+// each.
+#include "exports/arguments.h"
 #include "exports/declaration.h"
+#include "posology/catalogue.h"
 #include "posology/vocabulaire.h"
+#include "session/codeproduit.h"
+#include "session/connexion.h"
+#include "session/entrees.h"
+#include "session/messages.h"
 #include "session/resultat.h"
+#include "session/texte.h"
 
 using namespace vdx;
 using exports::Noms;
@@ -28,7 +37,113 @@ int32_t Libelle(const VocabulairePosologie& vocabulaire, int32_t code, BSTR* lib
     return Succes;
 }
 
+// A product code checked as everywhere, which must then be a CodeCIP.
+std::string CodeCIP(const char* code) {
+    std::string cip = CodeProduit(code);
+    if (cip.size() != LongueurCIP) throw Echec{CodeMalForme};
+    return cip;
+}
+
+// The weight a host gives above this is in grams.
+constexpr int32_t PoidsEnGrammes = 600;
+// The ages in months a child's and an infant's terrain take.
+constexpr int32_t AgeEnfantMin = 31;
+constexpr int32_t AgeEnfantMax = 216;
+constexpr int32_t AgeNourrissonMax = 30;
+
+char Initiale(const char* texte) { return texte ? texte[0] : '\0'; }
+
+// The patient of a list, checked in order: the age (-50), the weight
+// (-60), the height (-70), then the age the terrain allows (-50).
+PatientPosologie Patient(const char* terrain, int32_t age, int32_t poids, int32_t taille, const char* sexe) {
+    if (age < 0) throw Echec{Argument5};
+    if (poids < 0) throw Echec{Argument6};
+    if (taille < 0) throw Echec{Argument7};
+    PatientPosologie p{Initiale(terrain), Initiale(sexe), age,
+                       poids > PoidsEnGrammes ? static_cast<float>(poids) / 1000 : static_cast<float>(poids)};
+    if (p.Terrain == 'E' && age != 0 && (age < AgeEnfantMin || age > AgeEnfantMax)) throw Echec{Argument5};
+    if (p.Terrain == 'N' && age > AgeNourrissonMax) throw Echec{Argument5};
+    return p;
+}
+
+// The profile filters of the second list: the host's array of records (a
+// null one holds none) in mode 0, else the input text's rows "type@value".
+std::vector<FiltreProfil> Filtres(SAFEARRAY** filtres) {
+    std::vector<FiltreProfil> liste;
+    if (session().ModeSortie == ModeTableau) {
+        if (!filtres || !*filtres) return liste;
+        for (Analyse& a : AnalysesDuTableau(filtres, {OperationTableau, OperationTableau}))
+            liste.push_back({a.TypeAnalyse, std::move(a.ValeurAnalyse)});
+        return liste;
+    }
+    const std::string texte = LitTexte();
+    for (std::string_view reste = texte; !reste.empty();) {
+        const size_t fin = reste.find(FinDeLigne);
+        std::string_view ligne = reste.substr(0, fin);
+        reste = fin == std::string_view::npos ? std::string_view() : reste.substr(fin + 2);
+        if (ligne.empty()) continue;
+        const size_t arobase = ligne.find('@');
+        const std::string_view valeur = arobase == std::string_view::npos ? std::string_view() : ligne.substr(arobase + 1);
+        liste.push_back({EntiersDeTextes({std::string(ligne.substr(0, arobase))}).front(),
+                         std::string(valeur.substr(0, valeur.find('@')))});
+    }
+    return liste;
+}
+
 }  // namespace
+
+// The lists tell an agent of the call before anything else, connected or not.
+VDX_EXPORT(PosoListe_Vdx, Libre, NomsDesChamps<LignePosologieCourte>(), (Texte, Code), (Tableau, Tableau),
+           (Texte, Terrain), (Entier, Age), (Entier, Poids), (Entier, Taille), (Texte, Sexe)) {
+    NotifieAgent(messages::NoticePosoliste, Code);
+    if (!session().Connecte) return NonConnecte;
+    const std::string cip = CodeCIP(Code);
+    const PatientPosologie patient = Patient(Terrain, Age, Poids, Taille, Sexe);
+    Resultat resultat(Tableau, GabaritDe<LignePosologieCourte>(), Argument2);
+    resultat.Prend(LignesSansCleSelon<LignePosologieCourte>(ListePosologies(session(), cip, patient, nullptr)));
+    resultat.Livre();
+    return Succes;
+}
+
+VDX_EXPORT(PosoListe2_Vdx, Libre, NomsDesChamps<LignePosologiePlate>(), (Texte, Code), (Tableau, Tableau),
+           (Texte, Terrain), (Entier, Age), (Entier, Poids), (Entier, Taille), (Texte, Sexe), (Texte, Indication),
+           (Entier, ModeIndication), (Liste, Filtres)) {
+    NotifieAgent(messages::NoticePosoliste2, Code);
+    if (!session().Connecte) return NonConnecte;
+    const std::string cip = CodeCIP(Code);
+    const PatientPosologie patient = Patient(Terrain, Age, Poids, Taille, Sexe);
+    const bool tableau = session().ModeSortie == ModeTableau;
+    Resultat resultat(Tableau, tableau ? GabaritDe<LignePosologie>() : GabaritDe<LignePosologiePlate>(), Argument2);
+    const DemandePosologie demande{IndicationsDemandees(exports::TexteDe(Indication), ModeIndication),
+                                   ::Filtres(Filtres)};
+    std::vector<LignePosologie> lignes = ListePosologies(session(), cip, patient, &demande);
+    resultat.Prend(tableau ? LignesSansCleSelon<LignePosologie>(std::move(lignes))
+                           : LignesSansCleSelon<LignePosologiePlate>(std::move(lignes)));
+    resultat.Livre();
+    return Succes;
+}
+
+VDX_EXPORT(PosoLoad_Vdx, Connecte, NomsDesChamps<PosologieHote>(), (Texte, Code), (Fiche, Posologie)) {
+    const std::string_view code = exports::TexteBorne(Code, LongueurCodePrive);
+    if (code.empty()) throw Echec{Argument1};
+    if (session().ModeSortie == ModeTableau) VideFiche(Requis(Posologie, Argument2), GabaritDe<PosologieHote>(), false);
+    LivreFiche(Posologie, GabaritDe<PosologieHote>(), ValeursDe(ChargePosologie(session(), code)));
+    return Succes;
+}
+
+VDX_EXPORT(PosoExiste_Vdx, Connecte, {}, (Texte, Code)) { return PosologiesExistent(session(), CodeCIP(Code)); }
+
+VDX_EXPORT(UnitesPrisesProduit_Vdx, Connecte, Noms("Unite1", "Unite2"), (Texte, Code), (Nombre, Unite1),
+           (Nombre, Unite2)) {
+    const UnitesPrise unites = UnitesPriseProduit(CodeCIP(Code));
+    if (session().ModeSortie != ModeTableau) {
+        LivreFiche(nullptr, {TypeChamp::Entier, TypeChamp::Entier}, {unites.Premiere, unites.Seconde});
+    } else {
+        *Requis(Unite1, Argument2) = unites.Premiere;
+        *Requis(Unite2, Argument3) = unites.Seconde;
+    }
+    return Succes;
+}
 
 #define LISTE_POSOLOGIE(Nom, V, avecCycle)                                                  \
     VDX_EXPORT(Nom, Connecte, NomsDesChamps<MotPosologie>(), (Tableau, Tableau)) {            \
@@ -51,8 +166,21 @@ LIBELLE_POSOLOGIE(LibelleVoie_Vdx, Voies)
 LIBELLE_POSOLOGIE(LibelleProfil_Vdx, Profils)
 
 VDX_EXPORT(LibelleUnitePrise_Vdx, Chaines, Noms("Libelle"), (Entier, Code), (ChaineSortie, Libelle)) {
-    if (Code < 1) throw Echec{Argument1};
-    return ::Libelle(voc::UnitesPrise(), Code, Libelle);
+    LivreValeur(Libelle, LibelleUnitePrise(Code, false), Argument2);
+    return Succes;
+}
+
+VDX_EXPORT(LibelleMoment2_Vdx, Chaines, Noms("Libelle", "Multiplicateur"), (Entier, Code), (ChaineSortie, Libelle),
+           (Nombre, Multiplicateur)) {
+    const std::optional<MomentPrise> moment = MomentDePrise(Code);
+    if (!moment) throw Echec{CodeInconnu};
+    if (session().ModeSortie != ModeTableau) {
+        LivreFiche(nullptr, {TypeChamp::Texte, TypeChamp::Reel}, {moment->Libelle, moment->Multiplicateur});
+    } else {
+        RangeEnOctets(Requis(Libelle, Argument2), moment->Libelle);
+        *Requis(Multiplicateur, Argument3) = moment->Multiplicateur;
+    }
+    return Succes;
 }
 
 // Read from no table: the label of a terrain's letters, empty for others.

@@ -23,6 +23,7 @@ enum class GenreArgument : uint8_t {
     ListeTableau,  // an input list read from a host array in every mode
     Lignes,        // an input list, in the flat modes one entry a line up to a line "@"
     Fiche,         // a pointer to a host record
+    Nombre,        // a pointer to a number (int32_t*, float*) the call fills in mode 0
 };
 
 struct Argument {

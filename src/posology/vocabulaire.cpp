@@ -62,6 +62,30 @@ std::optional<std::string> LibellePosologie(const VocabulairePosologie& vocabula
     return libelle;
 }
 
+std::string CodeDureeSurTrois(int32_t code) {
+    std::string texte = std::to_string(code);
+    if (texte.size() < 3) texte.insert(texte.front() == '-' ? 1 : 0, 3 - texte.size(), '0');
+    return texte.substr(0, 3);
+}
+
+std::string LibelleUnitePrise(int32_t code, bool pluriel) {
+    if (code < 1) throw Echec{Argument1};
+    auto libelle = LibellePosologie(pluriel ? vocabulaires_posologie::UnitesPrisePluriel() : vocabulaires_posologie::UnitesPrise(), code);
+    if (!libelle) throw Echec{CodeInconnu};
+    return std::move(*libelle);
+}
+
+std::optional<MomentPrise> MomentDePrise(int32_t code) {
+    TablesOuvertes tables{&TableMoments()};
+    std::optional<MomentPrise> moment;
+    if (const auto p = Curseur(TableMoments()).Egale(CleEntiers({code}))) {
+        const Fiche f(VueFicheA(TableMoments(), *p));
+        moment = MomentPrise{std::string(f.Texte(VDXPMOM::Libelle)), f.Reel(VDXPMOM::Multiplicateur)};
+    }
+    tables.Ferme();
+    return moment;
+}
+
 std::string_view LibelleTerrain(std::string_view terrain) {
     if (terrain.empty()) return {};
     const char seconde = terrain.size() > 1 ? terrain[1] : '\0';

@@ -48,6 +48,23 @@ std::vector<MotPosologie> MotsPosologie(const VocabulairePosologie& vocabulaire,
 // The label of a code; none for an unknown one. Throws Echec(-500).
 std::optional<std::string> LibellePosologie(const VocabulairePosologie& vocabulaire, int32_t code);
 
+// A duration code as the keys of VDXPDURC write it, on three characters:
+// "000", "-01", one or two digits padded with zeros in front, the first
+// three digits of a longer code.
+std::string CodeDureeSurTrois(int32_t code);
+
+// The label of a unit of take, singular or plural. Throws Echec: -10 for a
+// code below 1, -90 an unknown one, -500.
+std::string LibelleUnitePrise(int32_t code, bool pluriel);
+
+// A moment of the take and the multiplier of its quantity, 0 for none.
+struct MomentPrise {
+    std::string Libelle;
+    float Multiplicateur = 0;
+};
+// None for an unknown code. Throws Echec(-500).
+std::optional<MomentPrise> MomentDePrise(int32_t code);
+
 // The label of a terrain's one or two letters; empty for any other.
 std::string_view LibelleTerrain(std::string_view terrain);
 

@@ -163,11 +163,12 @@ Lignes LignesSansCleSelon(std::vector<Ligne>&& lignes) {
 #define VDX_CHAMPS_22(L, a, ...) VDX_CHAMP_(L, a), VDX_CHAMPS_21(L, __VA_ARGS__)
 #define VDX_CHAMPS_23(L, a, ...) VDX_CHAMP_(L, a), VDX_CHAMPS_22(L, __VA_ARGS__)
 #define VDX_CHAMPS_24(L, a, ...) VDX_CHAMP_(L, a), VDX_CHAMPS_23(L, __VA_ARGS__)
+#define VDX_CHAMPS_25(L, a, ...) VDX_CHAMP_(L, a), VDX_CHAMPS_24(L, __VA_ARGS__)
 #define VDX_COMPTE_CHAMPS_(_1, _2, _3, _4, _5, _6, _7, _8, _9, _10, _11, _12, _13, _14, _15, _16, _17, _18, _19, _20, \
-                           _21, _22, _23, _24, n, ...)                                                                \
+                           _21, _22, _23, _24, _25, n, ...)                                                           \
     n
 #define VDX_COMPTE_CHAMPS(...) \
-    VDX_COMPTE_CHAMPS_(__VA_ARGS__, 24, 23, 22, 21, 20, 19, 18, 17, 16, 15, 14, 13, 12, 11, 10, 9, 8, 7, 6, 5, 4, 3, 2, 1)
+    VDX_COMPTE_CHAMPS_(__VA_ARGS__, 25, 24, 23, 22, 21, 20, 19, 18, 17, 16, 15, 14, 13, 12, 11, 10, 9, 8, 7, 6, 5, 4, 3, 2, 1)
 #define VDX_JOINT_(a, b) a##b
 #define VDX_JOINT(a, b) VDX_JOINT_(a, b)
 

@@ -135,5 +135,28 @@ inline constexpr char TerrainEnfantNourrisson[] = "Enfant - Nourrisson";
 inline constexpr char TerrainNourrisson[] = "Nourrisson";
 inline constexpr char TerrainSujetAge[] = "Sujet \xE2g\xE9";
 inline constexpr char TerrainToutAge[] = "Tout \xE2ge";
+// The letters of a terrain a posology's table lacks, which match no patient.
+inline constexpr char TerrainInconnu[] = "??";
+// The ages and weights of a terrain's phrase.
+inline constexpr char BorneMoinsDe[] = " de moins de ";
+inline constexpr char BornePlusDe[] = " de plus de ";
+inline constexpr char BorneDe[] = " de ";
+inline constexpr char BorneA[] = " \xE0 ";
+inline constexpr char AgeAn[] = " an";
+inline constexpr char AgeAns[] = " ans";
+inline constexpr char AgeJour[] = " jour";
+inline constexpr char AgeJours[] = " jours";
+inline constexpr char AgeSemaine[] = " semaine";
+inline constexpr char AgeSemaines[] = " semaines";
+inline constexpr char AgeMois[] = " mois";
+inline constexpr char Kilos[] = " Kg";
+// The parts of a posology's title.
+inline constexpr char TitreSeparateur[] = ". ";
+inline constexpr char TitreTraitement[] = "Traitement ";
+inline constexpr char TitreVoie[] = "Voie ";
+inline constexpr char TitreImplicite[] = ". (Implicite)";
+// What the lists of posologies tell the agent, the code behind.
+inline constexpr char NoticePosoliste[] = "Posoliste@CodeCIP=";
+inline constexpr char NoticePosoliste2[] = "Posoliste2@CodeCIP=";
 
 }  // namespace vdx::messages

@@ -86,11 +86,11 @@ void LivreValeurs(std::initializer_list<Sortie> sorties, std::initializer_list<s
     for (const Sortie& s : sorties) RangeEnOctets(Requis(s.chaine, s.codeAbsent), *texte++);
 }
 
-void VideFiche(void* fiche, const Gabarit& gabarit) {
+void VideFiche(void* fiche, const Gabarit& gabarit, bool nombres) {
     for (uint32_t c = 0; c < gabarit.size(); ++c) {
         if (gabarit[c] == TypeChamp::Texte)
             RangeChaine(hote::Chaine(fiche, c), std::nullopt);
-        else
+        else if (nombres)
             hote::PoseEntier(fiche, c, 0);
     }
 }

@@ -46,9 +46,10 @@ void LivreValeurs(std::initializer_list<Sortie> sorties, std::initializer_list<s
 
 // A result of one record: in mode 0 into the host's record `fiche`, a slot a
 // field as in an array (texts 8-bit whatever the session); in the other
-// modes one row as the flat text. VideFiche empties such a record first.
+// modes one row as the flat text (`fiche` unread). VideFiche empties such a
+// record first: its strings, and its numbers unless `nombres` is false.
 void LivreFiche(void* fiche, const Gabarit& gabarit, std::vector<Valeur> champs);
-void VideFiche(void* fiche, const Gabarit& gabarit);
+void VideFiche(void* fiche, const Gabarit& gabarit, bool nombres = true);
 
 // The array helpers on a host array of records of a shape.
 // Frees every string, zeroes every number, and resizes to 0: 1, or -21.

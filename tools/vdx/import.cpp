@@ -41,6 +41,7 @@ RapportImport Importe(const OptionsImport& options) {
     EcritComposition(bdpm, substances, selection, sortie);
     EcritAllergies(thesaurus, substances, selection, sortie);
     EcritVigilance(bdpm, thesaurus, substances, selection, sortie);
+    EcritPosologie(bdpm, sortie);
     EcritInteractions(thesaurus, substances, selection, AnneeMois(options.thesaurus), sortie, journal, rapport);
     if (journal.Rejets() && !options.continuer) {
         std::string motifs;

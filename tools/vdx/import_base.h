@@ -56,6 +56,9 @@ void EcritAllergies(const Thesaurus& thesaurus, const Substances& substances, co
 // (VDXYCACO, VDXYCAAR).
 void EcritVigilance(const Bdpm& bdpm, const Thesaurus& thesaurus, const Substances& substances,
                     const Selection& selection, Sortie& sortie);
+// The vocabularies of the posology (VDXPDUR, VDXPDURC, VDXPMOM, VDXPSPE,
+// VDXPNAT, VDXPPRO) and the routes of the database numbered (VDXPVOI).
+void EcritPosologie(const Bdpm& bdpm, Sortie& sortie);
 // The members of a thesaurus class among the selected substances.
 std::set<int> MembresClasse(const Thesaurus& thesaurus, const Substances& substances, const Selection& selection,
                             const std::string& classe);

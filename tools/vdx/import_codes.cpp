@@ -315,4 +315,50 @@ const std::vector<CategorieCanicule>& CategoriesCanicule() {
     return categories;
 }
 
+std::vector<MotPosologie> PeriodesPosologie() {
+    return {{10, "minute"}, {20, "heure"}, {30, Texte("demi-journée")}, {40, "jour"},
+            {50, "semaine"},  {60, "mois"},  {70, "an"}};
+}
+
+std::vector<FacteurPeriodes> FacteursPeriodes() {
+    // Lengths in days: a month of 30 days, a year of 365; but a year holds
+    // 12 months.
+    const std::map<int, double> jours = {{10, 1.0 / 1440}, {20, 1.0 / 24}, {30, 0.5}, {40, 1},
+                                         {50, 7},          {60, 30},       {70, 365}};
+    constexpr int Mois = 60, An = 70;
+    std::vector<FacteurPeriodes> facteurs;
+    for (const auto& [de, longueurDe] : jours)
+        for (const auto& [vers, longueurVers] : jours) {
+            double f = longueurVers / longueurDe;
+            if (de == Mois && vers == An) f = 12;
+            if (de == An && vers == Mois) f = 1.0 / 12;
+            facteurs.push_back({de, vers, f});
+        }
+    return facteurs;
+}
+
+std::vector<MomentPosologie> MomentsPosologie() {
+    return {{1, "le matin", 0},          {2, "le midi", 0},
+            {3, "le soir", 0},           {4, "au coucher", 0},
+            {5, "matin et soir", 2},     {6, "matin, midi et soir", 3}};
+}
+
+std::vector<MotPosologie> SpecificationsPosologie() {
+    return {{1, Texte("à jeun")},
+            {2, "au cours du repas"},
+            {3, "en dehors des repas"},
+            {4, "avec un grand verre d'eau"},
+            {5, Texte("à laisser fondre sous la langue")}};
+}
+
+std::vector<MotPosologie> NaturesPosologie() {
+    return {{1, "d'attaque"}, {2, "d'entretien"}, {3, "curatif"}, {4, Texte("préventif")}};
+}
+
+std::vector<ProfilPosologie> ProfilsPosologie() {
+    return {{1, Texte("Clairance de la créatinine de 30 à 60 ml/min"), 1, "30-60"},
+            {2, Texte("Clairance de la créatinine de 10 à 30 ml/min"), 1, "10-30"},
+            {3, Texte("Insuffisance hépatique"), 2, "HEPATIQUE"}};
+}
+
 }  // namespace vdx::import

@@ -122,4 +122,41 @@ struct CategorieCanicule {
 };
 const std::vector<CategorieCanicule>& CategoriesCanicule();
 
+// --- Posology vocabularies ---------------------------------------------------
+// The words a posology is coded with, whose codes the library relies on:
+// labels in code page 1252.
+struct MotPosologie {
+    int code;
+    std::string libelle;
+};
+// Periods and durations, by length: 10 minute, 20 hour, 30 half-day, 40 day,
+// 50 week, 60 month, 70 year.
+std::vector<MotPosologie> PeriodesPosologie();
+// How many of the first period fit in the second, for every pair of them.
+struct FacteurPeriodes {
+    int de;
+    int vers;
+    double facteur;
+};
+std::vector<FacteurPeriodes> FacteursPeriodes();
+// Moments of the take, with what they multiply the daily quantity by (0
+// for none).
+struct MomentPosologie {
+    int code;
+    std::string libelle;
+    double multiplicateur;
+};
+std::vector<MomentPosologie> MomentsPosologie();
+std::vector<MotPosologie> SpecificationsPosologie();
+std::vector<MotPosologie> NaturesPosologie();
+// Patient profiles a posology can be for: type 1 a range "low-high" of a
+// measure, type 2 a text.
+struct ProfilPosologie {
+    int code;
+    std::string libelle;
+    int type;
+    std::string valeur;
+};
+std::vector<ProfilPosologie> ProfilsPosologie();
+
 }  // namespace vdx::import

@@ -67,6 +67,7 @@ const char* NomGenre(exports::GenreArgument g) {
         case exports::GenreArgument::ListeTableau: return "liste";
         case exports::GenreArgument::Lignes: return "liste";
         case exports::GenreArgument::Fiche: return "fiche";
+        case exports::GenreArgument::Nombre: return "nombre";
     }
     return "?";
 }
