@@ -475,6 +475,24 @@ TEST(ImportVigilance, ClassesAtRiskGoToTheirProductsAndTheHeatWaveCategoriesAreF
     EXPECT_TRUE(e.Table("VDXYCACO").empty());  // no diuretic, NSAID, neuroleptic in the extract
 }
 
+TEST(ImportPosologie, TheVocabulariesAreFiledAndTheRoutesNumberedByName) {
+    Extrait e;
+    e.Importe();
+    // Routes of the whole database, in the order of their folded names.
+    EXPECT_EQ(e.Fiche("VDXPVOI", "Code", "1").at("Libelle"), "intraveineuse");
+    EXPECT_EQ(e.Fiche("VDXPVOI", "Code", "2").at("Libelle"), "orale");
+    EXPECT_EQ(e.Fiche("VDXPVOI", "Code", "3").at("Libelle"), "sous-cutan\xC3\xA9" "e");
+    EXPECT_EQ(e.Table("VDXPVOI").size(), 3u);
+    EXPECT_EQ(e.Fiche("VDXPDURC", "Cle", "020040").at("Facteur"), "24");
+    EXPECT_EQ(e.Fiche("VDXPDURC", "Cle", "060070").at("Facteur"), "12");
+    EXPECT_EQ(e.Fiche("VDXPDURC", "Cle", "050040").at("Facteur"), "0.142857");
+    EXPECT_EQ(e.Table("VDXPDURC").size(), 49u);
+    EXPECT_EQ(e.Fiche("VDXPMOM", "Code", "6").at("Multiplicateur"), "3");
+    // The public data hold no posology.
+    EXPECT_TRUE(e.Table("VDXPPROD").empty());
+    EXPECT_TRUE(e.Table("VDXPPTER").empty());
+}
+
 // --- Interactions -----------------------------------------------------------------------
 
 TEST(ImportInteractions, CouplesInBothOrdersWithTheirSeverityKindAndTexts) {

@@ -20,6 +20,7 @@ public:
     static void Remplit(BaseDeTest& b) {
         for (auto [code, libelle] : {std::pair{1, "matin"}, {2, "soir"}, {3, "au coucher"}, {4, "Midi"}})
             b.Ajoute("VDXPMOM", {{"Code", code}, {"Libelle", libelle}});
+        b.Ajoute("VDXPMOM", {{"Code", 5}, {"Libelle", "matin et soir"}, {"Multiplicateur", 2.5}});
         for (auto [code, libelle] : {std::pair{10, "minute"}, {40, "jour"}, {50, "semaine"}, {70, "an"}})
             b.Ajoute("VDXPDUR", {{"Code", code}, {"Libelle", libelle}});
         b.Ajoute("VDXPUPRI", {{"Code", 1}, {"Libelle", "comprimé"}, {"LibellePluriel", "comprimés"}});
@@ -29,7 +30,7 @@ public:
 
 TEST_F(VocabulairePoso, ListsAreSortedByLabelInByteOrderTheCycleAmongThem) {
     ASSERT_EQ(PosoMoments_Vdx(nullptr), 1);
-    EXPECT_EQ(Memoire(), "4@Midi\r\n3@au coucher\r\n1@matin\r\n2@soir");
+    EXPECT_EQ(Memoire(), "4@Midi\r\n3@au coucher\r\n1@matin\r\n5@matin et soir\r\n2@soir");
     ASSERT_EQ(PosoDurees_Vdx(nullptr), 1);
     EXPECT_EQ(Memoire(), "70@an\r\n-1@cycle\r\n40@jour\r\n10@minute\r\n50@semaine");
     ASSERT_EQ(PosoUnitesPrise_Vdx(nullptr), 1);
@@ -39,7 +40,7 @@ TEST_F(VocabulairePoso, ListsAreSortedByLabelInByteOrderTheCycleAmongThem) {
     ReconnecteEnTableau();
     SAFEARRAY* mots = essai::TableauDeFiches(2);
     ASSERT_EQ(PosoMoments_Vdx(&mots), 1);
-    ASSERT_EQ(mots->rgsabound[0].cElements, 4u);
+    ASSERT_EQ(mots->rgsabound[0].cElements, 5u);
     EXPECT_EQ(essai::Texte(static_cast<VdxCodeLibelle*>(mots->pvData)[1].Libelle), "au coucher");
     EXPECT_EQ(PosoMoments_Vdx(nullptr), -20);
     VideTableau(mots, {TypeChamp::Entier, TypeChamp::Texte});
@@ -60,7 +61,31 @@ TEST_F(VocabulairePoso, TheLabelOfACodeAndItsFailures) {
     EXPECT_EQ(Memoire(), "comprim\xE9");
     EXPECT_EQ(LibelleUnitePrise_Vdx(0, nullptr), -10);
     const DansContexte dans(session());
-    EXPECT_EQ(LibellePosologie(vocabulaires_posologie::UnitesPrisePluriel(), 1), "comprim\xE9s");
+    EXPECT_EQ(LibelleUnitePrise(1, true), "comprim\xE9s");
+    EXPECT_THROW(LibelleUnitePrise(2, true), Echec);
+}
+
+TEST_F(VocabulairePoso, AMomentWithItsMultiplier) {
+    ASSERT_EQ(LibelleMoment2_Vdx(5, nullptr, nullptr), 1);
+    EXPECT_EQ(Memoire(), "matin et soir@2.5");
+    ASSERT_EQ(LibelleMoment2_Vdx(1, nullptr, nullptr), 1);
+    EXPECT_EQ(Memoire(), "matin@0");
+    EXPECT_EQ(LibelleMoment2_Vdx(9, nullptr, nullptr), -90);
+    ReconnecteEnTableau();
+    BSTR libelle = nullptr;
+    float multiplicateur = -1;
+    ASSERT_EQ(LibelleMoment2_Vdx(5, &libelle, &multiplicateur), 1);
+    EXPECT_EQ(essai::Texte(libelle), "matin et soir");
+    EXPECT_EQ(multiplicateur, 2.5f);
+    EXPECT_EQ(LibelleMoment2_Vdx(5, &libelle, nullptr), -30);
+    EXPECT_EQ(LibelleMoment2_Vdx(9, &libelle, &multiplicateur), -90);
+    EXPECT_EQ(essai::Texte(libelle), "");  // emptied first
+    SysFreeString(libelle);
+}
+
+TEST(CodeDureeSurTrois, ThreeCharactersWhateverTheCode) {
+    for (auto [code, texte] : {std::pair{0, "000"}, {-1, "-01"}, {4, "004"}, {40, "040"}, {1234, "123"}, {-123, "-12"}})
+        EXPECT_EQ(CodeDureeSurTrois(code), texte) << code;
 }
 
 TEST(LibelleTerrain, OnlyAdultAndChildLookAtTheSecondLetter) {

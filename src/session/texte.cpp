@@ -117,6 +117,7 @@ void TexteNombre(float valeur, std::string& tampon, bool fractions) {
         tampon = "0";
         return;
     }
+    if (!std::isfinite(valeur)) return;
     double v = std::fabs(static_cast<double>(valeur));
     v += v <= 1 ? 0.0000001 : 0.001;
     const Chiffres ch = HuitChiffres(v);

@@ -29,7 +29,8 @@ ResultatChamp ChampSuivant(std::string_view texte, size_t& position, std::string
 
 // A quantity as the library's texts show it, without trailing zeros and
 // without its sign; with `fractions`, halves and quarters as "½", "¼", "¾".
-// A value too small to show leaves `tampon` as it was.
+// A value too small to show, or not a finite number, leaves `tampon` as it
+// was.
 void TexteNombre(float valeur, std::string& tampon, bool fractions);
 
 // A JSON string of a UTF-8 text: quotes, backslashes and control

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <cmath>
 #include <vector>
 
 namespace vdx {
@@ -95,6 +96,8 @@ TEST(TexteNombre, WritesQuantitiesWithoutTrailingZeros) {
     EXPECT_EQ(Nombre(0.00003f), "0.00003");
     EXPECT_EQ(Nombre(-3.5f), "3.5");
     EXPECT_EQ(Nombre(0.0000001f), "inchange");
+    EXPECT_EQ(Nombre(NAN), "inchange");
+    EXPECT_EQ(Nombre(-INFINITY), "inchange");
 }
 
 TEST(TexteNombre, WritesHalvesAndQuartersAsSigns) {
