@@ -60,6 +60,14 @@ verifie "two paracetamols: their substance" \
   test "$(redondances "$(premier "DOLIPRANE 1000")@$(premier "EFFERALGAN 1G")")" = "2202::3 "
 canicule=$("$vdx" call --base "$work/base" IsCanicule_Vdx "$ibuprofene")
 verifie "ibuprofen in a heat wave, one line" test "$(grep -c "^ - IBUPROF" <<<"$canicule")" = 1
+# Posology: no posology in the public data, but the vocabularies, the
+# routes and every product's units of take.
+verifie "no posology listed" test "$("$vdx" call --base "$work/base" PosoListe_Vdx "$ibuprofene" A 480 70 0 F)" = 1
+verifie "no posology exists" test "$("$vdx" call --base "$work/base" PosoExiste_Vdx "$ibuprofene")" = 0
+verifie "the units of take of a product" \
+  test "$("$vdx" call --base "$work/base" UnitesPrisesProduit_Vdx "$ibuprofene" | tail -n 1 | cut -f1)" -gt 0
+verifie "the routes numbered" test "$("$vdx" call --base "$work/base" LibelleVoie_Vdx 1 | head -n 1)" = 1
+verifie "the periods with the cycle" test "$("$vdx" call --base "$work/base" PosoDurees_Vdx | wc -l)" = 9
 
 [ "$echecs" -eq 0 ] && echo "open base: all checks passed"
 exit "$echecs"
