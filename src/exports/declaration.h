@@ -32,6 +32,7 @@ enum class Acces : uint8_t {
     Libre,     // nothing: the export works without a connection
     Connecte,  // -2 at once when not connected
     Chaines,   // in mode 0 every host string of a result is emptied first, then -2 when not connected
+    Annonce,   // needs the connection, which the body checks once it has told an agent of the call
 };
 
 template <class T>
@@ -46,7 +47,7 @@ int32_t Encadre(const char* nom, int32_t (*corps)(A...), std::type_identity_t<A>
     return Cadre(nom, [&]() -> int32_t {
         if constexpr (acces == Acces::Chaines)
             if (session().ModeSortie == ModeTableau) (VideSiSortie(arguments), ...);
-        if (acces != Acces::Libre && !session().Connecte) return NonConnecte;
+        if (acces != Acces::Libre && acces != Acces::Annonce && !session().Connecte) return NonConnecte;
         return corps(arguments...);
     });
 }

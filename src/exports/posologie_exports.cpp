@@ -93,7 +93,7 @@ std::vector<FiltreProfil> Filtres(SAFEARRAY** filtres) {
 }  // namespace
 
 // The lists tell an agent of the call before anything else, connected or not.
-VDX_EXPORT(PosoListe_Vdx, Libre, NomsDesChamps<LignePosologieCourte>(), (Texte, Code), (Tableau, Tableau),
+VDX_EXPORT(PosoListe_Vdx, Annonce, NomsDesChamps<LignePosologieCourte>(), (Texte, Code), (Tableau, Tableau),
            (Texte, Terrain), (Entier, Age), (Entier, Poids), (Entier, Taille), (Texte, Sexe)) {
     NotifieAgent(messages::NoticePosoliste, Code);
     if (!session().Connecte) return NonConnecte;
@@ -105,7 +105,7 @@ VDX_EXPORT(PosoListe_Vdx, Libre, NomsDesChamps<LignePosologieCourte>(), (Texte, 
     return Succes;
 }
 
-VDX_EXPORT(PosoListe2_Vdx, Libre, NomsDesChamps<LignePosologiePlate>(), (Texte, Code), (Tableau, Tableau),
+VDX_EXPORT(PosoListe2_Vdx, Annonce, NomsDesChamps<LignePosologiePlate>(), (Texte, Code), (Tableau, Tableau),
            (Texte, Terrain), (Entier, Age), (Entier, Poids), (Entier, Taille), (Texte, Sexe), (Texte, Indication),
            (Entier, ModeIndication), (Liste, Filtres)) {
     NotifieAgent(messages::NoticePosoliste2, Code);
@@ -126,6 +126,9 @@ VDX_EXPORT(PosoListe2_Vdx, Libre, NomsDesChamps<LignePosologiePlate>(), (Texte, 
 VDX_EXPORT(PosoLoad_Vdx, Connecte, NomsDesChamps<PosologieHote>(), (Texte, Code), (Fiche, Posologie)) {
     const std::string_view code = exports::TexteBorne(Code, LongueurCodePrive);
     if (code.empty()) throw Echec{Argument1};
+    VerifieCodePosologie(session(), code);
+    // The host's strings are emptied once the code is good; its numbers
+    // stay as they were when the code is unknown.
     if (session().ModeSortie == ModeTableau) VideFiche(Requis(Posologie, Argument2), GabaritDe<PosologieHote>(), false);
     LivreFiche(Posologie, GabaritDe<PosologieHote>(), ValeursDe(ChargePosologie(session(), code)));
     return Succes;

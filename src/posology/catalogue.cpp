@@ -500,12 +500,16 @@ std::vector<LignePosologie> ListePosologies(const Contexte& contexte, std::strin
     return lignes;
 }
 
-PosologieHote ChargePosologie(const Contexte& contexte, std::string_view code) {
-    const DansContexte dans(contexte);
+void VerifieCodePosologie(const Contexte& contexte, std::string_view code) {
     const bool privee = code.starts_with(MarquePrivee);
     if (privee && !contexte.ConnecteMedecin) throw Echec{MedecinNonConnecte};
     if (code.size() != (privee ? LongueurCodePrive : LongueurCodePosologie)) throw Echec{CodeMalForme};
-    return privee ? ChargePrivee(code) : ChargeDeLaBase(code);
+}
+
+PosologieHote ChargePosologie(const Contexte& contexte, std::string_view code) {
+    VerifieCodePosologie(contexte, code);
+    const DansContexte dans(contexte);
+    return code.starts_with(MarquePrivee) ? ChargePrivee(code) : ChargeDeLaBase(code);
 }
 
 int32_t PosologiesExistent(const Contexte& contexte, std::string_view cip) {

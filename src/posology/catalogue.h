@@ -142,9 +142,12 @@ inline constexpr char MarquePrivee = '#';
 inline constexpr size_t LongueurCodePosologie = 9;
 inline constexpr size_t LongueurCodePrive = 11;
 
-// One posology by its code, of the base (nine characters) or of the
-// doctor's (eleven, "#" first). Throws Echec: -4 a private code without the
-// doctor's base, -13 a code of another length, -90 an unknown one, -500.
+// A posology's code, of the base (nine characters) or of the doctor's
+// (eleven, "#" first). Throws Echec: -4 a private code without the doctor's
+// base, -13 a code of another length.
+void VerifieCodePosologie(const Contexte& contexte, std::string_view code);
+// One posology by its code, checked as above. Throws Echec: -4, -13, -90 an
+// unknown code, -500.
 PosologieHote ChargePosologie(const Contexte& contexte, std::string_view code);
 
 // Where a product has posologies: 1 in the base, plus 2 among the doctor's

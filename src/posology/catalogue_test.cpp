@@ -366,7 +366,7 @@ TEST_F(Posologies, LoadingAPosologyOfTheBaseOrOfTheDoctors) {
 
     ReconnecteEnTableau();
     VdxPosologieHote h{};
-    h.Libelle = SysAllocString(u"ancien");
+    hote::RangeOctets(&h.Libelle, "ancien");
     EXPECT_EQ(PosoLoad_Vdx("300000101", nullptr), -20);
     ASSERT_EQ(PosoLoad_Vdx("300000202", &h), 1);
     EXPECT_EQ(h.DoseMin.Valeur, 0.5f);
@@ -376,6 +376,8 @@ TEST_F(Posologies, LoadingAPosologyOfTheBaseOrOfTheDoctors) {
     EXPECT_EQ(h.NombreModeles, 1);
     EXPECT_EQ(essai::Texte(h.Libelle), "Adulte. Traitement d'attaque");
     EXPECT_EQ(essai::Texte(h.Texte), "");
+    EXPECT_EQ(PosoLoad_Vdx("3000002", &h), -13);
+    EXPECT_EQ(essai::Texte(h.Libelle), "Adulte. Traitement d'attaque");  // a bad code empties nothing
     EXPECT_EQ(PosoLoad_Vdx("300000299", &h), -90);
     EXPECT_EQ(essai::Texte(h.Libelle), "");  // the strings were emptied
     EXPECT_EQ(h.CodeUnite2, 42);             // the numbers stay
