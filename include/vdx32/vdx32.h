@@ -901,6 +901,56 @@ VDX_API int32_t VDX_CALL PosoLoad_Vdx(const char* Code, VdxPosologieHote* Posolo
  * -13; -500. */
 VDX_API int32_t VDX_CALL PosoExiste_Vdx(const char* Code);
 
+/* ---- Posology: sentences and quantities ----------------------------------- */
+
+/* A posology told as a prescription prints it, for a patient of Poids
+ * kilograms (grams above 600; 0 unknown) and Taille centimetres (0
+ * unknown): Phrase1 «1 \xE0 2 comprim\xE9s 3 fois par jour pendant 5
+ * jours.», Phrase2 the same in the product's other unit (Conversion), and
+ * for each unit the number of packages the treatment takes (Boites), the
+ * quantity (Quantite) and the share of the last package used (Utilisation,
+ * a percentage). A dose per kilo or square metre is scaled for a known
+ * patient, else told so (" par Kilo"); doses are rounded by the product's
+ * rounding code; a narcotic's numbers are told in words too. A posology of
+ * models says its Texte (TexteLibre is then empty). Mode 0: *Posologie is
+ * read, the five strings of *Resultat emptied then filled (8-bit); other
+ * modes: the input text holds the 25 fields of the posology as one row,
+ * and one row of the 17 fields is delivered. 1; -20 a weight below 0; -30
+ * a height below 0; -50 Resultat null and -10 Posologie null (mode 0); -14
+ * an empty input text or a number left out; -16 a CodeCIP not of 7
+ * characters; -110 a moment of the day with no period over a duration
+ * shorter than a day; -111 a cycle over a duration shorter than a year;
+ * -112 a duration shorter than the period; -113 nothing to say (no unit
+ * label, or no dose, and no model); -500 ("VDXPURPI.NDX" for the missing
+ * index of the units of take). PosoDec2_Vdx does the same without rounding
+ * the doses; PosoDec3_Vdx puts "##1" behind the dose and "##2" in front of
+ * the duration, so that a host can part the sentence. */
+typedef struct VdxResultatPosologie {
+    VdxReel Dose1Min;
+    VdxReel Dose1Max;
+    VdxReel Maximum1;
+    VdxReel Dose2Min;
+    VdxReel Dose2Max;
+    VdxReel Maximum2;
+    VdxReel Utilisation1;
+    VdxReel Utilisation2;
+    VdxReel Quantite1;
+    VdxReel Quantite2;
+    intptr_t Unite1;
+    intptr_t Unite2;
+    BSTR Phrase1;
+    BSTR Phrase2;
+    BSTR TexteLibre;
+    BSTR Boites1;
+    BSTR Boites2;
+} VdxResultatPosologie;
+VDX_API int32_t VDX_CALL PosoDec_Vdx(VdxPosologieHote* Posologie, int32_t Poids, int32_t Taille,
+                                     VdxResultatPosologie* Resultat);
+VDX_API int32_t VDX_CALL PosoDec2_Vdx(VdxPosologieHote* Posologie, int32_t Poids, int32_t Taille,
+                                      VdxResultatPosologie* Resultat);
+VDX_API int32_t VDX_CALL PosoDec3_Vdx(VdxPosologieHote* Posologie, int32_t Poids, int32_t Taille,
+                                      VdxResultatPosologie* Resultat);
+
 /* ---- Drug interactions ------------------------------------------------ */
 
 /* The interactions of a prescription: each product is broken down into its

@@ -56,7 +56,10 @@ public:
             return nullptr;
         } else {
             static_assert(std::is_pointer_v<T>, "kind of argument not handled");
-            return nullptr;  // a record or a number of mode 0
+            // A record or a number of mode 0; a record given as an input
+            // row in the flat modes was stored as the text input.
+            if (genre == G::Liste) Texte(genre);
+            return nullptr;
         }
     }
 

@@ -12,6 +12,7 @@
 #include "checks/interactions.h"
 #include "checks/surdosage.h"
 #include "posology/catalogue.h"
+#include "posology/phrase.h"
 #include "products/codes.h"
 #include "products/composition.h"
 #include "vdx32/vdx32.h"
@@ -175,6 +176,11 @@ VDX_CASE(VdxPosologieHote, NombreModeles, 19);
 VDX_CASE(VdxPosologieHote, CodePosologie, 20);
 VDX_CASE(VdxPosologieHote, Texte, 24);
 
+static_assert(Cases<VdxResultatPosologie>(17), "VdxResultatPosologie is not 17 slots");
+VDX_CASE(VdxResultatPosologie, Quantite2, 9);
+VDX_CASE(VdxResultatPosologie, Unite2, 11);
+VDX_CASE(VdxResultatPosologie, Boites2, 16);
+
 #undef VDX_CASE
 
 // Each row declared in the library fills its public record, slot for slot.
@@ -196,6 +202,7 @@ VDX_REMPLIT(FicheStatut, VdxStatut);
 VDX_REMPLIT(LignePosologieCourte, VdxLignePosologie);
 VDX_REMPLIT(LignePosologie, VdxLignePosologie2);
 VDX_REMPLIT(PosologieHote, VdxPosologieHote);
+VDX_REMPLIT(ResultatPosologie, VdxResultatPosologie);
 #undef VDX_REMPLIT
 
 }  // namespace vdx

@@ -2,9 +2,13 @@
 // ranked against a patient, one loaded into the host's form, and the
 // vocabularies a host builds a posology from, with the label of a code of
 // each.
+#include <charconv>
+
 #include "exports/arguments.h"
 #include "exports/declaration.h"
+#include "posology/arrondi.h"
 #include "posology/catalogue.h"
+#include "posology/phrase.h"
 #include "posology/vocabulaire.h"
 #include "session/codeproduit.h"
 #include "session/connexion.h"
@@ -44,8 +48,6 @@ std::string CodeCIP(const char* code) {
     return cip;
 }
 
-// The weight a host gives above this is in grams.
-constexpr int32_t PoidsEnGrammes = 600;
 // The ages in months a child's and an infant's terrain take.
 constexpr int32_t AgeEnfantMin = 31;
 constexpr int32_t AgeEnfantMax = 216;
@@ -59,8 +61,7 @@ PatientPosologie Patient(const char* terrain, int32_t age, int32_t poids, int32_
     if (age < 0) throw Echec{Argument5};
     if (poids < 0) throw Echec{Argument6};
     if (taille < 0) throw Echec{Argument7};
-    PatientPosologie p{Initiale(terrain), Initiale(sexe), age,
-                       poids > PoidsEnGrammes ? static_cast<float>(poids) / 1000 : static_cast<float>(poids)};
+    PatientPosologie p{Initiale(terrain), Initiale(sexe), age, PoidsEnKilos(poids)};
     if (p.Terrain == 'E' && age != 0 && (age < AgeEnfantMin || age > AgeEnfantMax)) throw Echec{Argument5};
     if (p.Terrain == 'N' && age > AgeNourrissonMax) throw Echec{Argument5};
     return p;
@@ -90,7 +91,79 @@ std::vector<FiltreProfil> Filtres(SAFEARRAY** filtres) {
     return liste;
 }
 
+// The longest free text a host's posology gives the sentence.
+constexpr size_t TexteLibreMax = 8191;
+
+std::optional<Valeur> ValeurLue(TypeChamp type, std::optional<std::string> champ) {
+    if (type == TypeChamp::Texte) return champ.value_or("");
+    if (!champ || champ->empty()) return std::nullopt;
+    const char* fin = champ->data() + champ->size();
+    if (type == TypeChamp::Reel) {
+        float x = 0;
+        std::from_chars(champ->data(), fin, x);
+        return x;
+    }
+    int32_t n = 0;
+    std::from_chars(champ->data(), fin, n);
+    return n;
+}
+
+// The posology of the flat modes: a row of its 25 fields, every number
+// given (-14), the free text last, which may be left out.
+PosologieHote PosologieDuTexte(const std::string& texte) {
+    if (texte.empty()) throw Echec{PosologieIncomplete};
+    const Gabarit& gabarit = GabaritDe<PosologieHote>();
+    std::vector<Valeur> valeurs;
+    size_t position = 0;
+    for (size_t c = 0; c < gabarit.size(); ++c) {
+        std::optional<std::string> champ = ExtraitChamp(texte, position, 0);
+        if (!champ && c + 1 < gabarit.size()) throw Echec{PosologieIncomplete};
+        std::optional<Valeur> valeur = ValeurLue(gabarit[c], std::move(champ));
+        if (!valeur) throw Echec{PosologieIncomplete};
+        valeurs.push_back(std::move(*valeur));
+    }
+    PosologieHote p = LigneDe<PosologieHote>(std::move(valeurs));
+    // A dose by weight unless the row says otherwise.
+    if (p.TypeRef.size() != 1) p.TypeRef.assign(1, 'P');
+    return p;
+}
+
+// The three ways of telling a posology: the host's record in mode 0 (its
+// result's strings emptied first), the input row otherwise; checked in
+// order: weight -20, height -30, result -50, posology -10, CodeCIP -16.
+int32_t Decode(VdxPosologieHote* posologie, int32_t poids, int32_t taille, VdxResultatPosologie* resultat) {
+    if (poids < 0) throw Echec{Argument2};
+    if (taille < 0) throw Echec{Argument3};
+    PosologieHote p;
+    if (session().ModeSortie == ModeTableau) {
+        VideFiche(Requis(resultat, Argument5), GabaritDe<ResultatPosologie>(), false);
+        p = LigneDe<PosologieHote>(LitFiche(Requis(posologie, Argument1), GabaritDe<PosologieHote>()));
+        p.TypeRef = p.TypeRef.substr(0, 1);
+        if (p.Texte.size() > TexteLibreMax) p.Texte.clear();
+    } else {
+        p = PosologieDuTexte(LitTexte());
+    }
+    if (p.CodeCIP.size() != LongueurCIP) throw Echec{ProduitPosologie};
+    LivreFiche(resultat, GabaritDe<ResultatPosologie>(), ValeursDe(DecodePosologie(session(), std::move(p), PoidsEnKilos(poids), taille)));
+    return Succes;
+}
+
 }  // namespace
+
+// The sentence of a posology as given, without rounding, and with the
+// markers that part it.
+#define DECODE_POSOLOGIE(Nom, Etat)                                                                                   \
+    VDX_EXPORT(Nom, Connecte, NomsDesChamps<ResultatPosologie>(), (Liste, Posologie), (Entier, Poids),              \
+               (Entier, Taille), (Fiche, Resultat)) {                                                                \
+        [[maybe_unused]] const Etat etat;                                                                             \
+        return Decode(Posologie, Poids, Taille, Resultat);                                                            \
+    }
+namespace {
+struct Tel {};
+}  // namespace
+DECODE_POSOLOGIE(PosoDec_Vdx, Tel)
+DECODE_POSOLOGIE(PosoDec2_Vdx, SansArrondi)
+DECODE_POSOLOGIE(PosoDec3_Vdx, AvecMarqueurs)
 
 // The lists tell an agent of the call before anything else, connected or not.
 VDX_EXPORT(PosoListe_Vdx, Annonce, NomsDesChamps<LignePosologieCourte>(), (Texte, Code), (Tableau, Tableau),

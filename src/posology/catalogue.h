@@ -23,6 +23,12 @@ inline constexpr int32_t Exclue = 3;      // not for this patient
 inline constexpr int32_t Adaptee = 4;     // applies and fits the indication and profile asked
 }  // namespace niveaux_posologie
 
+// A weight as a host gives it: above 600, in grams.
+inline float PoidsEnKilos(int32_t poids) {
+    constexpr int32_t PoidsEnGrammes = 600;
+    return poids > PoidsEnGrammes ? static_cast<float>(poids) / 1000 : static_cast<float>(poids);
+}
+
 // The patient a list is ranked against, as the checks of the lists leave it.
 struct PatientPosologie {
     char Terrain = '\0';  // the first letter of the patient's terrain

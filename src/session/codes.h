@@ -33,6 +33,10 @@ enum Code : int32_t {
     DejaPresent = -91,
     AutreCode = -92,
     FicheManquante = -100,
+    MomentSansJour = -110,      // a moment of the day over a duration shorter than a day
+    CycleTropCourt = -111,      // a cycle over a duration shorter than a year
+    DureeTropCourte = -112,     // a duration shorter than the period
+    RienADire = -113,           // no unit label, or no dose, and no model
     Memoire = -200,
     EcritureImpossible = -300,  // also: an empty search set handle
     EchecMagasin = -500,        // DerniereErreur and FichierErreur say how and where

@@ -121,6 +121,17 @@ std::vector<Valeur> ValeursDe(Ligne&& ligne) {
     return ValeursSelon<std::remove_cvref_t<Ligne>>(std::forward<Ligne>(ligne));
 }
 
+// A row from the values of its own shape, in order; a value of another
+// kind than its field's throws std::bad_variant_access.
+template <class Ligne>
+Ligne LigneDe(std::vector<Valeur>&& valeurs) {
+    Ligne ligne{};
+    size_t i = 0;
+    std::apply([&](auto... c) { ((ligne.*c.membre = std::get<typename decltype(c)::Type>(std::move(valeurs.at(i++)))), ...); },
+               ChampsDe<Ligne>::liste);
+    return ligne;
+}
+
 // Rows in a shape: each one unless its key is there already; or, for the
 // checks, which make their rows unique by their own rules, every one.
 template <class Vue, class Ligne>

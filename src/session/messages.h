@@ -155,6 +155,32 @@ inline constexpr char TitreSeparateur[] = ". ";
 inline constexpr char TitreTraitement[] = "Traitement ";
 inline constexpr char TitreVoie[] = "Voie ";
 inline constexpr char TitreImplicite[] = ". (Implicite)";
+// The words of a posology's sentence.
+inline constexpr char ParKilo[] = " par Kilo";
+inline constexpr char ParMetreCarre[] = " par m\xE8tre carr\xE9";
+inline constexpr char Pour[] = " pour ";
+inline constexpr char PourKilos[] = " kilos";
+inline constexpr char PourMetresCarres[] = " m\xE8tres carr\xE9";
+inline constexpr char MarqueDose[] = "##1";
+inline constexpr char MarqueDuree[] = "##2";
+inline constexpr char CycleDu[] = " du ";
+inline constexpr char CyclePremierAu[] = "er au ";
+inline constexpr char CycleEmeAu[] = "\xE8me au ";
+inline constexpr char CycleEmeJour[] = "\xE8me jour du cycle";
+inline constexpr char CycleLe[] = " le ";
+inline constexpr char CyclePremierJour[] = "er jour du cycle";
+inline constexpr char Fois[] = " fois";
+inline constexpr char Par[] = " par ";
+inline constexpr char ToutesLes[] = " toutes les ";
+inline constexpr char TousLes[] = " tous les ";
+inline constexpr char Pendant[] = " pendant ";
+inline constexpr char DureeA[] = "\xE0 ";
+inline constexpr char Maximum[] = " Maximum ";
+// The packages of a unit the product has no word for.
+inline constexpr char SansContenant[] = " ?.";
+// The packages of an unknown product: its models, spelled as they always were.
+inline constexpr char Modeles[] = " Mod\xCBles";
+inline constexpr char Modele[] = " Mod\xCBle";
 // What the lists of posologies tell the agent, the code behind.
 inline constexpr char NoticePosoliste[] = "Posoliste@CodeCIP=";
 inline constexpr char NoticePosoliste2[] = "Posoliste2@CodeCIP=";

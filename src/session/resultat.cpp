@@ -95,6 +95,27 @@ void VideFiche(void* fiche, const Gabarit& gabarit, bool nombres) {
     }
 }
 
+std::vector<Valeur> LitFiche(const void* fiche, const Gabarit& gabarit) {
+    std::vector<Valeur> valeurs;
+    for (uint32_t c = 0; c < gabarit.size(); ++c) {
+        switch (gabarit[c]) {
+            case TypeChamp::Texte: {
+                const BSTR chaine = *hote::Chaine(const_cast<void*>(fiche), c);
+                if (session().ChainesUnicode) {
+                    valeurs.emplace_back(hote::VersTexte(chaine));
+                } else {
+                    const std::string_view octets = hote::Octets(chaine);
+                    valeurs.emplace_back(std::string(octets.substr(0, octets.find('\0'))));
+                }
+                break;
+            }
+            case TypeChamp::Entier: valeurs.emplace_back(hote::Entier(fiche, c)); break;
+            case TypeChamp::Reel: valeurs.emplace_back(std::bit_cast<float>(hote::Entier(fiche, c))); break;
+        }
+    }
+    return valeurs;
+}
+
 void LivreFiche(void* fiche, const Gabarit& gabarit, std::vector<Valeur> champs) {
     Lignes ligne(gabarit);
     ligne.AjouteLigneSansCle(std::move(champs));

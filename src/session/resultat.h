@@ -50,6 +50,10 @@ void LivreValeurs(std::initializer_list<Sortie> sorties, std::initializer_list<s
 // record first: its strings, and its numbers unless `nombres` is false.
 void LivreFiche(void* fiche, const Gabarit& gabarit, std::vector<Valeur> champs);
 void VideFiche(void* fiche, const Gabarit& gabarit, bool nombres = true);
+// The fields of a host's record of a shape, given to the library in mode 0:
+// its strings as the session's host strings hold them (wide in a wide
+// session, else their bytes), up to their first NUL.
+std::vector<Valeur> LitFiche(const void* fiche, const Gabarit& gabarit);
 
 // The array helpers on a host array of records of a shape.
 // Frees every string, zeroes every number, and resizes to 0: 1, or -21.
