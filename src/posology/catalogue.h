@@ -132,11 +132,11 @@ struct PosologieHote {
     int32_t CodeSpecification = 0;
     int32_t CodeSpecification2 = 0;
     int32_t NombreModeles = 0;
-    std::string CodePosologie;
-    std::string CodeCIP;
-    std::string Libelle;
-    std::string TypeRef;
-    std::string Texte;
+    std::string CodePosologie{};
+    std::string CodeCIP{};
+    std::string Libelle{};
+    std::string TypeRef{};
+    std::string Texte{};
 };
 VDX_LIGNE(PosologieHote, DoseMin, DoseMax, CodeUnite, CodeUnite2, QuantiteRef, Conversion, PrisesMin, PrisesMax,
           Intervalle, CodePeriode, CodeMoment, DureeMin, DureeMax, CodeDuree, DoseMaximum, MaximumRapporte,
