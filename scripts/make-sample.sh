@@ -3,7 +3,9 @@
 # composition, routes, groups and interactions of a few specialities of each
 # substance of data/sample-filter.txt, then the hand-written tables of
 # data/sample-hand (contra-indication and allergy terms, pregnancy rows,
-# excipients, concepts, classes, kosher ratings) added to them. The same data give byte-identical sources.
+# excipients, concepts, classes, kosher ratings, posologies and their
+# terrains, the units of take of a few products) added to them. The same
+# data give byte-identical sources.
 #   scripts/make-sample.sh VDX PUBLIC_DATA [OUT]
 # VDX is the vdx program, PUBLIC_DATA the directory holding bdpm-2017-03 and
 # interactions-2016-08; OUT defaults to data/sample.
@@ -25,7 +27,7 @@ trap 'rm -rf "$travail"' EXIT
 
 # Tables whose hand-written rows replace the imported row of the same first
 # column (their key): what the public data can't tell of a product.
-remplacees="VDXPROA.tsv"
+remplacees="VDXPROA.tsv VDXIDPRO.tsv"
 for fichier in "$projet"/data/sample-hand/*.tsv; do
     table=$(basename "$fichier")
     cible="$travail/sources/$table"

@@ -407,6 +407,15 @@ TEST(ImportProduits, TheIdentificationTellsThePackageInItsWords) {
     EXPECT_EQ(contenu("3333334"), "100 ml");
     EXPECT_EQ(contenu("3333333"), "10 ampoules");  // single doses: counted, not 10 ml
 
+    // The dosage's unit as the second unit, when the dosage is a unit of
+    // take's: 5 mg a tablet of warfarin, the base's 150 mg of ranitidine;
+    // none for a solution dosed by the ml.
+    EXPECT_EQ(mot("VDXPUPRI", comprimes, "CodeUnitePrise2"), "mg");
+    EXPECT_EQ(comprimes.at("AvecContenance2"), "1");
+    EXPECT_EQ(comprimes.at("Rapport2"), "0.2");
+    EXPECT_FLOAT_EQ(1 / std::stof(e.Fiche("VDXIDPRO", "CodeCIP", "2222222").at("Rapport2")), 150);
+    EXPECT_EQ(e.Fiche("VDXIDPRO", "CodeCIP", "3333333").at("CodeUnitePrise2"), "0");
+
     // A label without a package is no error: no words.
     const Ligne inconnu = e.Fiche("VDXIDPRO", "CodeCIP", "3333335");
     for (const char* colonne : {"CodePresentation", "QuantitePresentation", "CodeContenant", "CodeUnitePrise", "AvecContenance"})
@@ -417,7 +426,7 @@ TEST(ImportProduits, TheIdentificationTellsThePackageInItsWords) {
     const auto conteneurs = e.Table("VDXIDCON", "filtre");
     ASSERT_EQ(conteneurs.size(), 1u);
     EXPECT_EQ(conteneurs[0].at("Code"), comprimes.at("CodeContenant"));
-    EXPECT_EQ(e.Table("VDXPUPRI", "filtre").size(), 1u);
+    EXPECT_EQ(e.Table("VDXPUPRI", "filtre").size(), 2u);  // comprimé, mg
 }
 
 // --- Composition ----------------------------------------------------------------------

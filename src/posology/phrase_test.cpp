@@ -6,12 +6,15 @@
 
 #include <gtest/gtest.h>
 
+#include <filesystem>
+
 #include "posology/arrondi.h"
 #include "posology/quantite.h"
 #include "posology/vocabulaire.h"
 #include "session/cadre.h"
 #include "posology/surface.h"
 #include "session/resultat.h"
+#include "store/magasin.h"
 #include "tests/support/essai_produits.h"
 #include "tests/support/tableau_hote.h"
 
@@ -308,6 +311,24 @@ TEST_F(Phrases, TheExportsInTheirModes) {
     EXPECT_EQ(essai::Texte(r.Phrase1), "");
     VideFiche(&h, GabaritDe<PosologieHote>());
     VideFiche(&r, GabaritDe<ResultatPosologie>());
+}
+
+TEST(PhrasesSansTable, TheMissingIndexOfTheUnitsIsReportedUnderItsOldName) {
+    NoticesMemorisees notices;
+    NoticesEnPlace enPlace{notices};
+    BaseDeTest base;
+    essai::AjouteIdentite(base);
+    const std::string fichier = base.Repertoire() + "/VDXPUPRI.NDX";
+    magasin::MarqueRemplace(fichier.c_str());
+    std::filesystem::remove(fichier);
+    DeConnection2_Vdx();
+    RemetSession();
+    ASSERT_EQ(Connection_Vdx(base.Repertoire().c_str(), ModeMemoire, 0), 1);
+    session().ChaineMemoire = "1@2@14@0@0@0@3@0@1@40@0@5@0@40@0@0@0@0@0@0@@3000001@@@";
+    EXPECT_EQ(PosoDec_Vdx(nullptr, 0, 0, nullptr), -500);
+    EXPECT_EQ(session().FichierErreur, "VDXPURPI.NDX");
+    DeConnection2_Vdx();
+    RemetSession();
 }
 
 }  // namespace

@@ -315,6 +315,19 @@ const std::vector<CategorieCanicule>& CategoriesCanicule() {
     return categories;
 }
 
+std::optional<UniteDosage> UniteDeDosage(std::string_view pliee) {
+    static const std::map<std::string, UniteDosage, std::less<>> unites = {
+        {"MG", {"mg", "mg"}},
+        {"G", {"g", "g"}},
+        {"MICROGRAMMES", {"microgramme", "microgrammes"}},
+        {"MICROGRAMME", {"microgramme", "microgrammes"}},
+        {"UI", {"UI", "UI"}},
+    };
+    const auto u = unites.find(pliee);
+    if (u == unites.end()) return std::nullopt;
+    return u->second;
+}
+
 std::vector<MotPosologie> PeriodesPosologie() {
     return {{10, "minute"}, {20, "heure"}, {30, Texte("demi-journée")}, {40, "jour"},
             {50, "semaine"},  {60, "mois"},  {70, "an"}};

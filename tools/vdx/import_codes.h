@@ -122,6 +122,15 @@ struct CategorieCanicule {
 };
 const std::vector<CategorieCanicule>& CategoriesCanicule();
 
+// --- Units of a dosage ---------------------------------------------------------
+// A dosage's unit ("mg", "microgrammes") as a unit of take, by its fold;
+// none for the others ("CH", "%").
+struct UniteDosage {
+    std::string singulier;
+    std::string pluriel;
+};
+std::optional<UniteDosage> UniteDeDosage(std::string_view pliee);
+
 // --- Posology vocabularies ---------------------------------------------------
 // The words a posology is coded with, whose codes the library relies on:
 // labels in code page 1252.

@@ -4,6 +4,7 @@
 // containers (VDXIDCON) and units of take (VDXPUPRI).
 #include <algorithm>
 #include <cctype>
+#include <cstdio>
 #include <map>
 #include <optional>
 #include <set>
@@ -13,6 +14,7 @@
 #include <vector>
 
 #include "tools/vdx/import_base.h"
+#include "tools/vdx/import_codes.h"
 #include "tools/vdx/import_libelle.h"
 #include "tools/vdx/import_texte.h"
 
@@ -162,6 +164,53 @@ private:
     std::map<std::string, Entree> mots_;
 };
 
+// The dosage of the one active substance of a speciality and what it is
+// given for, folded ("UN COMPRIME"); its fraction of the base when it has one.
+struct DosageUnique {
+    double valeur = 0;
+    MotPluriel unite;
+    std::string reference;
+};
+std::map<std::string, DosageUnique> DosagesUniques(const Bdpm& bdpm) {
+    std::map<std::string, std::map<std::string, const Composant*>> substances;  // by CIS, by link
+    for (const Composant& c : bdpm.composants) {
+        const Composant*& retenu = substances[c.cis][c.lien];
+        if (!retenu || c.nature == "FT") retenu = &c;
+    }
+    std::map<std::string, DosageUnique> dosages;
+    for (const auto& [cis, parLien] : substances) {
+        if (parLien.size() != 1) continue;
+        const Composant& c = *parLien.begin()->second;
+        const std::string dosage = Nettoie(c.dosage);
+        const size_t blanc = dosage.rfind(' ');
+        if (blanc == std::string::npos) continue;
+        const auto valeur = Nombre(dosage.substr(0, blanc));
+        const auto unite = UniteDeDosage(Plie(dosage.substr(blanc + 1)));
+        if (!valeur || *valeur <= 0 || !unite) continue;
+        dosages[cis] = {*valeur, {unite->singulier, unite->pluriel}, Plie(c.reference)};
+    }
+    return dosages;
+}
+
+// The dosage's unit as a second unit of take, when the dosage is given for
+// one unit of take ("500 mg" for "un comprimé"): a package holds its count of
+// units times the dosage.
+std::optional<DosageUnique> SecondeUnite(const std::map<std::string, DosageUnique>& dosages, const std::string& cis,
+                                         const std::optional<Contenu>& contenu) {
+    const auto d = dosages.find(cis);
+    if (!contenu || contenu->quantite != 1 || d == dosages.end()) return std::nullopt;
+    const std::string prise = Plie(contenu->unite.singulier);
+    if (d->second.reference != "UN " + prise && d->second.reference != "UNE " + prise) return std::nullopt;
+    return d->second;
+}
+
+// A ratio as a 32-bit float reads it back.
+std::string TexteRapport(double rapport) {
+    char tampon[32];
+    std::snprintf(tampon, sizeof tampon, "%.9g", static_cast<float>(rapport));
+    return tampon;
+}
+
 // The columns of VDXIDPRO that describe the package, zeros without one.
 Valeurs ColonnesContenu(const std::optional<Contenu>& contenu, const Vocabulaire& mots) {
     const auto code = [&](MotPluriel Contenu::*mot) { return std::to_string(contenu ? mots.Code((*contenu).*mot) : 0); };
@@ -177,6 +226,13 @@ Valeurs ColonnesContenu(const std::optional<Contenu>& contenu, const Vocabulaire
             {"Secabilite", std::to_string(c.secabilite)}};
 }
 
+// The columns of the second unit of take, zeros without one.
+Valeurs ColonnesSecondeUnite(const std::optional<DosageUnique>& seconde, const Vocabulaire& mots) {
+    return {{"CodeUnitePrise2", seconde ? std::to_string(mots.Code(seconde->unite)) : "0"},
+            {"AvecContenance2", seconde ? "1" : "0"},
+            {"Rapport2", seconde ? TexteRapport(1 / seconde->valeur) : "0"}};
+}
+
 }  // namespace
 
 void EcritIdentification(const Bdpm& bdpm, const Selection& selection,
@@ -184,13 +240,17 @@ void EcritIdentification(const Bdpm& bdpm, const Selection& selection,
     const std::map<std::string, std::string> formes = CodesFormes(bdpm);
     // The packages of every presentation, by rank, and their words.
     std::vector<std::optional<Contenu>> contenus;
+    std::vector<std::optional<DosageUnique>> secondes;
+    const std::map<std::string, DosageUnique> dosages = DosagesUniques(bdpm);
     Vocabulaire mots;
     for (const Presentation& p : bdpm.presentations) {
         const auto s = specialites.find(p.cis);
         const auto c = s == specialites.end() ? std::nullopt : LitConditionnement(p.libelle);
         contenus.push_back(c ? std::optional(Decrit(*c, s->second->forme)) : std::nullopt);
+        secondes.push_back(SecondeUnite(dosages, p.cis, contenus.back()));
         if (contenus.back())
             for (const auto& tableMot : TablesDesMots) mots.Ajoute((*contenus.back()).*tableMot.second);
+        if (secondes.back()) mots.Ajoute(secondes.back()->unite);
     }
     mots.Numerote();
 
@@ -202,11 +262,12 @@ void EcritIdentification(const Bdpm& bdpm, const Selection& selection,
         const auto [nom, dosage] = NomEtDosage(s->second->denomination);
         const std::string& forme = formes.at(Plie(s->second->forme));
         Valeurs produit = {{"CodeCIP", p.cip7}, {"Denomination", nom}, {"Dosage", dosage}, {"CodeForme", forme}};
-        const Valeurs boite = ColonnesContenu(contenus[i], mots);
-        produit.insert(produit.end(), boite.begin(), boite.end());
+        for (const Valeurs& colonnes : {ColonnesContenu(contenus[i], mots), ColonnesSecondeUnite(secondes[i], mots)})
+            produit.insert(produit.end(), colonnes.begin(), colonnes.end());
         sortie.Ajoute("VDXIDPRO", produit);
         if (contenus[i])
             for (const auto& [table, mot] : TablesDesMots) mots.Ecrit(table, (*contenus[i]).*mot, sortie);
+        if (secondes[i]) mots.Ecrit("VDXPUPRI", secondes[i]->unite, sortie);
         sortie.Ajoute("VDXIDFOP", {{"CodeForme", forme}, {"CodeCIP", p.cip7}});
         if (formesEcrites.insert(forme).second)
             sortie.Ajoute("VDXIDFOR", {{"CodeForme", forme}, {"Libelle", s->second->forme}, {"LibelleCle", Plie(s->second->forme)}});
