@@ -2,20 +2,29 @@
 // posologies over 6 terrains, each with a nature, a route, an indication
 // and for some a profile, listed into a host array; beside it the same
 // records held in memory, ranked, titled, sorted and delivered the same
-// way. Then the loading of one posology into the host's form.
+// way. Then the loading of one posology into the host's form, and the
+// sentences of three posologies (plain, in two units with a ceiling, a
+// narcotic's in words) beside the same sentences built from records in
+// memory.
 #include <benchmark/benchmark.h>
 
 #include <algorithm>
 #include <map>
 #include <string>
+#include <tuple>
 #include <vector>
 
 #include "checks/tri.h"
 #include "platform/hote.h"
+#include "posology/arrondi.h"
 #include "posology/catalogue.h"
+#include "posology/phrase.h"
+#include "posology/quantite.h"
+#include "posology/vocabulaire.h"
 #include "session/messages.h"
 #include "session/resultat.h"
 #include "session/session.h"
+#include "session/texte.h"
 #include "store/fixture.h"
 #include "tests/support/identite.h"
 #include "vdx32/vdx32.h"
@@ -75,6 +84,26 @@ struct Base {
             base.Ajoute("VDXVAMM", {{"CodeTerme", "0000000" + std::to_string(amm)}, {"TypeAMM", "1"},
                                     {"Libelle", Indication(amm)}});
         base.Ajoute("VDXIDPRO", {{"CodeCIP", Produit}, {"CodeUnitePrise", 14}, {"CodeUnitePrise2", 42}});
+        // For the sentences: tablets in boxes of 16, in mg (500 a tablet)
+        // then tablets, a narcotic's capsules.
+        for (auto [code, un, plusieurs] : {std::tuple{14, "comprimé", "comprimés"}, {30, "mg", "mg"},
+                                           {29, "gélule", "gélules"}})
+            base.Ajoute("VDXPUPRI", {{"Code", code}, {"Libelle", un}, {"LibellePluriel", plusieurs}});
+        for (auto [code, libelle] : {std::pair{20, "heure"}, {40, "jour"}, {50, "semaine"}})
+            base.Ajoute("VDXPDUR", {{"Code", code}, {"Libelle", libelle}});
+        base.Ajoute("VDXPDURC", {{"Cle", "040050"}, {"Facteur", 7.0}});
+        base.Ajoute("VDXIDCON", {{"Code", 1}, {"Libelle", "boîte"}, {"LibellePluriel", "boîtes"}});
+        base.Ajoute("VDXIDPRO", {{"CodeCIP", "3000011"}, {"QuantitePresentation", 16}, {"QuantiteUnitePresentation", 1},
+                                 {"CodeContenant", 1}, {"CodeUnitePrise", 14}, {"AvecContenance", 1}, {"Rapport", 1},
+                                 {"Secabilite", 2}});
+        base.Ajoute("VDXIDPRO", {{"CodeCIP", "3000012"}, {"QuantitePresentation", 16}, {"QuantiteUnitePresentation", 500},
+                                 {"CodeContenant", 1}, {"CodeUnitePrise", 30}, {"AvecContenance", 1}, {"Rapport", 1},
+                                 {"CodeUnitePrise2", 14}, {"AvecContenance2", 1}, {"Rapport2", 500},
+                                 {"Secabilite2", 2}});
+        base.Ajoute("VDXIDPRO", {{"CodeCIP", "3000013"}, {"QuantitePresentation", 14}, {"QuantiteUnitePresentation", 1},
+                                 {"CodeContenant", 1}, {"CodeUnitePrise", 29}, {"AvecContenance", 1}, {"Rapport", 1},
+                                 {"Secabilite", 1}, {"PrisesEntieres", 1}});
+        base.Ajoute("VDXPRO", {{"CodeCIP", "3000013"}, {"Libelle", "SKENAN LP 10MG GELULE"}, {"CodeTableau", "B"}});
         base.Repertoire();
     }
 };
@@ -157,6 +186,115 @@ void PosoLoad(benchmark::State& state) {
     DeConnection2_Vdx();
 }
 BENCHMARK(PosoLoad)->Unit(benchmark::kMicrosecond);
+
+std::string Nombre(float valeur) {
+    std::string texte;
+    TexteNombre(valeur, texte, false);
+    return texte;
+}
+
+// The three posologies of the sentences.
+const PosologieHote Simple{.DoseMin = 1, .DoseMax = 2, .CodeUnite = 14, .PrisesMin = 3, .CodePeriode = 40,
+                           .DureeMin = 5, .CodeDuree = 40, .CodeCIP = "3000011"};
+const PosologieHote DeuxUnites{.DoseMin = 500, .CodeUnite = 30, .CodeUnite2 = 14, .Conversion = 1, .PrisesMin = 3,
+                               .CodePeriode = 40, .DureeMin = 2, .CodeDuree = 50, .DoseMaximum = 3000,
+                               .CodePeriodeMaximum = 40, .CodeCIP = "3000012"};
+const PosologieHote Stupefiant{.DoseMin = 1, .CodeUnite = 29, .PrisesMin = 1, .Intervalle = 12, .CodePeriode = 20,
+                               .DureeMin = 7, .CodeDuree = 40, .CodeCIP = "3000013"};
+const PosologieHote* const Posologies[] = {&Simple, &DeuxUnites, &Stupefiant};
+
+void PosoDec(benchmark::State& state) {
+    Connecte();
+    VdxPosologieHote h{};
+    LivreFiche(&h, GabaritDe<PosologieHote>(), ValeursDe(PosologieHote(*Posologies[state.range(0)])));
+    VdxResultatPosologie r{};
+    int32_t n = 0;
+    for (auto _ : state) n = PosoDec_Vdx(&h, 0, 0, &r);
+    if (n != 1) state.SkipWithError("no sentence");
+    state.SetLabel(std::string(hote::Octets(r.Phrase1)));
+    VideFiche(&h, GabaritDe<PosologieHote>());
+    VideFiche(&r, GabaritDe<ResultatPosologie>());
+    DeConnection2_Vdx();
+}
+BENCHMARK(PosoDec)->Arg(0)->Arg(1)->Arg(2)->Unit(benchmark::kMicrosecond);
+
+// The same sentences and packages from records held in memory: the words,
+// labels and packages in maps, the same figures, clauses and arithmetic,
+// delivered the same way.
+void Reference_PosoDec(benchmark::State& state) {
+    Connecte();
+    const PosologieHote& p = *Posologies[state.range(0)];
+    const std::map<int, Mot> unites = {{14, {"comprim\xE9", "comprim\xE9s"}}, {30, {"mg", "mg"}},
+                                       {29, {"g\xE9lule", "g\xE9lules"}}};
+    const std::map<int, std::string> periodes = {{20, "heure"}, {40, "jour"}, {50, "semaine"}};
+    const std::map<std::string, float> facteurs = {{"040050", 7}};
+    struct Boite {
+        float contenu1, contenu2;
+        bool lettres;
+    };
+    const std::map<std::string, Boite> boites = {
+        {"3000011", {16, 0, false}}, {"3000012", {8000, 16, false}}, {"3000013", {14, 0, true}}};
+    const Mot boite{"bo\xEEte", "bo\xEEtes"};
+    VdxResultatPosologie resultat{};
+    for (auto _ : state) {
+        const Boite& b = boites.at(p.CodeCIP);
+        const Chiffres fig(b.lettres);
+        ResultatPosologie r;
+        const float min = ArrondiDose(p.DoseMin, 2), max = ArrondiDose(p.DoseMax, 2);
+        std::string s = max != 0 ? fig(min) + messages::BorneA + fig(max) + " " : fig(min) + " ";
+        s += unites.at(p.CodeUnite).Selon(min > 1 || max > 1);
+        const size_t apresDose = s.size();
+        s += " " + fig.Entier(p.PrisesMin) + messages::Fois;
+        const std::string& periode = periodes.at(p.CodePeriode);
+        if (p.Intervalle > 1)
+            s += (periode.back() == 'e' ? messages::ToutesLes : messages::TousLes) + fig.Entier(p.Intervalle) + " " +
+                 periode + "s";
+        else
+            s += messages::Par + periode;
+        s += messages::Pendant + fig.Entier(p.DureeMin) + " " + periodes.at(p.CodeDuree) + "s.";
+        const size_t fin = s.size();
+        if (p.DoseMaximum != 0)
+            s += messages::Maximum + fig(p.DoseMaximum) + " " + unites.at(p.CodeUnite).Pluriel + messages::Par +
+                 periodes.at(p.CodePeriodeMaximum) + ".";
+        std::string t;
+        if (p.CodeUnite2 != 0) {
+            const float k = b.contenu2 / b.contenu1;
+            r.Dose2Min = ArrondiDose(p.DoseMin * k, 2);
+            r.Maximum2 = ArrondiDose(p.DoseMaximum * k, 2);
+            t = fig(r.Dose2Min) + " " + unites.at(p.CodeUnite2).Selon(r.Dose2Min > 1) + " " +
+                s.substr(apresDose, fin - apresDose) + messages::Maximum + fig(r.Maximum2) + " " +
+                unites.at(p.CodeUnite2).Pluriel + messages::Par + periodes.at(p.CodePeriodeMaximum) + ".";
+        }
+        const auto quantite = [&](float dose, float contenu) {
+            float q = dose * static_cast<float>(p.PrisesMin);
+            const float q0 = q;
+            if (p.Intervalle != 0) q /= static_cast<float>(p.Intervalle);
+            q *= static_cast<float>(p.DureeMin);
+            if (p.CodePeriode != p.CodeDuree)
+                if (const auto f = facteurs.find(CodeDureeSurTrois(p.CodePeriode) + CodeDureeSurTrois(p.CodeDuree));
+                    f != facteurs.end())
+                    q *= f->second;
+            const float quantiteTotale = q;
+            if (p.Intervalle > 1) q += q0;
+            float pourcentage = 0;
+            return std::tuple{quantiteTotale,
+                              Boites(q, Nombre(contenu) + " " + unites.at(p.CodeUnite).Pluriel, boite, {}, pourcentage, fig),
+                              pourcentage};
+        };
+        std::tie(r.Quantite1, r.Boites1, r.Utilisation1) = quantite(max != 0 ? max : min, b.contenu1);
+        if (p.CodeUnite2 != 0) std::tie(r.Quantite2, r.Boites2, r.Utilisation2) = quantite(r.Dose2Min, b.contenu2);
+        r.Dose1Min = min;
+        r.Dose1Max = max;
+        r.Phrase1 = std::move(s);
+        r.Phrase2 = std::move(t);
+        VideFiche(&resultat, GabaritDe<ResultatPosologie>(), false);
+        LivreFiche(&resultat, GabaritDe<ResultatPosologie>(), ValeursDe(std::move(r)));
+    }
+    state.SetLabel(std::string(hote::Octets(resultat.Phrase1)));
+    VideFiche(&resultat, GabaritDe<ResultatPosologie>());
+    DeConnection2_Vdx();
+}
+BENCHMARK(Reference_PosoDec)->Arg(0)->Arg(1)->Arg(2)->Unit(benchmark::kMicrosecond);
 
 }  // namespace
 
