@@ -27,6 +27,7 @@
 #include "session/texte.h"
 #include "store/fixture.h"
 #include "tests/support/identite.h"
+#include "tests/support/tableau_hote.h"
 #include "vdx32/vdx32.h"
 
 namespace {
@@ -182,7 +183,7 @@ void PosoLoad(benchmark::State& state) {
     int32_t n = 0;
     for (auto _ : state) n = PosoLoad_Vdx("300000105", &h);
     if (n != 1 || hote::Octets(h.Texte).size() != 200) state.SkipWithError("not loaded");
-    VideFiche(&h, GabaritDe<PosologieHote>());
+    essai::LibereFiche(&h, GabaritDe<PosologieHote>());
     DeConnection2_Vdx();
 }
 BENCHMARK(PosoLoad)->Unit(benchmark::kMicrosecond);
@@ -212,8 +213,8 @@ void PosoDec(benchmark::State& state) {
     for (auto _ : state) n = PosoDec_Vdx(&h, 0, 0, &r);
     if (n != 1) state.SkipWithError("no sentence");
     state.SetLabel(std::string(hote::Octets(r.Phrase1)));
-    VideFiche(&h, GabaritDe<PosologieHote>());
-    VideFiche(&r, GabaritDe<ResultatPosologie>());
+    essai::LibereFiche(&h, GabaritDe<PosologieHote>());
+    essai::LibereFiche(&r, GabaritDe<ResultatPosologie>());
     DeConnection2_Vdx();
 }
 BENCHMARK(PosoDec)->Arg(0)->Arg(1)->Arg(2)->Unit(benchmark::kMicrosecond);
@@ -291,7 +292,7 @@ void Reference_PosoDec(benchmark::State& state) {
         LivreFiche(&resultat, GabaritDe<ResultatPosologie>(), ValeursDe(std::move(r)));
     }
     state.SetLabel(std::string(hote::Octets(resultat.Phrase1)));
-    VideFiche(&resultat, GabaritDe<ResultatPosologie>());
+    essai::LibereFiche(&resultat, GabaritDe<ResultatPosologie>());
     DeConnection2_Vdx();
 }
 BENCHMARK(Reference_PosoDec)->Arg(0)->Arg(1)->Arg(2)->Unit(benchmark::kMicrosecond);

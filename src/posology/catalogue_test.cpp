@@ -381,7 +381,7 @@ TEST_F(Posologies, LoadingAPosologyOfTheBaseOrOfTheDoctors) {
     EXPECT_EQ(PosoLoad_Vdx("300000299", &h), -90);
     EXPECT_EQ(essai::Texte(h.Libelle), "");  // the strings were emptied
     EXPECT_EQ(h.CodeUnite2, 42);             // the numbers stay
-    VideFiche(&h, GabaritDe<PosologieHote>());
+    essai::LibereFiche(&h, GabaritDe<PosologieHote>());
 }
 
 TEST_F(Posologies, UnitsOfTakeOfAProduct) {

@@ -6,6 +6,8 @@
 
 #include <gtest/gtest.h>
 
+#include <cmath>
+#include <cstdint>
 #include <filesystem>
 
 #include "posology/arrondi.h"
@@ -273,6 +275,18 @@ TEST_F(Phrases, CodesThatCantGoTogetherAndNothingToSay) {
     EXPECT_EQ(Code(p), 1);
 }
 
+TEST_F(Phrases, BadValuesGiveASentenceAndNoFault) {
+    PosologieHote p = Simple();
+    p.DoseMin = NAN, p.DoseMax = INFINITY, p.Intervalle = -2, p.DureeMin = INT32_MIN;
+    EXPECT_EQ(Code(p), 1);
+    p = Simple();
+    p.CodePeriode = CodeCycle, p.CodeDuree = 0, p.PrisesMin = INT32_MAX, p.PrisesMax = INT32_MIN;
+    EXPECT_EQ(Code(p), 1);
+    p = Simple("3000008");  // no contents, a ceiling below 0
+    p.CodeUnite2 = 30, p.Conversion = 1, p.DoseMaximum = -5, p.CodePeriodeMaximum = 40;
+    EXPECT_EQ(Code(p), 1);
+}
+
 TEST_F(Phrases, TheExportsInTheirModes) {
     dans_.reset();
     session().ChaineMemoire = "1@2@14@0@0@0@3@0@1@40@0@5@0@40@0@0@0@0@0@0@@3000001@@@";
@@ -309,8 +323,8 @@ TEST_F(Phrases, TheExportsInTheirModes) {
     hote::RangeOctets(&h.CodeCIP, "30000011");
     EXPECT_EQ(PosoDec_Vdx(&h, 0, 0, &r), -16);
     EXPECT_EQ(essai::Texte(r.Phrase1), "");
-    VideFiche(&h, GabaritDe<PosologieHote>());
-    VideFiche(&r, GabaritDe<ResultatPosologie>());
+    essai::LibereFiche(&h, GabaritDe<PosologieHote>());
+    essai::LibereFiche(&r, GabaritDe<ResultatPosologie>());
 }
 
 TEST(PhrasesSansTable, TheMissingIndexOfTheUnitsIsReportedUnderItsOldName) {

@@ -154,7 +154,7 @@ QuantiteTraitement CalculeQuantite(const PosologieHote& p, int32_t unite, float 
     const bool premiere = unite == produit.Premiere.Code;
     if ((premiere ? produit.Premiere : produit.Seconde).PrisesEntieres != 0) q = std::ceil(q);
     if (p.CodePeriode == CodeCycle && p.PrisesMin != 0 && p.PrisesMax != 0)
-        q = static_cast<float>(p.PrisesMax - p.PrisesMin + 1) * q;
+        q = static_cast<float>(int64_t{p.PrisesMax} - p.PrisesMin + 1) * q;
     else if (p.CodePeriode != 0 && p.PrisesMin != 0)
         q = q * static_cast<float>(p.PrisesMax != 0 ? p.PrisesMax : p.PrisesMin);
     const float q0 = q;

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "platform/hote.h"
+#include "session/lignes.h"
 #include "vdx32/oleauto.h"
 
 namespace vdx::essai {
@@ -35,6 +36,12 @@ inline SAFEARRAY* TableauDEntiers(const std::vector<int32_t>& valeurs) {
         SafeArrayPutElement(t, &i, &v);
     }
     return t;
+}
+
+// Frees the strings of a host's record of a shape.
+inline void LibereFiche(void* fiche, const Gabarit& gabarit) {
+    for (uint32_t c = 0; c < gabarit.size(); ++c)
+        if (gabarit[c] == TypeChamp::Texte) hote::Libere(hote::Chaine(fiche, c));
 }
 
 }  // namespace vdx::essai
