@@ -951,6 +951,70 @@ VDX_API int32_t VDX_CALL PosoDec2_Vdx(VdxPosologieHote* Posologie, int32_t Poids
 VDX_API int32_t VDX_CALL PosoDec3_Vdx(VdxPosologieHote* Posologie, int32_t Poids, int32_t Taille,
                                       VdxResultatPosologie* Resultat);
 
+/* ---- Posology: dose checks -------------------------------------------------- */
+
+/* The limits of a product for a terrain, by the key of its seven digits and
+ * the terrain's letter ("3000001A"; "T" for every terrain): eleven for the
+ * product's first unit of take, the same eleven for its second, then three
+ * durations in days. Daily doses: the recommended range (RecoMin, RecoMax;
+ * per BaseKg kilos, per BaseM2 square metres) and the ceiling (MaxJour,
+ * MaxKg, MaxM2). Into *Bornes in mode 0, one row of the 25 otherwise. 1;
+ * -10 no key; -13 a key not of 8 characters; -90 an unknown key; -20
+ * Bornes null in mode 0; -500. */
+typedef struct VdxBornesPosologie {
+    VdxReel RecoMin;
+    VdxReel RecoMax;
+    VdxReel RecoMinKg;
+    VdxReel RecoMaxKg;
+    VdxReel BaseKg;
+    VdxReel RecoMinM2;
+    VdxReel RecoMaxM2;
+    VdxReel BaseM2;
+    VdxReel MaxJour;
+    VdxReel MaxKg;
+    VdxReel MaxM2;
+    VdxReel RecoMinUnite2;
+    VdxReel RecoMaxUnite2;
+    VdxReel RecoMinKgUnite2;
+    VdxReel RecoMaxKgUnite2;
+    VdxReel BaseKgUnite2;
+    VdxReel RecoMinM2Unite2;
+    VdxReel RecoMaxM2Unite2;
+    VdxReel BaseM2Unite2;
+    VdxReel MaxJourUnite2;
+    VdxReel MaxKgUnite2;
+    VdxReel MaxM2Unite2;
+    intptr_t DureeRecoMin;
+    intptr_t DureeRecoMax;
+    intptr_t DureeMaximum;
+} VdxBornesPosologie;
+VDX_API int32_t VDX_CALL PosoBornes_Vdx(const char* Code, VdxBornesPosologie* Bornes);
+/* A posology as prescribed (read as PosoDec_Vdx reads it; a 13-digit
+ * CodeCIP mapped under CIP13Actif 1) against the limits of its product
+ * under the first letter of its Libelle, else under "T", for a patient of
+ * Poids kilograms and Taille centimetres. The daily doses compared are the
+ * given doses times the takes and the periods of a day; a posology with a
+ * ceiling of its own (as loaded by its CodePosologie) is checked against
+ * it only; a posology per kilo or square metre against the limits per
+ * kilo or square metre. The result: 0 when nothing could be checked (a
+ * model, a product without identification, no limits), otherwise 1 plus 4
+ * above the daily ceiling, 8 above the highest recommended dose, 16 below
+ * the lowest, 32 above the maximum duration, 64 above the longest
+ * recommended duration, 128 below the shortest. The duration alert into
+ * *AlerteDuree, the dose alert into *AlerteDose (both emptied first, 8-bit),
+ * or one row of them. -2; -20 a weight below 0; -30 a height below 0; -10
+ * Posologie null (mode 0); -14; -13; -16; -40, -50 a host string null in
+ * mode 0; -500. */
+VDX_API int32_t VDX_CALL CheckPosologie_Vdx(VdxPosologieHote* Posologie, int32_t Poids, int32_t Taille,
+                                            BSTR* AlerteDuree, BSTR* AlerteDose);
+/* The creatinine clearance by Cockcroft and Gault, in ml/min, rounded:
+ * Creatinine in micromoles a litre (Genre 1) or milligrams a litre (Genre
+ * 2), Poids in kilograms, Age in years; a woman's ("F") times 0.85,
+ * truncated. -1 for another Genre, a creatinine of 0 or below, an age above
+ * 140 or a weight below 0. Needs no connection. */
+VDX_API int32_t VDX_CALL CalculClairance_Vdx(float Creatinine, int32_t Poids, int32_t Age, const char* Sexe,
+                                             int32_t Genre);
+
 /* ---- Drug interactions ------------------------------------------------ */
 
 /* The interactions of a prescription: each product is broken down into its

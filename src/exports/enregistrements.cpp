@@ -12,6 +12,7 @@
 #include "checks/interactions.h"
 #include "checks/surdosage.h"
 #include "posology/catalogue.h"
+#include "posology/controle.h"
 #include "posology/phrase.h"
 #include "products/codes.h"
 #include "products/composition.h"
@@ -181,6 +182,11 @@ VDX_CASE(VdxResultatPosologie, Quantite2, 9);
 VDX_CASE(VdxResultatPosologie, Unite2, 11);
 VDX_CASE(VdxResultatPosologie, Boites2, 16);
 
+static_assert(Cases<VdxBornesPosologie>(25), "VdxBornesPosologie is not 25 slots");
+VDX_CASE(VdxBornesPosologie, MaxM2, 10);
+VDX_CASE(VdxBornesPosologie, RecoMinUnite2, 11);
+VDX_CASE(VdxBornesPosologie, DureeMaximum, 24);
+
 #undef VDX_CASE
 
 // Each row declared in the library fills its public record, slot for slot.
@@ -203,6 +209,7 @@ VDX_REMPLIT(LignePosologieCourte, VdxLignePosologie);
 VDX_REMPLIT(LignePosologie, VdxLignePosologie2);
 VDX_REMPLIT(PosologieHote, VdxPosologieHote);
 VDX_REMPLIT(ResultatPosologie, VdxResultatPosologie);
+VDX_REMPLIT(BornesPosologie, VdxBornesPosologie);
 #undef VDX_REMPLIT
 
 }  // namespace vdx

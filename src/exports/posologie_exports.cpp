@@ -8,6 +8,7 @@
 #include "exports/declaration.h"
 #include "posology/arrondi.h"
 #include "posology/catalogue.h"
+#include "posology/controle.h"
 #include "posology/phrase.h"
 #include "posology/vocabulaire.h"
 #include "session/codeproduit.h"
@@ -128,21 +129,24 @@ PosologieHote PosologieDuTexte(const std::string& texte) {
     return p;
 }
 
-// The three ways of telling a posology: the host's record in mode 0 (its
-// result's strings emptied first), the input row otherwise; checked in
-// order: weight -20, height -30, result -50, posology -10, CodeCIP -16.
+// The posology a host gives: its record in mode 0 (-10 when absent), its
+// type of dose by the first byte, a free text too long taken as none; the
+// input row otherwise.
+PosologieHote PosologieDonnee(VdxPosologieHote* posologie) {
+    if (session().ModeSortie != ModeTableau) return PosologieDuTexte(LitTexte());
+    PosologieHote p = LigneDe<PosologieHote>(LitFiche(Requis(posologie, Argument1), GabaritDe<PosologieHote>()));
+    p.TypeRef = p.TypeRef.substr(0, 1);
+    if (p.Texte.size() > TexteLibreMax) p.Texte.clear();
+    return p;
+}
+
+// The three ways of telling a posology, checked in order: weight -20,
+// height -30, result -50 (its strings emptied), posology -10, CodeCIP -16.
 int32_t Decode(VdxPosologieHote* posologie, int32_t poids, int32_t taille, VdxResultatPosologie* resultat) {
     if (poids < 0) throw Echec{Argument2};
     if (taille < 0) throw Echec{Argument3};
-    PosologieHote p;
-    if (session().ModeSortie == ModeTableau) {
-        VideFiche(Requis(resultat, Argument5), GabaritDe<ResultatPosologie>(), false);
-        p = LigneDe<PosologieHote>(LitFiche(Requis(posologie, Argument1), GabaritDe<PosologieHote>()));
-        p.TypeRef = p.TypeRef.substr(0, 1);
-        if (p.Texte.size() > TexteLibreMax) p.Texte.clear();
-    } else {
-        p = PosologieDuTexte(LitTexte());
-    }
+    if (session().ModeSortie == ModeTableau) VideFiche(Requis(resultat, Argument5), GabaritDe<ResultatPosologie>(), false);
+    PosologieHote p = PosologieDonnee(posologie);
     if (p.CodeCIP.size() != LongueurCIP) throw Echec{ProduitPosologie};
     LivreFiche(resultat, GabaritDe<ResultatPosologie>(), ValeursDe(DecodePosologie(session(), std::move(p), PoidsEnKilos(poids), taille)));
     return Succes;
@@ -164,6 +168,36 @@ struct Tel {};
 DECODE_POSOLOGIE(PosoDec_Vdx, Tel)
 DECODE_POSOLOGIE(PosoDec2_Vdx, SansArrondi)
 DECODE_POSOLOGIE(PosoDec3_Vdx, AvecMarqueurs)
+
+// The dose check: the mask, the duration and dose alerts into the two host
+// strings, or one row of them. A 13-digit code is mapped under CIP13Actif 1.
+VDX_EXPORT(CheckPosologie_Vdx, Chaines, Noms("AlerteDuree", "AlerteDose"), (Liste, Posologie), (Entier, Poids),
+           (Entier, Taille), (ChaineSortie, AlerteDuree), (ChaineSortie, AlerteDose)) {
+    if (Poids < 0) throw Echec{Argument2};
+    if (Taille < 0) throw Echec{Argument3};
+    PosologieHote p = PosologieDonnee(Posologie);
+    p.CodeCIP = CIPEntrantStrict(session().CIP13Actif, p.CodeCIP);
+    if (p.CodeCIP.size() != LongueurCIP) throw Echec{ProduitPosologie};
+    const ControleDePosologie c = ControlePosologie(session(), p, Poids, Taille);
+    LivreValeurs({{AlerteDuree, Argument4}, {AlerteDose, Argument5}}, {c.AlerteDuree, c.AlerteDose});
+    return c.Masque;
+}
+
+VDX_EXPORT(PosoBornes_Vdx, Connecte, NomsDesChamps<BornesPosologie>(), (Texte, Code), (Fiche, Bornes)) {
+    const std::string_view cle = exports::TexteBorne(Code, LongueurCleBornes);
+    if (cle.empty()) throw Echec{Argument1};
+    if (cle.size() != LongueurCleBornes) throw Echec{CodeMalForme};
+    const std::optional<BornesPosologie> bornes = BornesDe(cle);
+    if (!bornes) throw Echec{CodeInconnu};
+    if (session().ModeSortie == ModeTableau) Requis(Bornes, Argument2);
+    LivreFiche(Bornes, GabaritDe<BornesPosologie>(), ValeursDe(*bornes));
+    return Succes;
+}
+
+VDX_EXPORT(CalculClairance_Vdx, Libre, {}, (Reel, Creatinine), (Entier, Poids), (Entier, Age), (Texte, Sexe),
+           (Entier, Genre)) {
+    return CalculClairance(Creatinine, Poids, Age, Initiale(Sexe), Genre);
+}
 
 // The lists tell an agent of the call before anything else, connected or not.
 VDX_EXPORT(PosoListe_Vdx, Annonce, NomsDesChamps<LignePosologieCourte>(), (Texte, Code), (Tableau, Tableau),

@@ -181,6 +181,26 @@ inline constexpr char SansContenant[] = " ?.";
 // The packages of an unknown product: its models, spelled as they always were.
 inline constexpr char Modeles[] = " Mod\xCBles";
 inline constexpr char Modele[] = " Mod\xCBle";
+// The alerts of a dose check.
+inline constexpr char AlerteMaximum[] = "Attention, la posologie journaliere maximum est de : ";
+inline constexpr char AlerteBasse[] = "Attention, la posologie journaliere recommand\xE9" "e la plus basse est de : ";
+inline constexpr char AlerteHaute[] = "Attention, la posologie journaliere recommand\xE9" "e la plus \xE9lev\xE9" "e est de : ";
+inline constexpr char AlertePatient[] = " pour ce patient de ";
+inline constexpr char AlerteKgs[] = " Kg(s) ";
+inline constexpr char AlerteVirguleSoit[] = ", soit ";
+inline constexpr char AlerteSoit[] = " soit ";
+inline constexpr char AlerteKgsPatient[] = " Kg(s) pour ce patient";
+inline constexpr char AlerteM2Patient[] = " M2(s) pour ce patient ";
+inline constexpr char AlerteParKg[] = " par Kg";
+inline constexpr char AlertePourKgs[] = " Kg(s)";
+inline constexpr char AlerteParM2[] = " par M2";
+inline constexpr char AlertePourM2[] = " M2";
+inline constexpr char AlerteDureeMaximum[] = "Attention, la dur\xE9" "e de traitement maximum est de : ";
+inline constexpr char AlerteDureeCourte[] =
+    "Attention, la dur\xE9" "e de traitement recommand\xE9" "e la plus courte est de : ";
+inline constexpr char AlerteDureeLongue[] =
+    "Attention, la dur\xE9" "e de traitement recommand\xE9" "e la plus longue est de : ";
+inline constexpr char AlerteJours[] = " jour(s)";
 // What the lists of posologies tell the agent, the code behind.
 inline constexpr char NoticePosoliste[] = "Posoliste@CodeCIP=";
 inline constexpr char NoticePosoliste2[] = "Posoliste2@CodeCIP=";
