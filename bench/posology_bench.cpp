@@ -5,7 +5,8 @@
 // way. Then the loading of one posology into the host's form, and the
 // sentences of three posologies (plain, in two units with a ceiling, a
 // narcotic's in words) beside the same sentences built from records in
-// memory.
+// memory. Then the dose check of a posology per kilo with limits, beside
+// the load and the sentence it runs alone, and the creatinine clearance.
 #include <benchmark/benchmark.h>
 
 #include <algorithm>
@@ -18,6 +19,7 @@
 #include "platform/hote.h"
 #include "posology/arrondi.h"
 #include "posology/catalogue.h"
+#include "posology/controle.h"
 #include "posology/phrase.h"
 #include "posology/quantite.h"
 #include "posology/vocabulaire.h"
@@ -105,6 +107,12 @@ struct Base {
                                  {"CodeContenant", 1}, {"CodeUnitePrise", 29}, {"AvecContenance", 1}, {"Rapport", 1},
                                  {"Secabilite", 1}, {"PrisesEntieres", 1}});
         base.Ajoute("VDXPRO", {{"CodeCIP", "3000013"}, {"Libelle", "SKENAN LP 10MG GELULE"}, {"CodeTableau", "B"}});
+        // For the check: a posology per kilo of mg and the limits of children.
+        base.Ajoute("VDXPPROD", {{"CodeCIP", "3000012"}, {"Rang", "01"}, {"CodeTerrain", 2}, {"DoseMin", 15},
+                                 {"CodeUnite", 30}, {"QuantiteRef", 1}, {"TypeRef", "P"}, {"PrisesMin", 4},
+                                 {"CodePeriode", 40}, {"DureeMin", 5}, {"CodeDuree", 40}});
+        base.Ajoute("VDXPMAX", {{"Cle", "3000012E"}, {"RecoMinKg", 30}, {"RecoMaxKg", 60}, {"BaseKg", 1}, {"MaxKg", 80},
+                                {"DureeRecoMin", 3}, {"DureeRecoMax", 7}, {"DureeMaximum", 10}});
         base.Repertoire();
     }
 };
@@ -296,6 +304,51 @@ void Reference_PosoDec(benchmark::State& state) {
     DeConnection2_Vdx();
 }
 BENCHMARK(Reference_PosoDec)->Arg(0)->Arg(1)->Arg(2)->Unit(benchmark::kMicrosecond);
+
+// The posology of the check as the host gives it: 400 mg 4 times a day for
+// a child of 25 kg, by the code of the posology per kilo.
+const PosologieHote Controlee{.DoseMin = 400, .CodeUnite = 30, .PrisesMin = 4, .CodePeriode = 40, .DureeMin = 5,
+                              .CodeDuree = 40, .CodePosologie = "300001201", .CodeCIP = "3000012",
+                              .Libelle = "Enfant de 6 ans"};
+
+void CheckPosologie(benchmark::State& state) {
+    Connecte();
+    VdxPosologieHote h{};
+    LivreFiche(&h, GabaritDe<PosologieHote>(), ValeursDe(PosologieHote(Controlee)));
+    BSTR duree = nullptr, dose = nullptr;
+    int32_t masque = 0;
+    for (auto _ : state) masque = CheckPosologie_Vdx(&h, 25, 125, &duree, &dose);
+    state.counters["masque"] = masque;
+    if (masque <= 1) state.SkipWithError("no alert");
+    essai::LibereFiche(&h, GabaritDe<PosologieHote>());
+    hote::Libere(&duree);
+    hote::Libere(&dose);
+    DeConnection2_Vdx();
+}
+BENCHMARK(CheckPosologie)->Unit(benchmark::kMicrosecond);
+
+// What the check runs before its own work: the load of the posology by its
+// code and its sentence for the patient.
+void Reference_CheckPosologie(benchmark::State& state) {
+    Connecte();
+    VdxPosologieHote chargee{};
+    VdxResultatPosologie dite{};
+    for (auto _ : state) {
+        PosoLoad_Vdx(Controlee.CodePosologie.c_str(), &chargee);
+        PosoDec_Vdx(&chargee, 25, 125, &dite);
+    }
+    essai::LibereFiche(&chargee, GabaritDe<PosologieHote>());
+    essai::LibereFiche(&dite, GabaritDe<ResultatPosologie>());
+    DeConnection2_Vdx();
+}
+BENCHMARK(Reference_CheckPosologie)->Unit(benchmark::kMicrosecond);
+
+void CalculClairance(benchmark::State& state) {
+    int32_t clairance = 0;
+    for (auto _ : state) benchmark::DoNotOptimize(clairance = CalculClairance_Vdx(70, 70, 60, "F", 2));
+    if (clairance != 9) state.SkipWithError("not 9");
+}
+BENCHMARK(CalculClairance);
 
 }  // namespace
 

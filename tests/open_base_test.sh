@@ -70,7 +70,6 @@ verifie "the routes numbered" test "$("$vdx" call --base "$work/base" LibelleVoi
 verifie "the periods with the cycle" test "$("$vdx" call --base "$work/base" PosoDurees_Vdx | wc -l)" = 9
 # A posology a host composes gets its sentences and packages: 400 mg of
 # ibuprofen, told in its tablets too.
-unites=$("$vdx" call --base "$work/base" UnitesPrisesProduit_Vdx "$ibuprofene" | tail -n 1)
 ibuprofene400=$(premier "ADVIL 400")
 unites400=$("$vdx" call --base "$work/base" UnitesPrisesProduit_Vdx "$ibuprofene400" | tail -n 1)
 dit=$("$vdx" call --base "$work/base" PosoDec_Vdx \
@@ -78,6 +77,9 @@ dit=$("$vdx" call --base "$work/base" PosoDec_Vdx \
 verifie "a sentence in mg" test "$(cut -f13 <<<"$dit")" = "400 mg 3 fois par jour pendant 5 jours."
 verifie "the same in tablets" grep -q "^1 comprim.  3 fois par jour pendant 5 jours.$" <<<"$(cut -f14 <<<"$dit")"
 verifie "15 tablets: two packages of 14" test "$(cut -f16 <<<"$dit")" = "2 plaquettes"
+# No dose limit in the public data: nothing to check.
+verifie "no limit to check a dose against" test "$("$vdx" call --base "$work/base" CheckPosologie_Vdx \
+  "400@0@$(cut -f2 <<<"$unites400")@0@0@0@3@0@1@40@0@5@0@40@0@0@0@0@0@0@@$ibuprofene400@Adulte@@" 70 170 | head -n 1)" = 0
 
 [ "$echecs" -eq 0 ] && echo "open base: all checks passed"
 exit "$echecs"
