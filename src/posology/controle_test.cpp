@@ -100,6 +100,7 @@ TEST_F(Controles, TheDailyDoseAgainstTheCeilingThenTheRecommendedRange) {
     EXPECT_EQ(c.Masque, 1 | 8 | 16);
     EXPECT_EQ(c.AlerteDose, Haute + "6 comprim\xE9s");
     EXPECT_EQ(Masque(Donnee(3, 1, 3)), 1 | 4);  // the larger dose
+    EXPECT_EQ(Masque(Donnee(3, 1, 3, "")), 1 | 4);  // nothing loaded: the plain limits
     p = Donnee(30, 0, 3);
     p.NombreModeles = 1;
     EXPECT_EQ(Masque(p), 0);
