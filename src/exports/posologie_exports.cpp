@@ -1,7 +1,8 @@
-// The C exports of the posology catalogue: the posologies of a product
-// ranked against a patient, one loaded into the host's form, and the
-// vocabularies a host builds a posology from, with the label of a code of
-// each.
+// The C exports of the posology: the posologies of a product ranked
+// against a patient, one loaded into the host's form, a posology told in
+// sentences with its packages, checked against the limits of its product;
+// and the vocabularies a host builds a posology from, with the label of a
+// code of each.
 #include <charconv>
 
 #include "exports/arguments.h"

@@ -4,6 +4,8 @@
 
 #include <cstdint>
 
+#include "posology/bascule.h"
+
 namespace vdx {
 
 // 1 from load. Cleared only for the length of PosoDec2_Vdx, whose doses stay
@@ -11,13 +13,7 @@ namespace vdx {
 inline int32_t ArrondiActif = 1;
 
 // Clears ArrondiActif for its life and sets it to 1 again behind it.
-class SansArrondi {
-public:
-    SansArrondi() { ArrondiActif = 0; }
-    ~SansArrondi() { ArrondiActif = 1; }
-    SansArrondi(const SansArrondi&) = delete;
-    SansArrondi& operator=(const SansArrondi&) = delete;
-};
+using SansArrondi = Bascule<ArrondiActif, 0, 1>;
 
 // Rounds `valeur` by the product's rounding code: 1, 2, 4, 5, 10, 20 to
 // that fraction of a unit (2 to halves, 4 to quarters), 100 to significant

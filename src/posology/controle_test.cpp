@@ -22,7 +22,7 @@ using essai::BaseDeTest;
 // only; 3000002 no limits. The loaded posologies of 3000001: 01 plain, 02
 // a ceiling of its own per hour, 03 a ceiling per kilo computed for the
 // patient, 04 per kilo, 05 per square metre by 2, 06 per 5 kilos.
-class Controles : public essai::SurUneBase<Controles> {
+class Controles : public essai::SurUneBaseEnContexte<Controles> {
 public:
     static void Remplit(BaseDeTest& b) {
         essai::RemplitProduits(b);
@@ -58,15 +58,6 @@ public:
                                   {"MaximumRapporte", p.rapporte}, {"CodePeriodeMaximum", p.periodeMaximum},
                                   {"QuantiteRef", p.quantiteRef}, {"TypeRef", p.typeRef}});
     }
-    void SetUp() override {
-        essai::SurUneBase<Controles>::SetUp();
-        dans_.emplace(session());
-    }
-    void TearDown() override {
-        dans_.reset();
-        essai::SurUneBase<Controles>::TearDown();
-    }
-    std::optional<DansContexte> dans_;
 };
 
 // Doses of tablets a day for an adult, checked by the limits of "A".

@@ -6,6 +6,7 @@
 #include <cstdint>
 #include <string>
 
+#include "posology/bascule.h"
 #include "posology/catalogue.h"
 #include "session/contexte.h"
 #include "session/lignes.h"
@@ -16,13 +17,7 @@ namespace vdx {
 // dose and "##2" in front of the duration. 0 from load; set only for the
 // length of PosoDec3_Vdx.
 inline int32_t MarqueursActifs = 0;
-class AvecMarqueurs {
-public:
-    AvecMarqueurs() { MarqueursActifs = 1; }
-    ~AvecMarqueurs() { MarqueursActifs = 0; }
-    AvecMarqueurs(const AvecMarqueurs&) = delete;
-    AvecMarqueurs& operator=(const AvecMarqueurs&) = delete;
-};
+using AvecMarqueurs = Bascule<MarqueursActifs, 1, 0>;
 
 struct ResultatPosologie {
     float Dose1Min = 0;

@@ -30,7 +30,7 @@ using essai::BaseDeTest;
 // narcotic in capsules of whole takes; 3000010 an oral solution in bottles
 // of 90 ml; 3000009 tablets of whole takes without contents; 3000008
 // tablets and mg without contents.
-class Phrases : public essai::SurUneBase<Phrases> {
+class Phrases : public essai::SurUneBaseEnContexte<Phrases> {
 public:
     static void Remplit(BaseDeTest& b) {
         essai::RemplitProduits(b);
@@ -70,14 +70,6 @@ public:
                                   {"AvecContenance2", p.contenance2}, {"Rapport2", p.rapport2},
                                   {"Secabilite2", p.arrondi2}});
     }
-    void SetUp() override {
-        essai::SurUneBase<Phrases>::SetUp();
-        dans_.emplace(session());
-    }
-    void TearDown() override {
-        dans_.reset();
-        essai::SurUneBase<Phrases>::TearDown();
-    }
     static ResultatPosologie Dit(const PosologieHote& p, float poids = 0, int32_t taille = 0) {
         return DecodePosologie(session(), p, poids, taille);
     }
@@ -90,7 +82,6 @@ public:
             return e.code;
         }
     }
-    std::optional<DansContexte> dans_;
 };
 
 // 1 to 2 tablets 3 times a day for 5 days.

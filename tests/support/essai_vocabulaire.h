@@ -5,9 +5,11 @@
 
 #include <gtest/gtest.h>
 
+#include <optional>
 #include <string>
 
 #include "platform/notices.h"
+#include "session/contexte.h"
 #include "session/session.h"
 #include "store/fixture.h"
 #include "tests/support/identite.h"
@@ -51,6 +53,22 @@ protected:
     static inline BaseDeTest* base_ = nullptr;
     NoticesMemorisees notices;
     NoticesEnPlace enPlace{notices};
+};
+
+// The same, each test's body running in the session's context as an
+// export makes it current: for the tests that call a core straight.
+template <class Suite>
+class SurUneBaseEnContexte : public SurUneBase<Suite> {
+protected:
+    void SetUp() override {
+        SurUneBase<Suite>::SetUp();
+        dans_.emplace(session());
+    }
+    void TearDown() override {
+        dans_.reset();
+        SurUneBase<Suite>::TearDown();
+    }
+    std::optional<DansContexte> dans_;
 };
 
 }  // namespace vdx::essai
