@@ -4,8 +4,9 @@
 # substance of data/sample-filter.txt, then the hand-written tables of
 # data/sample-hand (contra-indication and allergy terms, pregnancy rows,
 # excipients, concepts, classes, kosher ratings, posologies and their
-# terrains, the units of take of a few products) added to them. The same
-# data give byte-identical sources.
+# terrains, the units of take of a few products, acts) added to them, and
+# a few fields of imported products set (data/sample-hand/VDXPRO.champs).
+# The same data give byte-identical sources.
 #   scripts/make-sample.sh VDX PUBLIC_DATA [OUT]
 # VDX is the vdx program, PUBLIC_DATA the directory holding bdpm-2017-03 and
 # interactions-2016-08; OUT defaults to data/sample.
@@ -45,6 +46,14 @@ for fichier in "$projet"/data/sample-hand/*.tsv; do
         cp "$fichier" "$cible"
     fi
 done
+# Fields of imported products the public data can't tell (an act, a price
+# with fee left at zeros), set by hand: rows CodeCIP, column, value.
+awk -F'\t' -v OFS='\t' '
+  NR == FNR { if (FNR > 1) valeur[$1 SUBSEP $2] = $3; next }
+  FNR == 1 { for (i = 1; i <= NF; i++) colonne[i] = $i; print; next }
+  { for (i = 1; i <= NF; i++) if (($1 SUBSEP colonne[i]) in valeur) $i = valeur[$1 SUBSEP colonne[i]]; print }
+' "$projet/data/sample-hand/VDXPRO.champs" "$travail/sources/VDXPRO.tsv" >"$travail/sources/VDXPRO.tsv.champs"
+mv "$travail/sources/VDXPRO.tsv.champs" "$travail/sources/VDXPRO.tsv"
 cp "$projet/data/sample-hand/ATTRIBUTION.md" "$travail/sources/"
 
 rm -rf "$sortie.new"

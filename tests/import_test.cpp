@@ -26,6 +26,7 @@
 #include "tools/vdx/import_libelle.h"
 #include "tools/vdx/import_lecture.h"
 #include "tools/vdx/import_noms.h"
+#include "tools/vdx/import_texte.h"
 
 namespace vdx::import::essai {
 namespace {
@@ -93,6 +94,12 @@ TEST(ImportLecture, ABrokenThesaurusIsRefusedNamingTheFileAndTheLine) {
               std::string::npos)
         << message(coupe);
     EXPECT_FALSE(fs::exists(coupe.chemin() / "sources"));
+}
+
+TEST(ImportLecture, HtmlIsReadAsPlainText) {
+    EXPECT_EQ(TexteSansBalises("Pris en charge :<br><br>- Hypertension&nbsp;art&amp;co <b>x</b>&lt;1&gt; &eacute;"),
+              "Pris en charge : - Hypertension art&co x <1> &eacute;");
+    EXPECT_EQ(TexteSansBalises("<p>coupé <i"), "coupé");
 }
 
 TEST(ImportLecture, Utf8AndCodePage1252GiveTheSameText) {
@@ -308,7 +315,11 @@ TEST(ImportProduits, EachPresentationIsAProductWithItsCodesAndFlags) {
     e.Importe();
     const Ligne doliprane = e.Fiche("VDXPRO", "CodeCIP", "1111111");
     EXPECT_EQ(doliprane.at("Libelle"), "DOLIPRANE 1000MG CPR B/8");
-    EXPECT_EQ(doliprane.at("DonneeEco2"), "0000298");
+    // The price without the fee, the fee, the price with it, in cents.
+    EXPECT_EQ(doliprane.at("DonneeEco2"), "0000196");
+    EXPECT_EQ(doliprane.at("DonneeEco1"), "0000102");
+    EXPECT_EQ(doliprane.at("DonneeEco3"), "0000298");
+    EXPECT_EQ(doliprane.at("LibelleEco"), "");
     EXPECT_EQ(doliprane.at("CodeRubrique"), "10");
     EXPECT_EQ(doliprane.at("Drapeaux"), "4");  // reference of its group
     EXPECT_EQ(doliprane.at("CodeTableau"), "");
@@ -322,6 +333,7 @@ TEST(ImportProduits, EachPresentationIsAProductWithItsCodesAndFlags) {
     const Ligne ranitidine = e.Fiche("VDXPRO", "CodeCIP", "2222222");
     EXPECT_EQ(ranitidine.at("Suppression"), "A29102015");
     EXPECT_EQ(ranitidine.at("DonneeEco2"), "0000000");
+    EXPECT_EQ(ranitidine.at("DonneeEco3"), "0000000");
     EXPECT_EQ(ranitidine.at("CodeTSS"), doliprane.at("CodeTSS"));  // the highest of 30% and 65%
     EXPECT_EQ(ranitidine.at("Drapeaux"), "2");
     EXPECT_EQ(ranitidine.at("CodeTableau"), "C");
@@ -332,7 +344,8 @@ TEST(ImportProduits, EachPresentationIsAProductWithItsCodesAndFlags) {
     const Ligne morphine = e.Fiche("VDXPRO", "CodeCIP", "3333333");
     EXPECT_EQ(morphine.at("CodeTableau"), "B");
     EXPECT_EQ(morphine.at("Drapeaux"), "8");
-    EXPECT_EQ(morphine.at("DonneeEco2"), "0285085");
+    EXPECT_EQ(morphine.at("DonneeEco2"), "0284983");
+    EXPECT_EQ(morphine.at("LibelleEco"), "indications");
     EXPECT_EQ(e.Fiche("VDXPRO", "CodeCIP", "4444444").at("CodeTableau"), "A");
 
     const Ligne proa = e.Fiche("VDXPROA", "CodeCIP", "3333333");

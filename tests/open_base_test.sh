@@ -80,6 +80,12 @@ verifie "15 tablets: two packages of 14" test "$(cut -f16 <<<"$dit")" = "2 plaqu
 # No dose limit in the public data: nothing to check.
 verifie "no limit to check a dose against" test "$("$vdx" call --base "$work/base" CheckPosologie_Vdx \
   "400@0@$(cut -f2 <<<"$unites400")@0@0@0@3@0@1@40@0@5@0@40@0@0@0@0@0@0@@$ibuprofene400@Adulte@@" 70 170 | head -n 1)" = 0
+# The price, the fee and the price with it, in cents, and the rates.
+eco=$("$vdx" call --base "$work/base" Economique_Vdx "$(premier "DOLIPRANE 1000MG CPR B/8")" | tail -n 1)
+verifie "a reimbursed price without and with its fee" \
+  test "$(( 10#$(cut -f4 <<<"$eco") + 10#$(cut -f5 <<<"$eco") ))" = "$(( 10#$(cut -f6 <<<"$eco") ))"
+verifie "a price" test "$(cut -f4 <<<"$eco")" != 0000000
+verifie "its rates" test "$(cut -f1,2 <<<"$eco")" = "$(printf '2.1\t65')"
 
 [ "$echecs" -eq 0 ] && echo "open base: all checks passed"
 exit "$echecs"

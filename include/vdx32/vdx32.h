@@ -174,6 +174,11 @@ VDX_API int32_t VDX_CALL GetLenString_Vdx(void);
 
 /* ---- Vocabularies ----------------------------------------------------- */
 
+/* A float in a record's slot: its first four bytes. */
+typedef union VdxReel {
+    float Valeur;
+    intptr_t Case;
+} VdxReel;
 /* Record of a code and its label. */
 typedef struct VdxCodeLibelle {
     intptr_t Code;
@@ -390,6 +395,31 @@ typedef struct VdxStatut {
  * 1; -10, -13; -90 no status for the product; -500; -2000 Fiche null in
  * mode 0. */
 VDX_API int32_t VDX_CALL Statut_Vdx(const char* Code, VdxStatut* Fiche);
+
+/* What a product costs and how it is paid for: the VAT and reimbursement
+ * rates (0 for a code their tables lack), the laboratory ("Laboratoire
+ * inconnu"), the price (seven digits, in cents of the currency Monnaie_Vdx
+ * names), the dispensing fee (Valeur50), the price with the fee (Valeur85;
+ * the price when it reads "0000000"), the label of the list (empty when
+ * none), the reimbursed indications (Valeur124) and the act with its two
+ * texts ("Acte inconnu", "?????"). Mode 0: into *Fiche, reset once the code
+ * is checked, 8-bit strings whatever the session; other modes: one row of
+ * the 11 fields. 1; -10; -13; -90 an unknown product; -2000 Fiche null in
+ * mode 0; -500. */
+typedef struct VdxEconomique {
+    VdxReel TauxTVA;
+    VdxReel TauxRemboursement;
+    BSTR Laboratoire;
+    BSTR Prix;
+    BSTR Valeur50;
+    BSTR Valeur85;
+    BSTR LibelleTableau;
+    BSTR Valeur124;
+    BSTR Acte;
+    BSTR ActeTexte1;
+    BSTR ActeTexte2;
+} VdxEconomique;
+VDX_API int32_t VDX_CALL Economique_Vdx(const char* Code, VdxEconomique* Fiche);
 /* 1 when Code is a prescription line by common name, else 0. -10, -13,
  * -500. */
 VDX_API int32_t VDX_CALL IsMedDC_Vdx(const char* Code);
@@ -853,11 +883,6 @@ VDX_API int32_t VDX_CALL PosoListe2_Vdx(const char* Code, SAFEARRAY** Tableau, c
                                         int32_t Poids, int32_t Taille, const char* Sexe, const char* Indication,
                                         int32_t ModeIndication, SAFEARRAY** Filtres);
 
-/* A float in a record's slot: its first four bytes. */
-typedef union VdxReel {
-    float Valeur;
-    intptr_t Case;
-} VdxReel;
 /* One posology, the form the host keeps and gives back to the sentences
  * and the dose checks: 20 numbers, then 5 strings. CodeUnite2 is the
  * product's other unit of take when the posology is to be converted

@@ -16,6 +16,7 @@
 #include "posology/phrase.h"
 #include "products/codes.h"
 #include "products/composition.h"
+#include "products/produits.h"
 #include "vdx32/vdx32.h"
 
 namespace vdx {
@@ -182,6 +183,10 @@ VDX_CASE(VdxResultatPosologie, Quantite2, 9);
 VDX_CASE(VdxResultatPosologie, Unite2, 11);
 VDX_CASE(VdxResultatPosologie, Boites2, 16);
 
+static_assert(Cases<VdxEconomique>(11), "VdxEconomique is not 11 slots");
+VDX_CASE(VdxEconomique, TauxRemboursement, 1);
+VDX_CASE(VdxEconomique, ActeTexte2, 10);
+
 static_assert(Cases<VdxBornesPosologie>(25), "VdxBornesPosologie is not 25 slots");
 VDX_CASE(VdxBornesPosologie, MaxM2, 10);
 VDX_CASE(VdxBornesPosologie, RecoMinUnite2, 11);
@@ -210,6 +215,7 @@ VDX_REMPLIT(LignePosologie, VdxLignePosologie2);
 VDX_REMPLIT(PosologieHote, VdxPosologieHote);
 VDX_REMPLIT(ResultatPosologie, VdxResultatPosologie);
 VDX_REMPLIT(BornesPosologie, VdxBornesPosologie);
+VDX_REMPLIT(FicheEconomique, VdxEconomique);
 #undef VDX_REMPLIT
 
 }  // namespace vdx

@@ -43,13 +43,6 @@ int32_t Libelle(const VocabulairePosologie& vocabulaire, int32_t code, BSTR* lib
     return Succes;
 }
 
-// A product code checked as everywhere, which must then be a CodeCIP.
-std::string CodeCIP(const char* code) {
-    std::string cip = CodeProduit(code);
-    if (cip.size() != LongueurCIP) throw Echec{CodeMalForme};
-    return cip;
-}
-
 // The ages in months a child's and an infant's terrain take.
 constexpr int32_t AgeEnfantMin = 31;
 constexpr int32_t AgeEnfantMax = 216;
@@ -205,7 +198,7 @@ VDX_EXPORT(PosoListe_Vdx, Annonce, NomsDesChamps<LignePosologieCourte>(), (Texte
            (Texte, Terrain), (Entier, Age), (Entier, Poids), (Entier, Taille), (Texte, Sexe)) {
     NotifieAgent(messages::NoticePosoliste, Code);
     if (!session().Connecte) return NonConnecte;
-    const std::string cip = CodeCIP(Code);
+    const std::string cip = CodeCIPRequis(Code);
     const PatientPosologie patient = Patient(Terrain, Age, Poids, Taille, Sexe);
     Resultat resultat(Tableau, GabaritDe<LignePosologieCourte>(), Argument2);
     resultat.Prend(LignesSansCleSelon<LignePosologieCourte>(ListePosologies(session(), cip, patient, nullptr)));
@@ -218,7 +211,7 @@ VDX_EXPORT(PosoListe2_Vdx, Annonce, NomsDesChamps<LignePosologiePlate>(), (Texte
            (Entier, ModeIndication), (Liste, Filtres)) {
     NotifieAgent(messages::NoticePosoliste2, Code);
     if (!session().Connecte) return NonConnecte;
-    const std::string cip = CodeCIP(Code);
+    const std::string cip = CodeCIPRequis(Code);
     const PatientPosologie patient = Patient(Terrain, Age, Poids, Taille, Sexe);
     const bool tableau = session().ModeSortie == ModeTableau;
     Resultat resultat(Tableau, tableau ? GabaritDe<LignePosologie>() : GabaritDe<LignePosologiePlate>(), Argument2);
@@ -242,11 +235,11 @@ VDX_EXPORT(PosoLoad_Vdx, Connecte, NomsDesChamps<PosologieHote>(), (Texte, Code)
     return Succes;
 }
 
-VDX_EXPORT(PosoExiste_Vdx, Connecte, {}, (Texte, Code)) { return PosologiesExistent(session(), CodeCIP(Code)); }
+VDX_EXPORT(PosoExiste_Vdx, Connecte, {}, (Texte, Code)) { return PosologiesExistent(session(), CodeCIPRequis(Code)); }
 
 VDX_EXPORT(UnitesPrisesProduit_Vdx, Connecte, Noms("Unite1", "Unite2"), (Texte, Code), (Nombre, Unite1),
            (Nombre, Unite2)) {
-    const UnitesPrise unites = UnitesPriseProduit(CodeCIP(Code));
+    const UnitesPrise unites = UnitesPriseProduit(CodeCIPRequis(Code));
     if (session().ModeSortie != ModeTableau) {
         LivreFiche(nullptr, {TypeChamp::Entier, TypeChamp::Entier}, {unites.Premiere, unites.Seconde});
     } else {

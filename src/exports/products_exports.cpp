@@ -6,6 +6,7 @@
 #include "products/consultations.h"
 #include "products/produits.h"
 #include "products/recherche.h"
+#include "session/tables.h"
 
 using namespace vdx;
 using exports::Noms;
@@ -54,6 +55,17 @@ VDX_EXPORT(Statut_Vdx, Connecte, NomsDesChamps<FicheStatut>(), (Texte, Code), (F
     const std::string cip = CodeProduit(Code);
     if (session().ModeSortie == ModeTableau) VideFiche(Requis(Fiche), GabaritDe<FicheStatut>());
     LivreFiche(Fiche, GabaritDe<FicheStatut>(), ValeursDe(StatutDe(cip)));
+    return Succes;
+}
+
+// Into the host's record in mode 0, reset once the code is checked and the
+// tables open; 8-bit strings whatever the session.
+VDX_EXPORT(Economique_Vdx, Connecte, NomsDesChamps<FicheEconomique>(), (Texte, Code), (Fiche, Fiche)) {
+    const std::string cip = CodeCIPRequis(Code);
+    TablesOuvertes tables(TablesEconomiques());
+    if (session().ModeSortie == ModeTableau) VideFiche(Requis(Fiche), GabaritDe<FicheEconomique>());
+    LivreFiche(Fiche, GabaritDe<FicheEconomique>(), ValeursDe(EconomieDe(cip)));
+    tables.Ferme();
     return Succes;
 }
 

@@ -16,6 +16,28 @@ namespace vdx {
 namespace {
 
 VDX_TABLE(TableLaboratoires, "VDXLAB")
+VDX_TABLE(TableTva, "VDXTVA")
+VDX_TABLE(TableRemboursements, "VDXTSS")
+VDX_TABLE(TableListes, "VDXTAB")
+VDX_TABLE(TableActes, "VDXACT")
+
+// A price that says there is none of its own.
+constexpr char PrixNul[] = "0000000";
+
+// The record of a code in a small code table, none for an empty or too
+// long code or one the table lacks.
+std::optional<std::string> FicheDeCode(const Table& table, std::string_view code) {
+    Curseur curseur(table);
+    if (code.empty() || code.size() > curseur.Cle().size()) return std::nullopt;
+    const auto position = curseur.Egale(code);
+    if (!position) return std::nullopt;
+    return FicheA(table, *position);
+}
+
+float Taux(const Table& table, std::string_view code) {
+    const auto fiche = FicheDeCode(table, code);
+    return fiche ? Fiche(*fiche).Reel(VDXTVA::Taux) : 0;
+}
 
 // `longueur` bytes of `texte` from `debut`, fewer or none when it is short.
 std::string_view Morceau(std::string_view texte, size_t debut, size_t longueur) {
@@ -24,12 +46,8 @@ std::string_view Morceau(std::string_view texte, size_t debut, size_t longueur) 
 
 // The label of a laboratory's code, or the text that says it is unknown.
 std::string LibelleLaboratoire(std::string_view code) {
-    Curseur curseur(TableLaboratoires());
-    if (code.empty() || code.size() > curseur.Cle().size()) return messages::LaboratoireInconnu;
-    const auto position = curseur.Egale(code);
-    if (!position) return messages::LaboratoireInconnu;
-    const std::string octets = FicheA(TableLaboratoires(), *position);
-    return std::string(Fiche(octets).Texte(VDXLAB::Libelle));
+    const auto fiche = FicheDeCode(TableLaboratoires(), code);
+    return fiche ? std::string(Fiche(*fiche).Texte(VDXLAB::Libelle)) : std::string(messages::LaboratoireInconnu);
 }
 
 // The positions that TotalProduit_Vdx counted, and the base they are of.
@@ -120,6 +138,41 @@ CodeEtLibelle LaboratoireDe(const std::string& cip) {
     CodeEtLibelle resultat{std::string(laboratoire), LibelleLaboratoire(laboratoire)};
     tables.Ferme();
     return resultat;
+}
+
+std::span<const Table* const> TablesEconomiques() {
+    static const std::array<const Table*, 6> tables = {&TableProduits(), &TableTva(),    &TableRemboursements(),
+                                                       &TableLaboratoires(), &TableListes(), &TableActes()};
+    return tables;
+}
+
+FicheEconomique EconomieDe(const std::string& cip) {
+    TablesOuvertes tables(TablesEconomiques());
+    const std::string octets = FicheRequise(TableProduits(), cip);
+    const Fiche produit(octets);
+    FicheEconomique e;
+    e.TauxTVA = Taux(TableTva(), produit.Texte(VDXPRO::CodeTVA));
+    e.TauxRemboursement = Taux(TableRemboursements(), produit.Texte(VDXPRO::CodeTSS));
+    e.Laboratoire = LibelleLaboratoire(produit.Texte(VDXPRO::CodeLaboratoire));
+    e.Prix = produit.Texte(VDXPRO::DonneeEco2);
+    e.Valeur50 = produit.Texte(VDXPRO::DonneeEco1);
+    e.Valeur85 = produit.Texte(VDXPRO::DonneeEco3);
+    if (e.Valeur85 == PrixNul) e.Valeur85 = e.Prix;
+    if (const auto liste = FicheDeCode(TableListes(), produit.Texte(VDXPRO::CodeTableau)))
+        e.LibelleTableau = Fiche(*liste).Texte(VDXTAB::Libelle);
+    e.Valeur124 = produit.Texte(VDXPRO::LibelleEco);
+    // The act by its number in decimal, without padding.
+    if (const auto acte = FicheDeCode(TableActes(), std::to_string(produit.Entier(VDXPRO::CodeActe)))) {
+        const Fiche f(*acte);
+        e.Acte = f.Texte(VDXACT::Libelle);
+        e.ActeTexte1 = f.Texte(VDXACT::Texte1);
+        e.ActeTexte2 = f.Texte(VDXACT::Texte2);
+    } else {
+        e.Acte = messages::ActeInconnu;
+        e.ActeTexte1 = e.ActeTexte2 = messages::ActeTexteInconnu;
+    }
+    tables.Ferme();
+    return e;
 }
 
 std::string CIPRemplacant(const std::string& cip) {

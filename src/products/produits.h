@@ -7,7 +7,11 @@
 #include <string>
 #include <string_view>
 
+#include <span>
+
 #include "session/contexte.h"
+#include "session/lignes.h"
+#include "store/catalogue.h"
 
 
 namespace vdx {
@@ -34,6 +38,28 @@ struct CodeEtLibelle {
 CodeEtLibelle LaboratoireDe(const std::string& cip);
 // CIP_Remplacant_Vdx: the code that replaces it, or empty.
 std::string CIPRemplacant(const std::string& cip);
+
+// Economique_Vdx: what a product costs and how it is paid for, each code's
+// table read with its fallback ("Laboratoire inconnu", "Acte inconnu" and
+// "?????", zero rates, an empty list label). Valeur85 is the price when it
+// reads "0000000". The tables it reads, which the caller may hold first.
+struct FicheEconomique {
+    float TauxTVA = 0;
+    float TauxRemboursement = 0;
+    std::string Laboratoire;
+    std::string Prix;
+    std::string Valeur50;
+    std::string Valeur85;
+    std::string LibelleTableau;
+    std::string Valeur124;
+    std::string Acte;
+    std::string ActeTexte1;
+    std::string ActeTexte2;
+};
+VDX_LIGNE(FicheEconomique, TauxTVA, TauxRemboursement, Laboratoire, Prix, Valeur50, Valeur85, LibelleTableau,
+          Valeur124, Acte, ActeTexte1, ActeTexte2);
+std::span<const Table* const> TablesEconomiques();
+FicheEconomique EconomieDe(const std::string& cip);
 
 // TotalProduit_Vdx and GetProduit_Vdx: the positions of all products in
 // code order, kept for the base they were counted in; a rank out of them,

@@ -11,6 +11,7 @@
 #include "tests/support/essai_produits.h"
 #include "tests/support/identite.h"
 #include "tests/support/chaines_hote.h"
+#include "tests/support/tableau_hote.h"
 
 namespace vdx {
 namespace {
@@ -182,6 +183,66 @@ TEST_F(Produits, ProductsByRankAfterTheirCount) {
     EXPECT_EQ(Texte(libelle), "AUTRE");
     SysFreeString(code);
     SysFreeString(libelle);
+}
+
+// ---- Economic data ----
+
+// 3100001 every code known, its price with fee at zeros, its laboratory
+// at 43 other than the one at 214; 3100002 no code known; 3100003 an act
+// of five digits; 3100004 an act without texts.
+class Economie : public essai::SurUneBase<Economie> {
+public:
+    static void Remplit(BaseDeTest& b) {
+        essai::RemplitProduits(b);
+        b.Ajoute("VDXPRO", {{"CodeCIP", "3100001"}, {"Libelle", "ECO 1"}, {"CodeTVA", "1"}, {"CodeTSS", "2"},
+                            {"CodeLaboratoire", "SANO"}, {"Laboratoire", "XXXX"}, {"DonneeEco1", "0000102"},
+                            {"DonneeEco2", "0000196"}, {"DonneeEco3", "0000000"}, {"CodeTableau", "A"},
+                            {"LibelleEco", "Indications"}, {"CodeActe", 1}});
+        b.Ajoute("VDXPRO", {{"CodeCIP", "3100002"}, {"Libelle", "ECO 2"}, {"CodeTVA", "9"}, {"CodeTableau", "Z"},
+                            {"DonneeEco2", "0000196"}, {"DonneeEco3", "0000298"}});
+        b.Ajoute("VDXPRO", {{"CodeCIP", "3100003"}, {"Libelle", "ECO 3"}, {"CodeActe", 12345}});
+        b.Ajoute("VDXPRO", {{"CodeCIP", "3100004"}, {"Libelle", "ECO 4"}, {"CodeActe", 2}});
+        b.Ajoute("VDXTVA", {{"Code", "1"}, {"Taux", 2.1}}).Ajoute("VDXTSS", {{"Code", "2"}, {"Taux", 65.0}});
+        b.Ajoute("VDXTAB", {{"Code", "A"}, {"Libelle", "Liste I"}});
+        b.Ajoute("VDXACT", {{"Code", "1"}, {"Libelle", "Injection"}, {"Texte1", "AMI"}, {"Texte2", "1"}});
+        b.Ajoute("VDXACT", {{"Code", "2"}, {"Libelle", "Sans textes"}});
+    }
+};
+
+TEST_F(Economie, EachCodeByItsTableOrItsFallback) {
+    ASSERT_EQ(Economique_Vdx("3100001", nullptr), 1);
+    EXPECT_EQ(Memoire(), "2.1@65@Sanofi Aventis France@0000196@0000102@0000196@Liste I@Indications@Injection@AMI@1");
+    ASSERT_EQ(Economique_Vdx("3100002", nullptr), 1);
+    EXPECT_EQ(Memoire(), "0@0@Laboratoire inconnu@0000196@@0000298@@@Acte inconnu@?????@?????");
+    ASSERT_EQ(Economique_Vdx("3100003", nullptr), 1);
+    EXPECT_TRUE(Memoire().ends_with("@Acte inconnu@?????@?????")) << Memoire();
+    ASSERT_EQ(Economique_Vdx("3100004", nullptr), 1);
+    EXPECT_TRUE(Memoire().ends_with("@Sans textes@@")) << Memoire();
+    EXPECT_EQ(Economique_Vdx(nullptr, nullptr), -10);
+    EXPECT_EQ(Economique_Vdx("310000", nullptr), -13);
+    EXPECT_EQ(Economique_Vdx("3400930000011", nullptr), -13);
+    EXPECT_EQ(Economique_Vdx("3199999", nullptr), -90);
+    ActiveCIP13_Vdx(1);
+    ASSERT_EQ(Economique_Vdx("3400930000011", nullptr), 1);
+    EXPECT_TRUE(Memoire().starts_with("0@0@Sanofi Aventis France@")) << Memoire();
+}
+
+TEST_F(Economie, TheHostsRecordResetOnlyOnceTheCodeIsGood) {
+    ReconnecteEnTableau(1);
+    VdxEconomique e{};
+    e.TauxTVA.Valeur = 9;
+    hote::RangeOctets(&e.Acte, "ancien");
+    EXPECT_EQ(Economique_Vdx("310000", &e), -13);
+    EXPECT_EQ(Texte(e.Acte), "ancien");
+    EXPECT_EQ(Economique_Vdx("3199999", &e), -90);
+    EXPECT_EQ(Texte(e.Acte), "");
+    EXPECT_EQ(e.TauxTVA.Valeur, 0);
+    ASSERT_EQ(Economique_Vdx("3100001", &e), 1);
+    EXPECT_EQ(e.TauxTVA.Valeur, 2.1f);
+    EXPECT_EQ(e.TauxRemboursement.Valeur, 65);
+    EXPECT_EQ(Texte(e.Acte), "Injection");  // 8-bit in a wide session
+    EXPECT_EQ(Economique_Vdx("3100001", nullptr), VDX_ERREUR_INTERNE);
+    essai::LibereFiche(&e, GabaritDe<FicheEconomique>());
 }
 
 }  // namespace

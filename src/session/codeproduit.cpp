@@ -94,4 +94,10 @@ std::string CodeProduit(const char* code, int32_t absent) {
     return texte;
 }
 
+std::string CodeCIPRequis(const char* code, int32_t absent) {
+    std::string cip = CodeProduit(code, absent);
+    if (cip.size() != LongueurCIP) throw Echec{CodeMalForme};
+    return cip;
+}
+
 }  // namespace vdx

@@ -56,5 +56,7 @@ inline constexpr size_t LongueurCodeMax = 63;
 // lookup finds nothing). A text of more than LongueurCodeMax bytes gives -13
 // always. Throws Echec with the code.
 std::string CodeProduit(const char* code, int32_t absent = Argument1);
+// CodeProduit, which must then be a CodeCIP of seven characters (-13).
+std::string CodeCIPRequis(const char* code, int32_t absent = Argument1);
 
 }  // namespace vdx

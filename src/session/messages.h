@@ -37,6 +37,8 @@ inline constexpr char FenetreAgent[] = "AgentVDX";
 // the label of a laboratory missing from VDXLAB, the labels of CodeStatut.
 inline constexpr char MarqueSupprime[] = " [SUP]";
 inline constexpr char LaboratoireInconnu[] = "Laboratoire inconnu";
+inline constexpr char ActeInconnu[] = "Acte inconnu";
+inline constexpr char ActeTexteInconnu[] = "?????";
 inline constexpr const char* LibellesStatut[] = {"Aucun", "AMM", "ATU de cohorte", "AMM Europ\xE9\x65nne",
                                                  "ATU nominative"};
 

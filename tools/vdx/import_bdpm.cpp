@@ -43,14 +43,14 @@ std::vector<Specialite> LitSpecialites(const fs::path& dossier, Journal& journal
 std::vector<Presentation> LitPresentations(const fs::path& dossier, Journal& journal) {
     std::vector<Presentation> p;
     // The last column, the reimbursement indications, is often left out.
-    for (auto& l : LitTableau(dossier / "CIS_CIP_bdpm.txt", 12, "", journal)) {
+    for (auto& l : LitTableau(dossier / "CIS_CIP_bdpm.txt", 12, "", journal, 1)) {
         auto& c = l.champs;
         if (!CodeChiffres(Nettoie(c[1]), 7)) {
             journal.Rejette("CIS_CIP_bdpm.txt", l.numero, "CIP7 not of 7 digits");
             continue;
         }
         p.push_back({l.numero, Nettoie(c[0]), Nettoie(c[1]), Nettoie(c[2]), Nettoie(c[3]), Nettoie(c[4]), Nettoie(c[5]),
-                     Nettoie(c[6]), Decoupe(c[8], ';'), Nettoie(c[10])});
+                     Nettoie(c[6]), Decoupe(c[8], ';'), Nettoie(c[9]), Nettoie(c[10]), Nettoie(c[11]), c[12]});
     }
     return p;
 }

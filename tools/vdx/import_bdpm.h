@@ -32,7 +32,10 @@ struct Presentation {  // CIS_CIP_bdpm.txt
     std::string date;     // JJ/MM/AAAA of that declaration
     std::string cip13;
     std::vector<std::string> taux;  // "65%", "100 %"
-    std::string prix;               // with the dispensing fee, decimal comma
+    std::string prix;               // without the dispensing fee, decimal comma
+    std::string prixHonoraire;      // with it
+    std::string honoraire;          // the dispensing fee
+    std::string indications;        // the reimbursed indications, HTML
 };
 
 struct Composant {  // CIS_COMPO_bdpm.txt

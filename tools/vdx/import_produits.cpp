@@ -64,16 +64,20 @@ void EcritProduit(const Presentation& p, const Specialite& s, const Contexte& c,
     const int bits = (drapeaux == c.drapeaux.end() ? 0 : drapeaux->second) | (r.hospitalier ? DrapeauHospitalier : 0);
     const std::string labo = s.titulaires.empty() ? "" : c.laboratoires.at(s.titulaires.front());
     const auto taux = TauxRemboursement(p.taux);
-    const auto prix = Centimes(p.prix);
+    // Prices in cents on seven digits, zeros when none.
+    const auto centimes = [](const std::string& prix) { return Chiffres(Centimes(prix).value_or(0), 7); };
     const auto date = DateChiffres(p.date);
     sortie.Ajoute("VDXPRO", {{"CodeCIP", p.cip7},
                              {"Libelle", LibelleProduit(s.denomination, s.forme, p.libelle)},
                              {"CodeLaboratoire", labo},
                              {"CodeTVA", TvaDe(taux.has_value()).code},
-                             {"DonneeEco2", Chiffres(prix.value_or(0), 7)},
+                             {"DonneeEco1", centimes(p.honoraire)},
+                             {"DonneeEco2", centimes(p.prix)},
                              {"CodeTableau", r.codeTableau},
                              {"CodeRubrique", RubriqueMedicament},
                              {"CodeTSS", taux ? taux->code : ""},
+                             {"DonneeEco3", centimes(p.prixHonoraire)},
+                             {"LibelleEco", Coupe(TexteSansBalises(p.indications), VDXPRO::LibelleEco.capacite())},
                              {"Laboratoire", labo},
                              {"Drapeaux", std::to_string(bits)},
                              {"Suppression", Arretee(p) ? MarqueSuppression + date.value_or("") : ""}});

@@ -61,6 +61,32 @@ std::string Coupe(std::string_view texte, size_t longueur) {
 bool Commence(std::string_view texte, std::string_view debut) { return texte.substr(0, debut.size()) == debut; }
 bool Contient(std::string_view texte, std::string_view morceau) { return texte.find(morceau) != std::string_view::npos; }
 
+std::string TexteSansBalises(std::string_view html) {
+    static const std::pair<std::string_view, char> Entites[] = {
+        {"&amp;", '&'}, {"&lt;", '<'}, {"&gt;", '>'}, {"&quot;", '"'}, {"&#39;", '\''}, {"&apos;", '\''}, {"&nbsp;", ' '}};
+    std::string texte;
+    for (size_t i = 0; i < html.size(); ++i) {
+        if (html[i] == '<') {
+            const size_t fin = html.find('>', i);
+            if (fin == std::string_view::npos) break;
+            texte += ' ';  // a tag parts what it stands between
+            i = fin;
+            continue;
+        }
+        bool entite = false;
+        if (html[i] == '&')
+            for (const auto& [nom, caractere] : Entites)
+                if (html.substr(i).starts_with(nom)) {
+                    texte += caractere;
+                    i += nom.size() - 1;
+                    entite = true;
+                    break;
+                }
+        if (!entite) texte += html[i];
+    }
+    return Nettoie(texte);
+}
+
 std::optional<double> Nombre(std::string_view texte) {
     std::string chiffres;
     for (char c : texte) {

@@ -23,6 +23,10 @@ std::string Coupe(std::string_view texte, size_t longueur);
 bool Commence(std::string_view texte, std::string_view debut);
 bool Contient(std::string_view texte, std::string_view morceau);
 
+// HTML as plain text: tags dropped, the common entities decoded, blanks
+// made one as Nettoie.
+std::string TexteSansBalises(std::string_view html);
+
 // A decimal number as published: "1,5", "1 000", "0.25".
 std::optional<double> Nombre(std::string_view texte);
 // A price in cents: "44,38" and "2,849,83" (the last comma is the decimal one).
