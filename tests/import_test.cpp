@@ -372,6 +372,11 @@ TEST(ImportProduits, RoutesGroupsAndIdentification) {
     EXPECT_EQ(e.Fiche("VDXCLA", "CodeClasse", "G7").at("LibelleCle"),
               "RANITIDINE 150 MG - AZANTAC 150 MG, COMPRIME EFFERVESCENT");
     EXPECT_EQ(Selon(e.Table("VDXCLAP"), "CodeClasse", "G9").size(), 2u);  // both presentations of the speciality
+    // A class a set of active substances, named by the fraction that
+    // expresses a salt, numbered in the order of the labels.
+    EXPECT_EQ(e.Fiche("VDXCLA", "CodeClasse", "S2").at("Libelle"), "RANITIDINE BASE");
+    EXPECT_EQ(Selon(e.Table("VDXCLAP"), "CodeClasse", "S2").at(0).at("CodeCIP"), "2222222");
+    EXPECT_EQ(Selon(e.Table("VDXCLAP"), "CodeClasse", "S1").size(), 2u);  // paracetamol
 
     const Ligne id = e.Fiche("VDXIDPRO", "CodeCIP", "4444444");
     EXPECT_EQ(id.at("Denomination"), "WARFARINE VIEUX");
@@ -687,8 +692,9 @@ TEST(Import, TheSourcesBuildABaseWhoseLabelsAreUnique) {
     magasin::InitialiseMagasin(867, NombreNumeros, 16);
     const RapportConstruction rapport = ConstruitBase(e.chemin() / "sources", e.chemin() / "base");
     EXPECT_EQ(rapport.avertissements, std::vector<std::string>{});
-    // The two groups and the classes at risk when doubled.
-    EXPECT_EQ(LitTable(e.chemin() / "base", *DispositionNommee("VDXCLA")).size(), 3u + ClassesARisque().size());
+    // The groups, the classes at risk when doubled, the classes of the four
+    // sets of active substances.
+    EXPECT_EQ(LitTable(e.chemin() / "base", *DispositionNommee("VDXCLA")).size(), 3u + ClassesARisque().size() + 4u);
     std::set<std::string> libelles;
     for (const Enregistrement& p : LitTable(e.chemin() / "base", *DispositionNommee("VDXPRO")))
         libelles.insert(std::string(vdx::Fiche(p.fiche).Texte(VDXPRO::Libelle)));

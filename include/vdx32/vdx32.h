@@ -420,6 +420,39 @@ typedef struct VdxEconomique {
     BSTR ActeTexte2;
 } VdxEconomique;
 VDX_API int32_t VDX_CALL Economique_Vdx(const char* Code, VdxEconomique* Fiche);
+/* The products that may stand for a product: the other members of its
+ * therapeutic equivalence classes (a class whose key text ends in "*" is
+ * none), at most Limite kept a class (-1 for no limit; 0 or another
+ * negative keeps none). Niveau 0 the same dosage ("1 g" and "1000 mg" are
+ * one) and a form of the same family, 1 the same dosage in another form, 2
+ * another dosage; in a class "Z..." only the products of the same name, at
+ * 2. Left out: hospital products unless ActiveHospitaliers_Vdx is on,
+ * deleted ones, lines by common name, those without identification. Rows
+ * by class in the order of the product's classes, within a class by level,
+ * price (none, "0000000", last) and label. LibelleContenance tells the
+ * package ("16 comprim\xE9s", "1 flacon de 150 ml"); Conditionnement its
+ * word. The number of rows; 0 for a product without identification or
+ * record (the array emptied); -10; -13; -20 no array in mode 0; -90 no
+ * class key at or behind the code; -500. */
+typedef struct VdxEquivalent {
+    intptr_t Niveau;
+    VdxReel TauxRemboursement;
+    BSTR CodeClasse;
+    BSTR LibelleClasse;
+    BSTR CodeCIP; /* 13 digits under CIP13Actif 1 when it has them */
+    BSTR LibelleProduit;
+    BSTR LibelleForme;
+    BSTR LibelleContenance;
+    BSTR Prix;
+    BSTR Conditionnement;
+    BSTR Laboratoire;
+} VdxEquivalent;
+VDX_API int32_t VDX_CALL ProduitsEquivalents_Vdx(const char* Code, SAFEARRAY** Tableau, int32_t Limite);
+/* The indications listed as equivalent to an indication code, with their
+ * labels as LibelleAMM_Vdx gives them (empty when unknown), in key order;
+ * rows of two strings (VdxDeuxChaines). The number of rows, 0 when none;
+ * -10 no code; -20 no array in mode 0; -500. */
+VDX_API int32_t VDX_CALL AMMEquivalent_Vdx(const char* Code, SAFEARRAY** Tableau);
 /* 1 when Code is a prescription line by common name, else 0. -10, -13,
  * -500. */
 VDX_API int32_t VDX_CALL IsMedDC_Vdx(const char* Code);

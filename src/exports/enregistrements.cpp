@@ -16,6 +16,7 @@
 #include "posology/phrase.h"
 #include "products/codes.h"
 #include "products/composition.h"
+#include "products/equivalents.h"
 #include "products/produits.h"
 #include "vdx32/vdx32.h"
 
@@ -187,6 +188,10 @@ static_assert(Cases<VdxEconomique>(11), "VdxEconomique is not 11 slots");
 VDX_CASE(VdxEconomique, TauxRemboursement, 1);
 VDX_CASE(VdxEconomique, ActeTexte2, 10);
 
+static_assert(Cases<VdxEquivalent>(11), "VdxEquivalent is not 11 slots");
+VDX_CASE(VdxEquivalent, TauxRemboursement, 1);
+VDX_CASE(VdxEquivalent, Laboratoire, 10);
+
 static_assert(Cases<VdxBornesPosologie>(25), "VdxBornesPosologie is not 25 slots");
 VDX_CASE(VdxBornesPosologie, MaxM2, 10);
 VDX_CASE(VdxBornesPosologie, RecoMinUnite2, 11);
@@ -216,6 +221,8 @@ VDX_REMPLIT(PosologieHote, VdxPosologieHote);
 VDX_REMPLIT(ResultatPosologie, VdxResultatPosologie);
 VDX_REMPLIT(BornesPosologie, VdxBornesPosologie);
 VDX_REMPLIT(FicheEconomique, VdxEconomique);
+VDX_REMPLIT(LigneEquivalent, VdxEquivalent);
+VDX_REMPLIT(LigneAMMEquivalent, VdxDeuxChaines);
 #undef VDX_REMPLIT
 
 }  // namespace vdx

@@ -4,6 +4,7 @@
 #include "exports/declaration.h"
 #include "products/codes.h"
 #include "products/consultations.h"
+#include "products/equivalents.h"
 #include "products/produits.h"
 #include "products/recherche.h"
 #include "session/tables.h"
@@ -67,6 +68,23 @@ VDX_EXPORT(Economique_Vdx, Connecte, NomsDesChamps<FicheEconomique>(), (Texte, C
     LivreFiche(Fiche, GabaritDe<FicheEconomique>(), ValeursDe(EconomieDe(cip)));
     tables.Ferme();
     return Succes;
+}
+
+// The equivalents of a product, at most Limite kept a class (-1 no limit).
+VDX_EXPORT(ProduitsEquivalents_Vdx, Connecte, NomsDesChamps<LigneEquivalent>(), (Texte, Code), (Tableau, Tableau),
+           (Entier, Limite)) {
+    const std::string cip = CodeCIPRequis(Code);
+    Resultat resultat(Tableau, GabaritDe<LigneEquivalent>(), Argument2);
+    resultat.Prend(LignesSansCleSelon<LigneEquivalent>(ProduitsEquivalents(session(), cip, Limite)));
+    return resultat.Livre();
+}
+
+VDX_EXPORT(AMMEquivalent_Vdx, Connecte, NomsDesChamps<LigneAMMEquivalent>(), (Texte, Code), (Tableau, Tableau)) {
+    const std::string_view code = exports::TexteBorne(Code, LongueurCodeMax);
+    if (code.empty()) throw Echec{Argument1};
+    Resultat resultat(Tableau, GabaritDe<LigneAMMEquivalent>(), Argument2);
+    resultat.Prend(LignesSansCleSelon<LigneAMMEquivalent>(AMMEquivalents(code)));
+    return resultat.Livre();
 }
 
 // Seven characters, whatever CIP13Actif says: a 13-digit code is no line by

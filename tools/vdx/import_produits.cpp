@@ -191,6 +191,29 @@ std::string CleClasseUnique(std::string cle, std::set<std::string>& prises) {
     }
 }
 
+// The names of the active substances of each speciality, the fraction
+// that expresses a salt in its place, sorted: what makes its substance
+// class.
+std::map<std::string, std::set<std::string>> SubstancesActives(const Bdpm& bdpm) {
+    std::map<std::string, std::map<std::string, const Composant*>> parLien;
+    for (const Composant& c : bdpm.composants) {
+        if (c.nature != "SA" && c.nature != "FT") continue;
+        const Composant*& retenu = parLien[c.cis][c.lien];
+        if (!retenu || c.nature == "FT") retenu = &c;
+    }
+    std::map<std::string, std::set<std::string>> substances;
+    for (const auto& [cis, liens] : parLien)
+        for (const auto& lien : liens) substances[cis].insert(Nettoie(lien.second->nom));
+    return substances;
+}
+
+std::string CodeClasseSubstances(int rang) { return "S" + std::to_string(rang); }
+std::string LibelleSubstances(const std::set<std::string>& noms) {
+    std::string libelle;
+    for (const std::string& nom : noms) libelle += (libelle.empty() ? "" : " + ") + nom;
+    return libelle;
+}
+
 void EcritGroupes(const Bdpm& bdpm, const Selection& selection, Sortie& sortie) {
     std::map<std::string, std::vector<std::string>> presentations;
     for (const Presentation& p : bdpm.presentations) presentations[p.cis].push_back(p.cip7);
@@ -206,6 +229,29 @@ void EcritGroupes(const Bdpm& bdpm, const Selection& selection, Sortie& sortie) 
         sortie.Ajoute("VDXCLA", {{"CodeClasse", CodeGroupe(groupe)},
                                  {"Libelle", libelle},
                                  {"LibelleCle", CleClasseUnique(Plie(libelle), cles)}});
+
+    // A class for each set of active substances, numbered over the whole
+    // database in the order of the folded labels, so that a code stays
+    // whatever an import selects; filed with the selected products.
+    std::map<std::string, std::set<std::string>> substances = SubstancesActives(bdpm);
+    std::map<std::string, std::string> libellesSubstances;  // by fold
+    for (const auto& [cis, noms] : substances) {
+        const std::string libelle = LibelleSubstances(noms);
+        libellesSubstances.emplace(Plie(libelle), libelle);
+    }
+    std::map<std::string, int> rangs;
+    for (const auto& [pli, libelle] : libellesSubstances) rangs.emplace(pli, static_cast<int>(rangs.size()) + 1);
+    std::set<std::string> ecrites;
+    for (const auto& [cis, noms] : substances) {
+        if (!selection.specialites.count(cis)) continue;
+        const std::string libelle = LibelleSubstances(noms);
+        const std::string code = CodeClasseSubstances(rangs.at(Plie(libelle)));
+        for (const std::string& cip : presentations[cis]) sortie.Ajoute("VDXCLAP", {{"CodeClasse", code}, {"CodeCIP", cip}});
+        if (ecrites.insert(code).second)
+            sortie.Ajoute("VDXCLA", {{"CodeClasse", code},
+                                     {"Libelle", Coupe(libelle, VDXCLA::Libelle.capacite())},
+                                     {"LibelleCle", CleClasseUnique(Coupe(Plie(libelle), VDXCLA::LibelleCle.capacite()), cles)}});
+    }
 }
 
 }  // namespace
