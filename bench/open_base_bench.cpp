@@ -7,7 +7,9 @@
 // without it every benchmark says so and is skipped.
 #include <benchmark/benchmark.h>
 
+#include <algorithm>
 #include <cstdlib>
+#include <tuple>
 #include <map>
 #include <set>
 #include <string>
@@ -19,7 +21,9 @@
 #include "checks/voies.h"
 #include "products/composition.h"
 #include "products/composition_liens.h"
+#include "products/equivalents.h"
 #include "products/produits.h"
+#include "store/layouts.h"
 #include "products/substances.h"
 #include "checks/interactions.h"
 #include "platform/hote.h"
@@ -464,6 +468,123 @@ void IsCanicule(benchmark::State& state) {
     DeConnection2_Vdx();
 }
 BENCHMARK(IsCanicule)->Unit(benchmark::kMicrosecond);
+
+// The equivalents of a paracetamol 500 mg tablet, whose class of substance
+// holds hundreds of presentations, without limit.
+void ProduitsEquivalents(benchmark::State& state) {
+    if (!Connecte(state)) return;
+    const std::string code = Premier("DOLIPRANE 500MG CPR");
+    SAFEARRAY* lignes = hote::CreeTableau(hote::TailleFiche(11));
+    int32_t n = 0;
+    for (auto _ : state) n = ProduitsEquivalents_Vdx(code.c_str(), &lignes, -1);
+    state.counters["lignes"] = n;
+    if (n <= 0) state.SkipWithError("no equivalent");
+    VideTableau(lignes, GabaritDe<LigneEquivalent>());
+    hote::Detruit(lignes);
+    DeConnection2_Vdx();
+}
+BENCHMARK(ProduitsEquivalents)->Unit(benchmark::kMicrosecond);
+
+// The same rows from sorted copies of the tables in memory: the same keys
+// walked, the same records and words read, the same levels and sort, the
+// same delivery.
+void Reference_ProduitsEquivalents(benchmark::State& state) {
+    if (!Connecte(state)) return;
+    const std::string code = Premier("DOLIPRANE 500MG CPR");
+    using Table = std::map<std::string, std::string, std::less<>>;
+    std::map<std::string, Table> tables;
+    std::map<std::string, std::vector<std::string>> parClasse, parProduit;
+    {
+        const DansContexte dans(session());
+        for (const char* nom : {"VDXIDPRO", "VDXPRO", "VDXCLA", "VDXIDFOR", "VDXIDPRE", "VDXIDCON", "VDXTSS", "VDXLAB"}) {
+            const vdx::Table& t = *TableNommee(nom);
+            TablesOuvertes ouvertes{&t};
+            Curseur c(t);
+            for (auto p = c.Premiere(); p; p = c.Suivante()) tables[nom].emplace(std::string(c.Cle()), FicheA(t, *p));
+        }
+        const vdx::Table& clap = *TableNommee("VDXCLAP");
+        TablesOuvertes ouvertes{&clap};
+        Curseur c(clap);
+        for (auto p = c.Premiere(); p; p = c.Suivante()) {
+            const std::string cle(c.Cle());
+            const std::string classe = cle.substr(0, cle.find_last_not_of(' ', 6) + 1);
+            parClasse[classe].push_back(cle.substr(7, 7));
+            parProduit[cle.substr(7, 7)].push_back(classe);
+        }
+    }
+    const auto fiche = [&](const char* table, std::string_view cle) -> const std::string* {
+        const Table& t = tables.at(table);
+        const auto it = t.lower_bound(cle);
+        return it != t.end() && it->first.starts_with(cle) ? &it->second : nullptr;
+    };
+    const auto mot = [&](const char* table, int32_t code) {
+        const std::string* f = fiche(table, CleEntiers({code}));
+        return f ? std::string(Fiche(*f).Texte(ModeleMot::Libelle)) : std::string();
+    };
+    SAFEARRAY* tableau = hote::CreeTableau(hote::TailleFiche(11));
+    size_t n = 0;
+    for (auto _ : state) {
+        const Fiche produit(*fiche("VDXIDPRO", code));
+        std::vector<LigneEquivalent> lignes;
+        for (const std::string& classe : parProduit.at(code)) {
+            const std::string* c = fiche("VDXCLA", classe);
+            if (c && Fiche(*c).Texte(VDXCLA::LibelleCle).ends_with('*')) continue;
+            for (const std::string& cip : parClasse.at(classe)) {
+                const std::string* id = cip == code ? nullptr : fiche("VDXIDPRO", cip);
+                if (!id) continue;
+                const Fiche f(*id);
+                LigneEquivalent l;
+                l.CodeClasse = classe;
+                l.LibelleClasse = c ? Fiche(*c).Texte(VDXCLA::Libelle) : std::string_view();
+                l.CodeCIP = cip;
+                l.LibelleProduit = std::string(f.Texte(VDXIDPRO::Denomination)) + " " + std::string(f.Texte(VDXIDPRO::Dosage)) + " ";
+                std::string forme(f.Texte(VDXIDPRO::CodeForme));
+                forme.resize(4, ' ');
+                if (const std::string* lf = fiche("VDXIDFOR", forme)) l.LibelleForme = Fiche(*lf).Texte(VDXIDFOR::Libelle);
+                l.LibelleContenance = std::to_string(static_cast<int>(f.Reel(VDXIDPRO::QuantitePresentation))) + " " +
+                                      mot("VDXIDPRE", f.Entier(VDXIDPRO::CodePresentation));
+                l.Conditionnement = mot("VDXIDCON", f.Entier(VDXIDPRO::CodeContenant));
+                if (const std::string* p = fiche("VDXPRO", cip)) {
+                    const Fiche pr(*p);
+                    if (pr.Entier(VDXPRO::Drapeaux) & VDXPRO::Hospitalier || !pr.Texte(VDXPRO::Suppression).empty()) continue;
+                    l.Prix = pr.Texte(VDXPRO::DonneeEco2);
+                    if (const std::string* t = fiche("VDXTSS", pr.Texte(VDXPRO::CodeTSS))) l.TauxRemboursement = Fiche(*t).Reel(VDXTSS::Taux);
+                    if (const std::string* lab = fiche("VDXLAB", pr.Texte(VDXPRO::CodeLaboratoire)))
+                        l.Laboratoire = Fiche(*lab).Texte(VDXLAB::Libelle);
+                }
+                l.Niveau = !DosagesEgaux(produit.Texte(VDXIDPRO::Dosage), f.Texte(VDXIDPRO::Dosage)) ? 2
+                           : FormesCompatibles(produit.Texte(VDXIDPRO::CodeForme), f.Texte(VDXIDPRO::CodeForme)) ? 0
+                                                                                                              : 1;
+                lignes.push_back(std::move(l));
+            }
+        }
+        std::stable_sort(lignes.begin(), lignes.end(), [](const LigneEquivalent& a, const LigneEquivalent& b) {
+            return std::tie(a.CodeClasse, a.Niveau, a.Prix, a.LibelleProduit) <
+                   std::tie(b.CodeClasse, b.Niveau, b.Prix, b.LibelleProduit);
+        });
+        n = lignes.size();
+        Resultat resultat(&tableau, GabaritDe<LigneEquivalent>(), -20);
+        resultat.Prend(LignesSansCleSelon<LigneEquivalent>(std::move(lignes)));
+        resultat.Livre();
+    }
+    state.counters["lignes"] = static_cast<double>(n);
+    VideTableau(tableau, GabaritDe<LigneEquivalent>());
+    hote::Detruit(tableau);
+    DeConnection2_Vdx();
+}
+BENCHMARK(Reference_ProduitsEquivalents)->Unit(benchmark::kMicrosecond);
+
+void Economique(benchmark::State& state) {
+    if (!Connecte(state)) return;
+    const std::string code = Premier("DOLIPRANE 1000MG CPR B/8");
+    VdxEconomique e{};
+    int32_t n = 0;
+    for (auto _ : state) n = Economique_Vdx(code.c_str(), &e);
+    if (n != 1) state.SkipWithError("no economic data");
+    essai::LibereFiche(&e, GabaritDe<FicheEconomique>());
+    DeConnection2_Vdx();
+}
+BENCHMARK(Economique)->Unit(benchmark::kMicrosecond);
 
 }  // namespace
 

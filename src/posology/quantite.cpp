@@ -23,6 +23,7 @@ VDX_TABLE(TableUnitesPrise, "VDXPUPRI")
 VDX_TABLE(TableContenants, "VDXIDCON")
 VDX_TABLE(TablePresentations, "VDXIDPRE")
 VDX_TABLE(TableIdentification, "VDXIDPRO")
+VDX_TABLE(TableUnitesPresentation, "VDXIDUPR")
 
 // The period of one day, which a posology without period or duration takes.
 constexpr int32_t Jour = 40;
@@ -82,6 +83,7 @@ float ConversionDuree(int32_t a, int32_t b) {
 Mot UnitePrise(int32_t code) { return MotDe(TableUnitesPrise(), code); }
 Mot Contenant(int32_t code) { return MotDe(TableContenants(), code); }
 Mot Presentation(int32_t code) { return MotDe(TablePresentations(), code); }
+Mot UnitePresentation(int32_t code) { return MotDe(TableUnitesPresentation(), code); }
 
 std::optional<ConditionnementProduit> ConditionnementDe(std::string_view cip) {
     TablesOuvertes tables{&TableIdentification()};

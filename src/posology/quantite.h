@@ -26,6 +26,7 @@ struct Mot {
 Mot UnitePrise(int32_t code);    // VDXPUPRI
 Mot Contenant(int32_t code);     // VDXIDCON, the package
 Mot Presentation(int32_t code);  // VDXIDPRE
+Mot UnitePresentation(int32_t code);  // VDXIDUPR
 
 // One unit of take of a product, as VDXIDPRO tells it.
 struct UniteProduit {

@@ -2,6 +2,8 @@
 
 #include <algorithm>
 #include <array>
+#include <unordered_map>
+#include <tuple>
 #include <optional>
 #include <utility>
 
@@ -81,20 +83,44 @@ std::string LibelleForme(std::string_view code) {
     return p ? std::string(Fiche(VueFicheA(TableFormes(), *p)).Texte(VDXIDFOR::Libelle)) : std::string();
 }
 
+// The words and labels the candidates of one call share, each read once.
+class Libelles {
+public:
+    const Mot& ContenantDe(int32_t code) { return Lu(contenants_, code, Contenant); }
+    const Mot& PresentationDe(int32_t code) { return Lu(presentations_, code, Presentation); }
+    const Mot& UniteDe(int32_t code) { return Lu(unites_, code, UnitePresentation); }
+    const std::string& Forme(std::string_view code) { return Lu(formes_, std::string(code), LibelleForme); }
+    const std::string& Laboratoire(std::string_view code) {
+        return Lu(laboratoires_, std::string(code), [](const std::string& c) {
+            const auto p = c.empty() ? std::nullopt : Curseur(TableLaboratoires()).Egale(c);
+            return p ? std::string(Fiche(VueFicheA(TableLaboratoires(), *p)).Texte(VDXLAB::Libelle)) : std::string();
+        });
+    }
+    float Taux(std::string_view code) {
+        return Lu(taux_, std::string(code), [](const std::string& c) {
+            const auto p = c.empty() ? std::nullopt : Curseur(TableRemboursements()).Egale(c);
+            return p ? Fiche(VueFicheA(TableRemboursements(), *p)).Reel(VDXTSS::Taux) : 0.f;
+        });
+    }
+
+private:
+    template <class Cle, class Valeur, class Lecteur>
+    static const Valeur& Lu(std::unordered_map<Cle, Valeur>& lus, const Cle& cle, Lecteur lit) {
+        auto it = lus.find(cle);
+        if (it == lus.end()) it = lus.emplace(cle, lit(cle)).first;
+        return it->second;
+    }
+    std::unordered_map<int32_t, Mot> contenants_, presentations_, unites_;
+    std::unordered_map<std::string, std::string> formes_, laboratoires_;
+    std::unordered_map<std::string, float> taux_;
+};
+
 // One row of a candidate, its level left to the caller; none for a
-// product VDXIDPRO lacks or the filters leave out.
-std::optional<LigneEquivalent> Candidat(const Contexte& contexte, std::string_view cip, const std::string& identification,
-                                        Identite& identite) {
-    const Fiche id(identification);
-    identite = IdentiteDe(id);
+// product the filters leave out: hospital ones unless shown, deleted
+// ones, lines by common name.
+std::optional<LigneEquivalent> Candidat(const Contexte& contexte, std::string_view cip, const Fiche& id,
+                                        Libelles& libelles) {
     LigneEquivalent l;
-    l.CodeCIP = CIPSortant(cip);
-    l.LibelleProduit = identite.Dosage.empty() ? identite.Denomination : identite.Denomination + " " + identite.Dosage + " ";
-    l.LibelleForme = LibelleForme(identite.CodeForme);
-    l.LibelleContenance = TexteContenance(identification);
-    const Mot contenant = Contenant(id.Entier(VDXIDPRO::CodeContenant));
-    l.Conditionnement = !contenant.Singulier.empty() ? contenant.Singulier
-                                                      : Presentation(id.Entier(VDXIDPRO::CodePresentation)).Singulier;
     l.Prix = PrixNul;
     if (const auto produit = FicheDuCode(TableProduits(), cip)) {
         const Fiche f(*produit);
@@ -102,36 +128,31 @@ std::optional<LigneEquivalent> Candidat(const Contexte& contexte, std::string_vi
         if (!f.Texte(VDXPRO::Suppression).empty()) return std::nullopt;
         const std::string_view prix = f.Texte(VDXPRO::DonneeEco2);
         if (prix.size() == LongueurCIP && prix.find_first_not_of("0123456789") == std::string_view::npos) l.Prix = prix;
-        if (const auto p = Curseur(TableRemboursements()).Egale(f.Texte(VDXPRO::CodeTSS)); p && !f.Texte(VDXPRO::CodeTSS).empty())
-            l.TauxRemboursement = Fiche(VueFicheA(TableRemboursements(), *p)).Reel(VDXTSS::Taux);
-        if (const std::string_view labo = f.Texte(VDXPRO::CodeLaboratoire); !labo.empty())
-            if (const auto p = Curseur(TableLaboratoires()).Egale(labo))
-                l.Laboratoire = Fiche(VueFicheA(TableLaboratoires(), *p)).Texte(VDXLAB::Libelle);
+        l.TauxRemboursement = libelles.Taux(f.Texte(VDXPRO::CodeTSS));
+        l.Laboratoire = libelles.Laboratoire(f.Texte(VDXPRO::CodeLaboratoire));
     }
     if (EstMedDC(cip)) return std::nullopt;
+    const Identite identite = IdentiteDe(id);
+    l.CodeCIP = CIPSortant(cip);
+    l.LibelleProduit = identite.Dosage.empty() ? identite.Denomination : identite.Denomination + " " + identite.Dosage + " ";
+    l.LibelleForme = libelles.Forme(identite.CodeForme);
+    const Mot& presentation = libelles.PresentationDe(id.Entier(VDXIDPRO::CodePresentation));
+    l.LibelleContenance = TexteContenance(id, presentation, libelles.UniteDe(id.Entier(VDXIDPRO::CodeUnitePresentation)));
+    const Mot& contenant = libelles.ContenantDe(id.Entier(VDXIDPRO::CodeContenant));
+    l.Conditionnement = !contenant.Singulier.empty() ? contenant.Singulier : presentation.Singulier;
     return l;
 }
 
 // Within each run of one class: by level, then within a level by price
-// ("0000000" behind the others), then by label; each an exchange sort.
+// ("0000000" behind the others), then by label. The three exchange sorts
+// this has always been come to this one order; rows equal in all three
+// keep no order of their own.
 void TrieParClasse(std::vector<LigneEquivalent>& lignes, size_t debut, size_t fin) {
-    const auto passe = [&](auto meme, auto dessus) {
-        for (size_t i = debut; i < fin; ++i)
-            for (size_t j = i + 1; j < fin && meme(lignes[i], lignes[j]); ++j)
-                if (dessus(lignes[i], lignes[j])) std::swap(lignes[i], lignes[j]);
+    const auto cle = [](const LigneEquivalent& l) {
+        return std::tuple(l.Niveau, l.Prix == PrixNul, std::string_view(l.Prix), std::string_view(l.LibelleProduit));
     };
-    const auto prixApres = [](const std::string& a, const std::string& b) {
-        if (a == b) return false;
-        if (a == PrixNul) return true;
-        if (b == PrixNul) return false;
-        return a > b;
-    };
-    passe([](const auto&, const auto&) { return true; },
-          [](const LigneEquivalent& a, const LigneEquivalent& b) { return a.Niveau > b.Niveau; });
-    passe([](const LigneEquivalent& a, const LigneEquivalent& b) { return a.Niveau == b.Niveau; },
-          [&](const LigneEquivalent& a, const LigneEquivalent& b) { return prixApres(a.Prix, b.Prix); });
-    passe([](const LigneEquivalent& a, const LigneEquivalent& b) { return a.Niveau == b.Niveau && a.Prix == b.Prix; },
-          [](const LigneEquivalent& a, const LigneEquivalent& b) { return a.LibelleProduit > b.LibelleProduit; });
+    std::stable_sort(lignes.begin() + static_cast<std::ptrdiff_t>(debut), lignes.begin() + static_cast<std::ptrdiff_t>(fin),
+                     [&](const LigneEquivalent& a, const LigneEquivalent& b) { return cle(a) < cle(b); });
 }
 
 }  // namespace
@@ -150,22 +171,19 @@ bool FormesCompatibles(std::string_view a, std::string_view b) {
     return a.size() >= 2 && b.size() >= 2 && a.substr(0, 2) == b.substr(0, 2);
 }
 
+std::string TexteContenance(const Fiche& f, const Mot& presentation, const Mot& unite) {
+    const float nombre = f.Reel(VDXIDPRO::QuantitePresentation);
+    std::string texte = Nombre(nombre) + " " + presentation.Selon(nombre > 1);
+    const float quantite = f.Reel(VDXIDPRO::QuantiteUnitePresentation);
+    if (quantite != 0 && quantite != 1 && !unite.Singulier.empty())
+        texte += " de " + Nombre(quantite) + " " + unite.Selon(quantite > 1);
+    return texte;
+}
+
 std::string TexteContenance(std::string_view identification) {
     const Fiche f(identification);
-    const float nombre = f.Reel(VDXIDPRO::QuantitePresentation);
-    std::string texte = Nombre(nombre) + " " + Presentation(f.Entier(VDXIDPRO::CodePresentation)).Selon(nombre > 1);
-    const float quantite = f.Reel(VDXIDPRO::QuantiteUnitePresentation);
-    if (quantite != 0 && quantite != 1) {
-        TablesOuvertes tables{&TableUnitesPresentation()};
-        const auto p = Curseur(TableUnitesPresentation()).Egale(CleEntiers({f.Entier(VDXIDPRO::CodeUnitePresentation)}));
-        if (p) {
-            const Fiche u(VueFicheA(TableUnitesPresentation(), *p));
-            const std::string_view mot = quantite > 1 ? u.Texte(VDXIDUPR::LibellePluriel) : u.Texte(VDXIDUPR::Libelle);
-            if (!mot.empty()) texte += " de " + Nombre(quantite) + " " + std::string(mot);
-        }
-        tables.Ferme();
-    }
-    return texte;
+    return TexteContenance(f, Presentation(f.Entier(VDXIDPRO::CodePresentation)),
+                           UnitePresentation(f.Entier(VDXIDPRO::CodeUnitePresentation)));
 }
 
 void ParcourtClasse(std::string_view classe, const std::function<bool(std::string_view cip)>& candidat) {
@@ -181,7 +199,7 @@ std::vector<LigneEquivalent> ProduitsEquivalents(const Contexte& contexte, const
     const DansContexte dans(contexte);
     TablesOuvertes tables{&TableClassesProduits(), &TableClasses(),        &TableIdentification(),
                           &TableProduits(),        &TableRemboursements(), &TableLaboratoires(),
-                          &TableFormes()};
+                          &TableFormes(),          &TableUnitesPresentation()};
     const auto identification = FicheDuCode(TableIdentification(), cip);
     if (!identification || !FicheDuCode(TableProduits(), cip)) throw Echec{Rien};
     const Identite produit = IdentiteDe(Fiche(*identification));
@@ -195,6 +213,7 @@ std::vector<LigneEquivalent> ProduitsEquivalents(const Contexte& contexte, const
         classes.push_back(SansBlancsFinaux(parProduit.Cle().substr(LongueurCIP, LongueurClasse)));
 
     std::vector<LigneEquivalent> lignes;
+    Libelles libelles;
     for (const std::string& classe : classes) {
         std::string libelleClasse = messages::LibelleInconnu;
         if (const auto c = Curseur(TableClasses()).Egale(classe)) {
@@ -210,10 +229,11 @@ std::vector<LigneEquivalent> ProduitsEquivalents(const Contexte& contexte, const
             if (autre == cip) return true;
             const auto fiche = FicheDuCode(TableIdentification(), autre);
             if (!fiche) return true;
-            Identite identite;
-            std::optional<LigneEquivalent> l = Candidat(contexte, autre, *fiche, identite);
-            if (!l) return true;
+            const Fiche id(*fiche);
+            const Identite identite = IdentiteDe(id);
             if (parNom && identite.Denomination != produit.Denomination) return true;
+            std::optional<LigneEquivalent> l = Candidat(contexte, autre, id, libelles);
+            if (!l) return true;
             l->Niveau = parNom ? 2 : !DosagesEgaux(produit.Dosage, identite.Dosage)  ? 2
                                    : FormesCompatibles(produit.CodeForme, identite.CodeForme) ? 0
                                                                                               : 1;

@@ -12,7 +12,9 @@
 #include <vector>
 
 #include "session/contexte.h"
+#include "posology/quantite.h"
 #include "session/lignes.h"
+#include "store/fiche.h"
 
 namespace vdx {
 
@@ -23,8 +25,9 @@ bool DosagesEgaux(std::string_view a, std::string_view b);
 // "B", "J" and "D", or the same first two characters.
 bool FormesCompatibles(std::string_view a, std::string_view b);
 // The package of a product as its VDXIDPRO record tells it: "16 comprimés",
-// "1 flacon de 150 ml"; it begins with the number of units. Throws
-// Echec(-500).
+// "1 flacon de 150 ml"; it begins with the number of units. With the words
+// of its presentation and of its unit, or reading them (Echec(-500)).
+std::string TexteContenance(const Fiche& identification, const Mot& presentation, const Mot& unite);
 std::string TexteContenance(std::string_view identification);
 
 // The products of a class (VDXCLAP by class), in the order of their codes,
