@@ -127,6 +127,12 @@ TEST_F(Equivalents, CodesAndProductsWithoutClass) {
         << Memoire();  // "1 g" is "1000 mg"
     ReconnecteEnTableau();
     EXPECT_EQ(ProduitsEquivalents_Vdx("3100001", nullptr, -1), -20);
+    EXPECT_EQ(AMMEquivalent_Vdx("0000000201", nullptr), -20);
+    SAFEARRAY* termes = essai::TableauDeFiches(2);
+    ASSERT_EQ(AMMEquivalent_Vdx("0000000201", &termes), 2);
+    EXPECT_EQ(essai::Texte(static_cast<VdxDeuxChaines*>(termes->pvData)[0].Libelle), "Fi\xE8vre");
+    VideTableau(termes, GabaritDe<LigneAMMEquivalent>());
+    SafeArrayDestroy(termes);
     SAFEARRAY* lignes = essai::TableauDeFiches(11);
     ASSERT_EQ(ProduitsEquivalents_Vdx("3100002", &lignes, -1), 7);
     const auto* l = static_cast<VdxEquivalent*>(lignes->pvData);
