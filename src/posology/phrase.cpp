@@ -198,10 +198,10 @@ ResultatPosologie DecodePosologie(const Contexte& contexte, PosologieHote p, flo
         }
     }
 
-    // The moment and the specification of the take.
+    // The moment of the take and how to take it.
     if (const std::string moment = Libelle(voc::Moments(), p.CodeMoment); !moment.empty()) s += " " + moment;
-    if (const std::string specification = Libelle(voc::Specifications(), p.CodeSpecification); !specification.empty())
-        s += " " + specification;
+    if (const std::string consigne = Libelle(voc::Specifications(), p.CodeSpecification); !consigne.empty())
+        s += " " + consigne;
     if (MarqueursActifs) s += messages::MarqueDuree;
 
     // The duration.
@@ -268,9 +268,9 @@ ResultatPosologie DecodePosologie(const Contexte& contexte, PosologieHote p, flo
         }
     }
 
-    // The second specification, on a line of its own.
-    if (const std::string specification = Libelle(voc::Specifications(), p.CodeSpecification2); !specification.empty()) {
-        const std::string ligne = FinDeLigne + specification + '.';
+    // A second way of taking it, on a line of its own.
+    if (const std::string consigne = Libelle(voc::Specifications(), p.CodeSpecification2); !consigne.empty()) {
+        const std::string ligne = FinDeLigne + consigne + '.';
         s += ligne;
         if (p.CodeUnite2 != 0 && !t.empty()) t += ligne;
     }

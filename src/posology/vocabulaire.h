@@ -1,5 +1,5 @@
 // The small vocabularies from which a host builds a posology of its own:
-// moments, periods and durations, specifications, units of take, natures,
+// moments, periods and durations, ways of taking, units of take, natures,
 // routes and profiles, each keyed by an integer code; and the labels of
 // the terrains, which no table holds.
 #pragma once
