@@ -85,14 +85,9 @@ Mot Contenant(int32_t code) { return MotDe(TableContenants(), code); }
 Mot Presentation(int32_t code) { return MotDe(TablePresentations(), code); }
 Mot UnitePresentation(int32_t code) { return MotDe(TableUnitesPresentation(), code); }
 
-std::optional<ConditionnementProduit> ConditionnementDe(std::string_view cip) {
-    TablesOuvertes tables{&TableIdentification()};
-    std::optional<ConditionnementProduit> produit;
-    if (const auto p = Curseur(TableIdentification()).Egale(cip)) {
-        using namespace VDXIDPRO;
-        const Fiche f(VueFicheA(TableIdentification(), *p));
-        produit = ConditionnementProduit{
-            f.Entier(CodePresentation),
+ConditionnementProduit ConditionnementDe(const Fiche& f) {
+    using namespace VDXIDPRO;
+    return {f.Entier(CodePresentation),
             f.Reel(QuantitePresentation),
             f.Reel(QuantiteUnitePresentation),
             f.Entier(CodeContenant),
@@ -100,14 +95,24 @@ std::optional<ConditionnementProduit> ConditionnementDe(std::string_view cip) {
              f.Entier(PrisesEntieres)},
             {f.Entier(CodeUnitePrise2), f.Entier(AvecContenance2), f.Reel(Rapport2), f.Entier(Secabilite2),
              f.Entier(PrisesEntieres2)}};
-    }
+}
+
+std::optional<ConditionnementProduit> ConditionnementDe(std::string_view cip) {
+    TablesOuvertes tables{&TableIdentification()};
+    std::optional<ConditionnementProduit> produit;
+    if (const auto p = Curseur(TableIdentification()).Egale(cip))
+        produit = ConditionnementDe(Fiche(VueFicheA(TableIdentification(), *p)));
     tables.Ferme();
     return produit;
 }
 
+float ValeurContenance(const ConditionnementProduit& produit, const UniteProduit& unite) {
+    return unite.MesureLeContenu() ? produit.UnitesParBoite * produit.QuantiteParUnite / unite.Rapport : 0;
+}
+
 Contenance ContenanceDe(const ConditionnementProduit& produit, const UniteProduit& unite) {
-    if (unite.Code == 0 || unite.AvecContenance == 0 || unite.Rapport == 0) return {};
-    const float valeur = produit.UnitesParBoite * produit.QuantiteParUnite / unite.Rapport;
+    if (!unite.MesureLeContenu()) return {};
+    const float valeur = ValeurContenance(produit, unite);
     return {valeur, Nombre(valeur, false) + " " + UnitePrise(unite.Code).Selon(valeur > 1)};
 }
 

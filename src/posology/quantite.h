@@ -9,6 +9,7 @@
 #include <string_view>
 
 #include "posology/catalogue.h"
+#include "store/fiche.h"
 
 namespace vdx {
 
@@ -35,6 +36,8 @@ struct UniteProduit {
     float Rapport = 0;
     int32_t Arrondi = 0;         // the rounding code of its doses
     int32_t PrisesEntieres = 0;  // its takes are whole
+    // A package's contents can be told in it.
+    bool MesureLeContenu() const { return Code != 0 && AvecContenance != 0 && Rapport != 0; }
 };
 // A product's packages and units of take.
 struct ConditionnementProduit {
@@ -47,6 +50,7 @@ struct ConditionnementProduit {
 };
 // None for a product VDXIDPRO lacks. Throws Echec(-500).
 std::optional<ConditionnementProduit> ConditionnementDe(std::string_view cip);
+ConditionnementProduit ConditionnementDe(const Fiche& identification);
 
 // What a package holds in one of its units: units per package × quantity
 // per unit / the unit's ratio, with its text ("30 comprimés"); 0 and no
@@ -56,6 +60,8 @@ struct Contenance {
     std::string Texte;
 };
 Contenance ContenanceDe(const ConditionnementProduit& produit, const UniteProduit& unite);
+// Its value alone, with no word read.
+float ValeurContenance(const ConditionnementProduit& produit, const UniteProduit& unite);
 
 // The figures of a sentence: a quantity by TexteNombre with its halves and
 // quarters, an integer in decimal; for a product told in words, the words

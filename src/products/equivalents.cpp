@@ -42,7 +42,6 @@ constexpr size_t LongueurClasse = 7;
 constexpr char MarqueNonEquivalence = '*';
 // Classes of products of the same name only.
 constexpr char ClasseDeNom = 'Z';
-constexpr char PrixNul[] = "0000000";
 
 // Amounts told in two units that are the same dosage (µ is 0xB5).
 const std::vector<std::vector<std::string_view>> DosagesEquivalents = {
@@ -65,17 +64,6 @@ std::string SansBlancsFinaux(std::string_view code) {
     return std::string(code.substr(0, code.find_last_not_of(std::string_view(" \0", 2)) + 1));
 }
 
-// What a product is and shows, from its VDXIDPRO record.
-struct Identite {
-    std::string Denomination;
-    std::string Dosage;
-    std::string CodeForme;
-};
-Identite IdentiteDe(const Fiche& f) {
-    return {std::string(f.Texte(VDXIDPRO::Denomination)), std::string(f.Texte(VDXIDPRO::Dosage)),
-            std::string(f.Texte(VDXIDPRO::CodeForme))};
-}
-
 std::string LibelleForme(std::string_view code) {
     std::string cle(code);
     cle.resize(VDXIDFOR::CodeForme.capacite(), ' ');
@@ -83,53 +71,25 @@ std::string LibelleForme(std::string_view code) {
     return p ? std::string(Fiche(VueFicheA(TableFormes(), *p)).Texte(VDXIDFOR::Libelle)) : std::string();
 }
 
-// The words and labels the candidates of one call share, each read once.
-class Libelles {
-public:
-    const Mot& ContenantDe(int32_t code) { return Lu(contenants_, code, Contenant); }
-    const Mot& PresentationDe(int32_t code) { return Lu(presentations_, code, Presentation); }
-    const Mot& UniteDe(int32_t code) { return Lu(unites_, code, UnitePresentation); }
-    const std::string& Forme(std::string_view code) { return Lu(formes_, std::string(code), LibelleForme); }
-    const std::string& Laboratoire(std::string_view code) {
-        return Lu(laboratoires_, std::string(code), [](const std::string& c) {
-            const auto p = c.empty() ? std::nullopt : Curseur(TableLaboratoires()).Egale(c);
-            return p ? std::string(Fiche(VueFicheA(TableLaboratoires(), *p)).Texte(VDXLAB::Libelle)) : std::string();
-        });
-    }
-    float Taux(std::string_view code) {
-        return Lu(taux_, std::string(code), [](const std::string& c) {
-            const auto p = c.empty() ? std::nullopt : Curseur(TableRemboursements()).Egale(c);
-            return p ? Fiche(VueFicheA(TableRemboursements(), *p)).Reel(VDXTSS::Taux) : 0.f;
-        });
-    }
-
-private:
-    template <class Cle, class Valeur, class Lecteur>
-    static const Valeur& Lu(std::unordered_map<Cle, Valeur>& lus, const Cle& cle, Lecteur lit) {
-        auto it = lus.find(cle);
-        if (it == lus.end()) it = lus.emplace(cle, lit(cle)).first;
-        return it->second;
-    }
-    std::unordered_map<int32_t, Mot> contenants_, presentations_, unites_;
-    std::unordered_map<std::string, std::string> formes_, laboratoires_;
-    std::unordered_map<std::string, float> taux_;
-};
+template <class Cle, class Valeur, class Lecteur>
+const Valeur& Lu(std::unordered_map<Cle, Valeur>& lus, const Cle& cle, Lecteur lit) {
+    auto it = lus.find(cle);
+    if (it == lus.end()) it = lus.emplace(cle, lit(cle)).first;
+    return it->second;
+}
 
 // One row of a candidate, its level left to the caller; none for a
 // product the filters leave out: hospital ones unless shown, deleted
 // ones, lines by common name.
 std::optional<LigneEquivalent> Candidat(const Contexte& contexte, std::string_view cip, const Fiche& id,
-                                        Libelles& libelles) {
+                                        LibellesCandidats& libelles) {
     LigneEquivalent l;
     l.Prix = PrixNul;
-    if (const auto produit = FicheDuCode(TableProduits(), cip)) {
-        const Fiche f(*produit);
-        if ((f.Entier(VDXPRO::Drapeaux) & VDXPRO::Hospitalier) && !contexte.HospitaliersActifs) return std::nullopt;
-        if (!f.Texte(VDXPRO::Suppression).empty()) return std::nullopt;
-        const std::string_view prix = f.Texte(VDXPRO::DonneeEco2);
-        if (prix.size() == LongueurCIP && prix.find_first_not_of("0123456789") == std::string_view::npos) l.Prix = prix;
-        l.TauxRemboursement = libelles.Taux(f.Texte(VDXPRO::CodeTSS));
-        l.Laboratoire = libelles.Laboratoire(f.Texte(VDXPRO::CodeLaboratoire));
+    if (const auto economie = libelles.Economie(cip)) {
+        if ((economie->Hospitalier && !contexte.HospitaliersActifs) || economie->Supprime) return std::nullopt;
+        l.Prix = economie->Prix;
+        l.TauxRemboursement = economie->TauxRemboursement;
+        l.Laboratoire = economie->Laboratoire;
     }
     if (EstMedDC(cip)) return std::nullopt;
     const Identite identite = IdentiteDe(id);
@@ -138,8 +98,7 @@ std::optional<LigneEquivalent> Candidat(const Contexte& contexte, std::string_vi
     l.LibelleForme = libelles.Forme(identite.CodeForme);
     const Mot& presentation = libelles.PresentationDe(id.Entier(VDXIDPRO::CodePresentation));
     l.LibelleContenance = TexteContenance(id, presentation, libelles.UniteDe(id.Entier(VDXIDPRO::CodeUnitePresentation)));
-    const Mot& contenant = libelles.ContenantDe(id.Entier(VDXIDPRO::CodeContenant));
-    l.Conditionnement = !contenant.Singulier.empty() ? contenant.Singulier : presentation.Singulier;
+    l.Conditionnement = libelles.Conditionnement(id).Singulier;
     return l;
 }
 
@@ -169,6 +128,74 @@ bool FormesCompatibles(std::string_view a, std::string_view b) {
     if (!a.empty() && !b.empty() && a[0] == 'A' && b[0] == 'A') return true;
     if (famille(a) && famille(b)) return true;
     return a.size() >= 2 && b.size() >= 2 && a.substr(0, 2) == b.substr(0, 2);
+}
+
+bool ClasseEquivalence::ParNom() const { return Code.starts_with(ClasseDeNom); }
+
+std::vector<ClasseEquivalence> ClassesEquivalence(std::string_view cip) {
+    TablesOuvertes tables{&TableClassesProduits(), &TableClasses()};
+    Curseur parProduit(TableClassesProduits(), CleParProduit);
+    auto p = parProduit.SuperieureOuEgale(cip);
+    if (!p) throw Echec{CodeInconnu};
+    std::vector<std::string> codes;
+    for (; p && parProduit.Cle().starts_with(cip); p = parProduit.Suivante())
+        codes.push_back(SansBlancsFinaux(parProduit.Cle().substr(LongueurCIP, LongueurClasse)));
+    std::vector<ClasseEquivalence> classes;
+    for (std::string& code : codes) {
+        std::string libelle = messages::LibelleInconnu;
+        if (const auto c = Curseur(TableClasses()).Egale(code)) {
+            const Fiche f(VueFicheA(TableClasses(), *c));
+            if (f.Texte(VDXCLA::LibelleCle).ends_with(MarqueNonEquivalence)) continue;
+            libelle = f.Texte(VDXCLA::Libelle);
+        }
+        classes.push_back({std::move(code), std::move(libelle)});
+    }
+    tables.Ferme();
+    return classes;
+}
+
+Identite IdentiteDe(const Fiche& f) {
+    return {std::string(f.Texte(VDXIDPRO::Denomination)), std::string(f.Texte(VDXIDPRO::Dosage)),
+            std::string(f.Texte(VDXIDPRO::CodeForme))};
+}
+
+std::string PrixLu(std::string_view texte) {
+    const bool chiffres = texte.size() == LongueurCIP && texte.find_first_not_of("0123456789") == std::string_view::npos;
+    return chiffres ? std::string(texte) : std::string(PrixNul);
+}
+
+const Mot& LibellesCandidats::ContenantDe(int32_t code) { return Lu(contenants_, code, Contenant); }
+const Mot& LibellesCandidats::PresentationDe(int32_t code) { return Lu(presentations_, code, Presentation); }
+const Mot& LibellesCandidats::UniteDe(int32_t code) { return Lu(unites_, code, UnitePresentation); }
+const std::string& LibellesCandidats::Forme(std::string_view code) { return Lu(formes_, std::string(code), LibelleForme); }
+
+const std::string& LibellesCandidats::Laboratoire(std::string_view code) {
+    return Lu(laboratoires_, std::string(code), [](const std::string& c) {
+        const auto p = c.empty() ? std::nullopt : Curseur(TableLaboratoires()).Egale(c);
+        return p ? std::string(Fiche(VueFicheA(TableLaboratoires(), *p)).Texte(VDXLAB::Libelle)) : std::string();
+    });
+}
+
+float LibellesCandidats::Taux(std::string_view code) {
+    return Lu(taux_, std::string(code), [](const std::string& c) {
+        const auto p = c.empty() ? std::nullopt : Curseur(TableRemboursements()).Egale(c);
+        return p ? Fiche(VueFicheA(TableRemboursements(), *p)).Reel(VDXTSS::Taux) : 0.f;
+    });
+}
+
+const Mot& LibellesCandidats::Conditionnement(const Fiche& id) {
+    const Mot& contenant = ContenantDe(id.Entier(VDXIDPRO::CodeContenant));
+    return !contenant.Singulier.empty() ? contenant : PresentationDe(id.Entier(VDXIDPRO::CodePresentation));
+}
+
+std::optional<EconomieCandidat> LibellesCandidats::Economie(std::string_view cip) {
+    const auto produit = FicheDuCode(TableProduits(), cip);
+    if (!produit) return std::nullopt;
+    const Fiche f(*produit);
+    return EconomieCandidat{PrixLu(f.Texte(VDXPRO::DonneeEco2)), Taux(f.Texte(VDXPRO::CodeTSS)),
+                            Laboratoire(f.Texte(VDXPRO::CodeLaboratoire)),
+                            (f.Entier(VDXPRO::Drapeaux) & VDXPRO::Hospitalier) != 0,
+                            !f.Texte(VDXPRO::Suppression).empty()};
 }
 
 std::string TexteContenance(const Fiche& f, const Mot& presentation, const Mot& unite) {
@@ -204,41 +231,26 @@ std::vector<LigneEquivalent> ProduitsEquivalents(const Contexte& contexte, const
     if (!identification || !FicheDuCode(TableProduits(), cip)) throw Echec{Rien};
     const Identite produit = IdentiteDe(Fiche(*identification));
 
-    // The classes of the product, from the first key at or behind its code.
-    Curseur parProduit(TableClassesProduits(), CleParProduit);
-    auto p = parProduit.SuperieureOuEgale(cip);
-    if (!p) throw Echec{CodeInconnu};
-    std::vector<std::string> classes;
-    for (; p && parProduit.Cle().starts_with(cip); p = parProduit.Suivante())
-        classes.push_back(SansBlancsFinaux(parProduit.Cle().substr(LongueurCIP, LongueurClasse)));
-
     std::vector<LigneEquivalent> lignes;
-    Libelles libelles;
-    for (const std::string& classe : classes) {
-        std::string libelleClasse = messages::LibelleInconnu;
-        if (const auto c = Curseur(TableClasses()).Egale(classe)) {
-            const Fiche f(VueFicheA(TableClasses(), *c));
-            if (f.Texte(VDXCLA::LibelleCle).ends_with(MarqueNonEquivalence)) continue;
-            libelleClasse = f.Texte(VDXCLA::Libelle);
-        }
+    LibellesCandidats libelles;
+    for (const ClasseEquivalence& classe : ClassesEquivalence(cip)) {
         const size_t debut = lignes.size();
-        const bool parNom = classe.starts_with(ClasseDeNom);
         int32_t gardes = 0;
-        ParcourtClasse(classe, [&](std::string_view autre) {
+        ParcourtClasse(classe.Code, [&](std::string_view autre) {
             if (limite != -1 && gardes >= limite) return false;
             if (autre == cip) return true;
             const auto fiche = FicheDuCode(TableIdentification(), autre);
             if (!fiche) return true;
             const Fiche id(*fiche);
             const Identite identite = IdentiteDe(id);
-            if (parNom && identite.Denomination != produit.Denomination) return true;
+            if (classe.ParNom() && identite.Denomination != produit.Denomination) return true;
             std::optional<LigneEquivalent> l = Candidat(contexte, autre, id, libelles);
             if (!l) return true;
-            l->Niveau = parNom ? 2 : !DosagesEgaux(produit.Dosage, identite.Dosage)  ? 2
+            l->Niveau = classe.ParNom() ? 2 : !DosagesEgaux(produit.Dosage, identite.Dosage)  ? 2
                                    : FormesCompatibles(produit.CodeForme, identite.CodeForme) ? 0
                                                                                               : 1;
-            l->CodeClasse = classe;
-            l->LibelleClasse = libelleClasse;
+            l->CodeClasse = classe.Code;
+            l->LibelleClasse = classe.Libelle;
             lignes.push_back(std::move(*l));
             ++gardes;
             return true;

@@ -7,8 +7,10 @@
 
 #include <cstdint>
 #include <functional>
+#include <optional>
 #include <string>
 #include <string_view>
+#include <unordered_map>
 #include <vector>
 
 #include "session/contexte.h"
@@ -34,6 +36,60 @@ std::string TexteContenance(std::string_view identification);
 // each handed to `candidat` until it answers false. The class's code is
 // compared on its seven characters. Throws Echec(-500).
 void ParcourtClasse(std::string_view classe, const std::function<bool(std::string_view cip)>& candidat);
+
+// The equivalence classes of a product (VDXCLAP by product, VDXCLA open),
+// with their labels ("Libellé inconnu" for a class VDXCLA lacks); a
+// class whose second text ends in "*" is none. Throws Echec(-90) when no
+// key lies at or behind the code, -500.
+struct ClasseEquivalence {
+    std::string Code;
+    std::string Libelle;
+    bool ParNom() const;  // a class "Z...": products of the same name only
+};
+std::vector<ClasseEquivalence> ClassesEquivalence(std::string_view cip);
+
+// What a product is and shows, from its VDXIDPRO record.
+struct Identite {
+    std::string Denomination;
+    std::string Dosage;
+    std::string CodeForme;
+};
+Identite IdentiteDe(const Fiche& identification);
+
+// A price as VDXPRO holds it, seven digits; any other text is no price.
+inline constexpr char PrixNul[] = "0000000";
+std::string PrixLu(std::string_view texte);
+
+// What VDXPRO tells of a candidate.
+struct EconomieCandidat {
+    std::string Prix = PrixNul;
+    float TauxRemboursement = 0;
+    std::string Laboratoire;
+    bool Hospitalier = false;
+    bool Supprime = false;  // the byte at offset 224 is not 0
+};
+
+// The words and labels the candidates of one call share, each read once
+// from tables the caller keeps open (VDXIDCON, VDXIDPRE, VDXIDUPR,
+// VDXIDFOR, VDXLAB, VDXTSS, VDXPRO).
+class LibellesCandidats {
+public:
+    const Mot& ContenantDe(int32_t code);
+    const Mot& PresentationDe(int32_t code);
+    const Mot& UniteDe(int32_t code);
+    const std::string& Forme(std::string_view code);
+    const std::string& Laboratoire(std::string_view code);
+    float Taux(std::string_view code);
+    // The package's word, or the presentation's when the package has none.
+    const Mot& Conditionnement(const Fiche& identification);
+    // None for a product VDXPRO lacks.
+    std::optional<EconomieCandidat> Economie(std::string_view cip);
+
+private:
+    std::unordered_map<int32_t, Mot> contenants_, presentations_, unites_;
+    std::unordered_map<std::string, std::string> formes_, laboratoires_;
+    std::unordered_map<std::string, float> taux_;
+};
 
 // Niveau: 0 same dosage and form family, 1 same dosage another form, 2
 // another dosage or, in a class "Z...", the same name.
