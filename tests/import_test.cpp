@@ -681,6 +681,9 @@ TEST(Import, ALimitKeepsTheReimbursedSpecialitiesOfFewerSubstancesFirst) {
     // Each substance has its own limit.
     e.Importe({"warfarine", "paracetamol"}, "chacune", 1);
     EXPECT_EQ(cips("chacune"), (std::set<std::string>{"1111111", "1111112", "4444444"}));
+    // A speciality named by its CIS code comes besides the limit.
+    e.Importe({"warfarine", "60000005"}, "cis", 1);
+    EXPECT_EQ(cips("cis"), (std::set<std::string>{"4444444", "5555555"}));
 }
 
 TEST(Import, TheSourcesBuildABaseWhoseLabelsAreUnique) {

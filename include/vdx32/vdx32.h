@@ -448,6 +448,40 @@ typedef struct VdxEquivalent {
     BSTR Laboratoire;
 } VdxEquivalent;
 VDX_API int32_t VDX_CALL ProduitsEquivalents_Vdx(const char* Code, SAFEARRAY** Tableau, int32_t Limite);
+/* Cost optimisation: for a treatment of a product, the products of its
+ * equivalence classes (same dosage, form family and age of use; none
+ * hospital or deleted) with the packages each would take and how its cost
+ * compares. The treatment is Quantite in the unit of take Unite or, when
+ * either is 0, Boites packages. Rows of VdxOptimisation; Rang 0 cheaper,
+ * 1 the same cost, 2 dearer, 3 the candidate has no price, 4 (every row)
+ * the product has none; by Rang and within 0 to 2 by cost, the walk's
+ * order otherwise. At most Limite rows a class, -1 for no limit. The
+ * number of rows; 0 for a product without identification or record; -10;
+ * -13 a code of the wrong length or a 13-digit one without mapping; -2;
+ * -60 no array in mode 0; -20 no packages where they are needed; -30 a
+ * negative unit; -40 a negative quantity; -90 no class key at or behind
+ * the code; -500. */
+typedef struct VdxOptimisation {
+    intptr_t Rang;
+    intptr_t NombreBoites;
+    VdxReel TauxRemboursement;
+    BSTR CodeClasse;
+    BSTR LibelleClasse;
+    BSTR CodeCIP; /* 13 digits under CIP13Actif 1 when it has them */
+    BSTR LibelleProduit; /* name, dosage, form word and package text */
+    BSTR Prix;
+    BSTR Conditionnement; /* plural above one package */
+    BSTR Laboratoire;
+} VdxOptimisation;
+VDX_API int32_t VDX_CALL Optimisation_Vdx(const char* Code, int32_t Boites, int32_t Unite, float Quantite,
+                                          SAFEARRAY** Tableau, int32_t Limite);
+/* The packages of a product a quantity in one of its units of take takes
+ * (Q / contents + 0.9999, truncated; 1 for a unit not its own), the word of
+ * its package into Conditionnement (its presentation's when it has no
+ * package code), plural above one. In mode 0 the string is emptied first.
+ * -10; -13; -2; -20 a unit below 1; -30 a quantity below 1; -90 unknown
+ * product; -2000 no string in mode 0; -500. */
+VDX_API int32_t VDX_CALL Boitage_Vdx(const char* Code, int32_t Unite, float Quantite, BSTR* Conditionnement);
 /* The indications listed as equivalent to an indication code, with their
  * labels as LibelleAMM_Vdx gives them (empty when unknown), in key order;
  * rows of two strings (VdxDeuxChaines). The number of rows, 0 when none;

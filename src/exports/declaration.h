@@ -32,7 +32,8 @@ enum class Acces : uint8_t {
     Libre,     // nothing: the export works without a connection
     Connecte,  // -2 at once when not connected
     Chaines,   // in mode 0 every host string of a result is emptied first, then -2 when not connected
-    Annonce,   // needs the connection, which the body checks once it has told an agent of the call
+    Differe,   // in mode 0 the host strings emptied as by Chaines; the body checks the connection once
+               // what must come first is done: an agent told of the call, the form of a code checked
 };
 
 template <class T>
@@ -45,9 +46,9 @@ void VideSiSortie(T argument) {
 template <Acces acces, class... A>
 int32_t Encadre(const char* nom, int32_t (*corps)(A...), std::type_identity_t<A>... arguments) noexcept {
     return Cadre(nom, [&]() -> int32_t {
-        if constexpr (acces == Acces::Chaines)
+        if constexpr (acces == Acces::Chaines || acces == Acces::Differe)
             if (session().ModeSortie == ModeTableau) (VideSiSortie(arguments), ...);
-        if (acces != Acces::Libre && acces != Acces::Annonce && !session().Connecte) return NonConnecte;
+        if (acces != Acces::Libre && acces != Acces::Differe && !session().Connecte) return NonConnecte;
         return corps(arguments...);
     });
 }

@@ -17,6 +17,7 @@
 #include "products/codes.h"
 #include "products/composition.h"
 #include "products/equivalents.h"
+#include "products/optimisation.h"
 #include "products/produits.h"
 #include "vdx32/vdx32.h"
 
@@ -191,6 +192,9 @@ VDX_CASE(VdxEconomique, ActeTexte2, 10);
 static_assert(Cases<VdxEquivalent>(11), "VdxEquivalent is not 11 slots");
 VDX_CASE(VdxEquivalent, TauxRemboursement, 1);
 VDX_CASE(VdxEquivalent, Laboratoire, 10);
+static_assert(Cases<VdxOptimisation>(10), "VdxOptimisation is not 10 slots");
+VDX_CASE(VdxOptimisation, TauxRemboursement, 2);
+VDX_CASE(VdxOptimisation, Laboratoire, 9);
 
 static_assert(Cases<VdxBornesPosologie>(25), "VdxBornesPosologie is not 25 slots");
 VDX_CASE(VdxBornesPosologie, MaxM2, 10);
@@ -222,6 +226,7 @@ VDX_REMPLIT(ResultatPosologie, VdxResultatPosologie);
 VDX_REMPLIT(BornesPosologie, VdxBornesPosologie);
 VDX_REMPLIT(FicheEconomique, VdxEconomique);
 VDX_REMPLIT(LigneEquivalent, VdxEquivalent);
+VDX_REMPLIT(LigneOptimisation, VdxOptimisation);
 VDX_REMPLIT(LigneAMMEquivalent, VdxDeuxChaines);
 #undef VDX_REMPLIT
 

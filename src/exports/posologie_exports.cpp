@@ -194,7 +194,7 @@ VDX_EXPORT(CalculClairance_Vdx, Libre, {}, (Reel, Creatinine), (Entier, Poids), 
 }
 
 // The lists tell an agent of the call before anything else, connected or not.
-VDX_EXPORT(PosoListe_Vdx, Annonce, NomsDesChamps<LignePosologieCourte>(), (Texte, Code), (Tableau, Tableau),
+VDX_EXPORT(PosoListe_Vdx, Differe, NomsDesChamps<LignePosologieCourte>(), (Texte, Code), (Tableau, Tableau),
            (Texte, Terrain), (Entier, Age), (Entier, Poids), (Entier, Taille), (Texte, Sexe)) {
     NotifieAgent(messages::NoticePosoliste, Code);
     if (!session().Connecte) return NonConnecte;
@@ -206,7 +206,7 @@ VDX_EXPORT(PosoListe_Vdx, Annonce, NomsDesChamps<LignePosologieCourte>(), (Texte
     return Succes;
 }
 
-VDX_EXPORT(PosoListe2_Vdx, Annonce, NomsDesChamps<LignePosologiePlate>(), (Texte, Code), (Tableau, Tableau),
+VDX_EXPORT(PosoListe2_Vdx, Differe, NomsDesChamps<LignePosologiePlate>(), (Texte, Code), (Tableau, Tableau),
            (Texte, Terrain), (Entier, Age), (Entier, Poids), (Entier, Taille), (Texte, Sexe), (Texte, Indication),
            (Entier, ModeIndication), (Liste, Filtres)) {
     NotifieAgent(messages::NoticePosoliste2, Code);

@@ -5,6 +5,7 @@
 #include "products/codes.h"
 #include "products/consultations.h"
 #include "products/equivalents.h"
+#include "products/optimisation.h"
 #include "products/produits.h"
 #include "products/recherche.h"
 #include "session/tables.h"
@@ -77,6 +78,29 @@ VDX_EXPORT(ProduitsEquivalents_Vdx, Connecte, NomsDesChamps<LigneEquivalent>(), 
     Resultat resultat(Tableau, GabaritDe<LigneEquivalent>(), Argument2);
     resultat.Prend(LignesSansCleSelon<LigneEquivalent>(ProduitsEquivalents(session(), cip, Limite)));
     return resultat.Livre();
+}
+
+// The code's form is looked at before the connection; the other arguments
+// after its mapping.
+VDX_EXPORT(Optimisation_Vdx, Differe, NomsDesChamps<LigneOptimisation>(), (Texte, Code), (Entier, Boites),
+           (Entier, Unite), (Reel, Quantite), (Tableau, Tableau), (Entier, Limite)) {
+    const std::string cip = CodeCIPConnecte(Code);
+    Resultat resultat(Tableau, GabaritDe<LigneOptimisation>(), Argument6);
+    resultat.Prend(LignesSansCleSelon<LigneOptimisation>(
+        Optimisation(session(), cip, Traitement{Boites, Unite, Quantite}, Limite)));
+    return resultat.Livre();
+}
+
+// The packages a quantity takes; the host string, emptied before anything
+// else in mode 0, gets the package's word.
+VDX_EXPORT(Boitage_Vdx, Differe, Noms("Conditionnement"), (Texte, Code), (Entier, Unite), (Reel, Quantite),
+           (ChaineSortie, Conditionnement)) {
+    const std::string cip = CodeCIPConnecte(Code);
+    if (Unite < 1) throw Echec{Argument2};
+    if (!(Quantite >= 1)) throw Echec{Argument3};
+    const Boitage boitage = BoitageDe(cip, Unite, Quantite);
+    LivreValeur(Conditionnement, boitage.Mot, ErreurInterne);
+    return boitage.Nombre;
 }
 
 VDX_EXPORT(AMMEquivalent_Vdx, Connecte, NomsDesChamps<LigneAMMEquivalent>(), (Texte, Code), (Tableau, Tableau)) {

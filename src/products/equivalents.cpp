@@ -30,6 +30,8 @@ VDX_TABLE(TableClasses, "VDXCLA")
 VDX_TABLE(TableIdentification, "VDXIDPRO")
 VDX_TABLE(TableFormes, "VDXIDFOR")
 VDX_TABLE(TableUnitesPresentation, "VDXIDUPR")
+VDX_TABLE(TableContenants, "VDXIDCON")
+VDX_TABLE(TablePresentations, "VDXIDPRE")
 VDX_TABLE(TableRemboursements, "VDXTSS")
 VDX_TABLE(TableLaboratoires, "VDXLAB")
 VDX_TABLE(TableEquivalents, "VDXVAMME")
@@ -164,6 +166,14 @@ std::string PrixLu(std::string_view texte) {
     return chiffres ? std::string(texte) : std::string(PrixNul);
 }
 
+std::span<const Table* const> TablesCandidats() {
+    static const std::array<const Table*, 10> tables = {
+        &TableClassesProduits(), &TableClasses(),    &TableIdentification(), &TableProduits(),
+        &TableRemboursements(),  &TableLaboratoires(), &TableFormes(),       &TableUnitesPresentation(),
+        &TableContenants(),      &TablePresentations()};
+    return tables;
+}
+
 const Mot& LibellesCandidats::ContenantDe(int32_t code) { return Lu(contenants_, code, Contenant); }
 const Mot& LibellesCandidats::PresentationDe(int32_t code) { return Lu(presentations_, code, Presentation); }
 const Mot& LibellesCandidats::UniteDe(int32_t code) { return Lu(unites_, code, UnitePresentation); }
@@ -224,9 +234,7 @@ void ParcourtClasse(std::string_view classe, const std::function<bool(std::strin
 
 std::vector<LigneEquivalent> ProduitsEquivalents(const Contexte& contexte, const std::string& cip, int32_t limite) {
     const DansContexte dans(contexte);
-    TablesOuvertes tables{&TableClassesProduits(), &TableClasses(),        &TableIdentification(),
-                          &TableProduits(),        &TableRemboursements(), &TableLaboratoires(),
-                          &TableFormes(),          &TableUnitesPresentation()};
+    TablesOuvertes tables(TablesCandidats());
     const auto identification = FicheDuCode(TableIdentification(), cip);
     if (!identification || !FicheDuCode(TableProduits(), cip)) throw Echec{Rien};
     const Identite produit = IdentiteDe(Fiche(*identification));

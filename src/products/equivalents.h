@@ -8,6 +8,7 @@
 #include <cstdint>
 #include <functional>
 #include <optional>
+#include <span>
 #include <string>
 #include <string_view>
 #include <unordered_map>
@@ -16,6 +17,7 @@
 #include "session/contexte.h"
 #include "posology/quantite.h"
 #include "session/lignes.h"
+#include "store/catalogue.h"
 #include "store/fiche.h"
 
 namespace vdx {
@@ -68,6 +70,9 @@ struct EconomieCandidat {
     bool Hospitalier = false;
     bool Supprime = false;  // the byte at offset 224 is not 0
 };
+
+// The tables a walk over the candidates of a product's classes reads.
+std::span<const Table* const> TablesCandidats();
 
 // The words and labels the candidates of one call share, each read once
 // from tables the caller keeps open (VDXIDCON, VDXIDPRE, VDXIDUPR,

@@ -100,4 +100,13 @@ std::string CodeCIPRequis(const char* code, int32_t absent) {
     return cip;
 }
 
+std::string CodeCIPConnecte(const char* code) {
+    if (!code || !*code) throw Echec{Argument1};
+    const size_t longueur = strnlen(code, LongueurCodeMax + 1);
+    const bool cip13 = ContexteCourant().CIP13Actif == CIP13Correspondance && longueur == LongueurCIP13;
+    if (longueur != LongueurCIP && !cip13) throw Echec{CodeMalForme};
+    if (!session().Connecte) throw Echec{NonConnecte};
+    return CodeCIPRequis(code);
+}
+
 }  // namespace vdx

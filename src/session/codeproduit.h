@@ -58,5 +58,9 @@ inline constexpr size_t LongueurCodeMax = 63;
 std::string CodeProduit(const char* code, int32_t absent = Argument1);
 // CodeProduit, which must then be a CodeCIP of seven characters (-13).
 std::string CodeCIPRequis(const char* code, int32_t absent = Argument1);
+// CodeCIPRequis for an export that looks at its code's form before the
+// connection: -10 absent or empty; -13 a length other than 7 or, under
+// CIP13Actif 1, 13; -2 not connected; then the mapping of a 13-digit code.
+std::string CodeCIPConnecte(const char* code);
 
 }  // namespace vdx

@@ -30,6 +30,7 @@ constexpr char AideImport[] =
     "that touch them; --filter reads those names from FILE, one a line.\n"
     "--per-substance keeps at most N specialities of each substance named:\n"
     "the reimbursed first, then those of fewer substances, then by CIS code.\n"
+    "A name that is the CIS code of a speciality keeps that speciality.\n"
     "An empty file, a thesaurus file without its header line, and lines left\n"
     "out (a ragged line, a last line cut short) fail the import, naming the\n"
     "file and the line, and nothing is written; --keep-going writes the\n"

@@ -15,7 +15,8 @@ namespace vdx::import {
 // `substances` (by name, salts and accents aside), and the interaction data
 // that touch them; everything when empty. With `parSubstance`, only that
 // many specialities of each substance: those reimbursed first, then those
-// of fewer active substances, then by CIS.
+// of fewer active substances, then by CIS. A name that is the CIS code of
+// a speciality keeps that speciality besides.
 struct Filtre {
     std::vector<std::string> substances;
     size_t parSubstance = 0;

@@ -184,7 +184,14 @@ Selection Selectionne(const Bdpm& bdpm, const Substances& substances, const Filt
         if (!p.taux.empty()) remboursees.insert(p.cis);
     if (filtre.substances.empty())
         for (const Specialite& s : bdpm.specialites) selection.specialites.insert(s.cis);
+    std::set<std::string, std::less<>> codesCIS;
+    for (const Specialite& s : bdpm.specialites) codesCIS.insert(s.cis);
     for (const std::string& nom : filtre.substances) {
+        // A speciality named by its CIS code is kept whatever the limit.
+        if (codesCIS.count(nom)) {
+            selection.specialites.insert(nom);
+            continue;
+        }
         const std::set<int> codes = substances.index.Cherche(nom);
         if (codes.empty()) sansSubstance.push_back(nom);
         std::set<std::string> contenant;
