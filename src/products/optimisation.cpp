@@ -96,7 +96,9 @@ AQuantifier QuantiteARemplacer(const ConditionnementProduit& produit, const Trai
         const float c2 = ValeurContenance(produit, autre);
         if (c != 0 && c2 != 0) {
             q.v = autre.Code;
-            q.Q2 = static_cast<float>(std::trunc(t.Quantite / (static_cast<double>(c) / c2)));
+            // Q / (c / c2), worked as Q × c2 / c so that 24 spoons of 5 ml
+            // are 120 ml, not 119.99 truncated.
+            q.Q2 = static_cast<float>(std::trunc(t.Quantite * static_cast<double>(c2) / c));
         }
     }
     q.N = BoitesPour(q.Q, c, 1);
