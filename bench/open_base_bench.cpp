@@ -11,6 +11,7 @@
 #include <cstdlib>
 #include <tuple>
 #include <map>
+#include <optional>
 #include <set>
 #include <string>
 #include <unordered_map>
@@ -21,7 +22,9 @@
 #include "checks/voies.h"
 #include "products/composition.h"
 #include "products/composition_liens.h"
+#include "posology/quantite.h"
 #include "products/equivalents.h"
+#include "products/optimisation.h"
 #include "products/produits.h"
 #include "store/layouts.h"
 #include "products/substances.h"
@@ -485,18 +488,17 @@ void ProduitsEquivalents(benchmark::State& state) {
 }
 BENCHMARK(ProduitsEquivalents)->Unit(benchmark::kMicrosecond);
 
-// The same rows from sorted copies of the tables in memory: the same keys
-// walked, the same records and words read, the same levels and sort, the
-// same delivery.
-void Reference_ProduitsEquivalents(benchmark::State& state) {
-    if (!Connecte(state)) return;
-    const std::string code = Premier("DOLIPRANE 500MG CPR");
+// Sorted copies in memory of tables of the open base, and the classes of
+// VDXCLAP by class and by product, for the baselines of the walks over
+// the equivalents of a product.
+struct CopiesDesTables {
     using Table = std::map<std::string, std::string, std::less<>>;
     std::map<std::string, Table> tables;
     std::map<std::string, std::vector<std::string>> parClasse, parProduit;
-    {
+
+    explicit CopiesDesTables(std::initializer_list<const char*> noms) {
         const DansContexte dans(session());
-        for (const char* nom : {"VDXIDPRO", "VDXPRO", "VDXCLA", "VDXIDFOR", "VDXIDPRE", "VDXIDCON", "VDXTSS", "VDXLAB"}) {
+        for (const char* nom : noms) {
             const vdx::Table& t = *TableNommee(nom);
             TablesOuvertes ouvertes{&t};
             Curseur c(t);
@@ -512,15 +514,34 @@ void Reference_ProduitsEquivalents(benchmark::State& state) {
             parProduit[cle.substr(7, 7)].push_back(classe);
         }
     }
-    const auto fiche = [&](const char* table, std::string_view cle) -> const std::string* {
+    const std::string* Fiche(const char* table, std::string_view cle) const {
         const Table& t = tables.at(table);
         const auto it = t.lower_bound(cle);
         return it != t.end() && it->first.starts_with(cle) ? &it->second : nullptr;
-    };
-    const auto mot = [&](const char* table, int32_t code) {
-        const std::string* f = fiche(table, CleEntiers({code}));
-        return f ? std::string(Fiche(*f).Texte(ModeleMot::Libelle)) : std::string();
-    };
+    }
+    std::string Mot(const char* table, int32_t code, bool pluriel = false) const {
+        const std::string* f = Fiche(table, CleEntiers({code}));
+        return f ? std::string(vdx::Fiche(*f).Texte(pluriel ? ModeleMot::LibellePluriel : ModeleMot::Libelle)) : std::string();
+    }
+    std::string Forme(std::string_view code) const {
+        std::string cle(code);
+        cle.resize(4, ' ');
+        const std::string* f = Fiche("VDXIDFOR", cle);
+        return f ? std::string(vdx::Fiche(*f).Texte(VDXIDFOR::Libelle)) : std::string();
+    }
+};
+
+// The same rows from sorted copies of the tables in memory: the same keys
+// walked, the same records and words read, the same levels and sort, the
+// same delivery.
+void Reference_ProduitsEquivalents(benchmark::State& state) {
+    if (!Connecte(state)) return;
+    const std::string code = Premier("DOLIPRANE 500MG CPR");
+    const CopiesDesTables copies{"VDXIDPRO", "VDXPRO", "VDXCLA", "VDXIDFOR", "VDXIDPRE", "VDXIDCON", "VDXTSS", "VDXLAB"};
+    const auto fiche = [&](const char* table, std::string_view cle) { return copies.Fiche(table, cle); };
+    const auto mot = [&](const char* table, int32_t code) { return copies.Mot(table, code); };
+    const auto& parClasse = copies.parClasse;
+    const auto& parProduit = copies.parProduit;
     SAFEARRAY* tableau = hote::CreeTableau(hote::TailleFiche(11));
     size_t n = 0;
     for (auto _ : state) {
@@ -538,9 +559,7 @@ void Reference_ProduitsEquivalents(benchmark::State& state) {
                 l.LibelleClasse = c ? Fiche(*c).Texte(VDXCLA::Libelle) : std::string_view();
                 l.CodeCIP = cip;
                 l.LibelleProduit = std::string(f.Texte(VDXIDPRO::Denomination)) + " " + std::string(f.Texte(VDXIDPRO::Dosage)) + " ";
-                std::string forme(f.Texte(VDXIDPRO::CodeForme));
-                forme.resize(4, ' ');
-                if (const std::string* lf = fiche("VDXIDFOR", forme)) l.LibelleForme = Fiche(*lf).Texte(VDXIDFOR::Libelle);
+                l.LibelleForme = copies.Forme(f.Texte(VDXIDPRO::CodeForme));
                 l.LibelleContenance = std::to_string(static_cast<int>(f.Reel(VDXIDPRO::QuantitePresentation))) + " " +
                                       mot("VDXIDPRE", f.Entier(VDXIDPRO::CodePresentation));
                 l.Conditionnement = mot("VDXIDCON", f.Entier(VDXIDPRO::CodeContenant));
@@ -573,6 +592,138 @@ void Reference_ProduitsEquivalents(benchmark::State& state) {
     DeConnection2_Vdx();
 }
 BENCHMARK(Reference_ProduitsEquivalents)->Unit(benchmark::kMicrosecond);
+
+// Three boxes of 30 tablets of a generic of atorvastatin 20 mg against the
+// products of its generic group and of its substance, without limit.
+constexpr char Atorvastatine[] = "ATORVASTATINE ACCORD 20MG CPR B/30";
+
+void Optimisation(benchmark::State& state) {
+    if (!Connecte(state)) return;
+    const std::string code = Premier(Atorvastatine);
+    SAFEARRAY* lignes = hote::CreeTableau(hote::TailleFiche(10));
+    int32_t n = 0;
+    for (auto _ : state) n = Optimisation_Vdx(code.c_str(), 3, 0, 0, &lignes, -1);
+    state.counters["lignes"] = n;
+    if (n <= 0) state.SkipWithError("no candidate");
+    VideTableau(lignes, GabaritDe<LigneOptimisation>());
+    hote::Detruit(lignes);
+    DeConnection2_Vdx();
+}
+BENCHMARK(Optimisation)->Unit(benchmark::kMicrosecond);
+
+// The same rows from sorted copies of the tables in memory: the same walk
+// and filters, the same labels and words, the same packages, costs, Rang
+// and order, the same delivery.
+void Reference_Optimisation(benchmark::State& state) {
+    if (!Connecte(state)) return;
+    const std::string code = Premier(Atorvastatine);
+    const CopiesDesTables copies{"VDXIDPRO", "VDXPRO", "VDXCLA", "VDXIDFOR", "VDXIDPRE",
+                                 "VDXIDUPR", "VDXIDCON", "VDXTSS", "VDXLAB"};
+    const auto ages = [](std::string_view nom, int32_t prescription) {
+        int32_t a = nom.find(" Ad") != std::string_view::npos ? 1 : 0;
+        for (auto [texte, bit] : {std::pair{" E", 2}, {" N", 4}, {"B\xE9" "b\xE9", 4}})
+            if (nom.find(texte) != std::string_view::npos) a = (prescription < 0 ? a : prescription) | bit;
+        return a;
+    };
+    const auto contenance = [](const Fiche& f) {
+        const float rapport = f.Reel(VDXIDPRO::Rapport);
+        return f.Entier(VDXIDPRO::CodeUnitePrise) && f.Entier(VDXIDPRO::AvecContenance) && rapport
+                   ? f.Reel(VDXIDPRO::QuantitePresentation) * f.Reel(VDXIDPRO::QuantiteUnitePresentation) / rapport
+                   : 0.f;
+    };
+    struct Rangee {
+        LigneOptimisation l;
+        int64_t cout;
+    };
+    SAFEARRAY* tableau = hote::CreeTableau(hote::TailleFiche(10));
+    size_t n = 0;
+    for (auto _ : state) {
+        const Fiche produit(*copies.Fiche("VDXIDPRO", code));
+        const std::string_view nom = produit.Texte(VDXIDPRO::Denomination);
+        const int32_t agesProduit = ages(nom, -1);
+        const int32_t unite = produit.Entier(VDXIDPRO::CodeUnitePrise);
+        const double quantite = 3.0 * contenance(produit);
+        const int64_t reference = std::stoll(std::string(Fiche(*copies.Fiche("VDXPRO", code)).Texte(VDXPRO::DonneeEco2))) * 3;
+        std::vector<Rangee> rangees;
+        for (const std::string& classe : copies.parProduit.at(code)) {
+            const std::string* fc = copies.Fiche("VDXCLA", classe);
+            if (fc && Fiche(*fc).Texte(VDXCLA::LibelleCle).ends_with('*')) continue;
+            const std::string libelleClasse(fc ? Fiche(*fc).Texte(VDXCLA::Libelle) : "Libell\xE9 inconnu");
+            for (const std::string& cip : copies.parClasse.at(classe)) {
+                const std::string* id = cip == code ? nullptr : copies.Fiche("VDXIDPRO", cip);
+                if (!id) continue;
+                const Fiche f(*id);
+                if (!DosagesEgaux(produit.Texte(VDXIDPRO::Dosage), f.Texte(VDXIDPRO::Dosage)) ||
+                    !FormesCompatibles(produit.Texte(VDXIDPRO::CodeForme), f.Texte(VDXIDPRO::CodeForme)) ||
+                    (classe.starts_with('Z') && f.Texte(VDXIDPRO::Denomination) != nom) ||
+                    ages(f.Texte(VDXIDPRO::Denomination), agesProduit) != agesProduit)
+                    continue;
+                Rangee r{{}, 0};
+                LigneOptimisation& l = r.l;
+                l.Prix = "0000000";
+                if (const std::string* p = copies.Fiche("VDXPRO", cip)) {
+                    const Fiche pr(*p);
+                    if (pr.Entier(VDXPRO::Drapeaux) & VDXPRO::Hospitalier || !pr.Texte(VDXPRO::Suppression).empty()) continue;
+                    l.Prix = pr.Texte(VDXPRO::DonneeEco2);
+                    if (const std::string* t = copies.Fiche("VDXTSS", pr.Texte(VDXPRO::CodeTSS)))
+                        l.TauxRemboursement = Fiche(*t).Reel(VDXTSS::Taux);
+                    if (const std::string* lab = copies.Fiche("VDXLAB", pr.Texte(VDXPRO::CodeLaboratoire)))
+                        l.Laboratoire = Fiche(*lab).Texte(VDXLAB::Libelle);
+                }
+                const float nombre = f.Reel(VDXIDPRO::QuantitePresentation);
+                l.LibelleProduit = std::string(f.Texte(VDXIDPRO::Denomination)) + " " +
+                                   std::string(f.Texte(VDXIDPRO::Dosage)) + ", " + copies.Forme(f.Texte(VDXIDPRO::CodeForme)) +
+                                   ", " + std::to_string(static_cast<int>(nombre)) + " " +
+                                   copies.Mot("VDXIDPRE", f.Entier(VDXIDPRO::CodePresentation), nombre > 1);
+                const float contenu = f.Entier(VDXIDPRO::CodeUnitePrise) == unite ? contenance(f) : 0.f;
+                l.NombreBoites = contenu ? static_cast<int32_t>(quantite / contenu + 0.9999) : 3;
+                l.Conditionnement = copies.Mot("VDXIDCON", f.Entier(VDXIDPRO::CodeContenant), l.NombreBoites > 1);
+                l.CodeClasse = classe;
+                l.LibelleClasse = libelleClasse;
+                l.CodeCIP = cip;
+                if (l.Prix == "0000000") {
+                    l.Rang = 3;
+                } else {
+                    r.cout = std::stoll(l.Prix) * l.NombreBoites;
+                    l.Rang = r.cout < reference ? 0 : r.cout == reference ? 1 : 2;
+                }
+                rangees.push_back(std::move(r));
+            }
+        }
+        std::stable_sort(rangees.begin(), rangees.end(), [](const Rangee& a, const Rangee& b) {
+            return std::pair(a.l.Rang, a.cout) < std::pair(b.l.Rang, b.cout);
+        });
+        std::vector<LigneOptimisation> lignes;
+        for (Rangee& r : rangees) lignes.push_back(std::move(r.l));
+        n = lignes.size();
+        Resultat resultat(&tableau, GabaritDe<LigneOptimisation>(), -60);
+        resultat.Prend(LignesSansCleSelon<LigneOptimisation>(std::move(lignes)));
+        resultat.Livre();
+    }
+    state.counters["lignes"] = static_cast<double>(n);
+    VideTableau(tableau, GabaritDe<LigneOptimisation>());
+    hote::Detruit(tableau);
+    DeConnection2_Vdx();
+}
+BENCHMARK(Reference_Optimisation)->Unit(benchmark::kMicrosecond);
+
+// The packages of 95 tablets of it: 4 boxes.
+void Boitage(benchmark::State& state) {
+    if (!Connecte(state)) return;
+    const std::string code = Premier(Atorvastatine);
+    const std::optional<ConditionnementProduit> produit = [&] {
+        const DansContexte dans(session());
+        return ConditionnementDe(code);
+    }();
+    BSTR mot = nullptr;
+    int32_t n = 0;
+    for (auto _ : state) n = Boitage_Vdx(code.c_str(), produit ? produit->Premiere.Code : 0, 95, &mot);
+    state.counters["boites"] = n;
+    if (n <= 0) state.SkipWithError("no package");
+    SysFreeString(mot);
+    DeConnection2_Vdx();
+}
+BENCHMARK(Boitage);
 
 void Economique(benchmark::State& state) {
     if (!Connecte(state)) return;
