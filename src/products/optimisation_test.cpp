@@ -23,7 +23,8 @@ constexpr int Ml = 43, Cuillere = 100, Comprime = 14;
 // C1, syrups of 250 mg/5 ml walked from 3200001 (60 ml, in ml and in spoons
 // of 5 ml, 12 a bottle): B 120 ml in ml; C in spoons only; D 100 ml, in ml
 // and in spoons of 2.5 ml (40 a bottle); L without price; F without product
-// record; P of a price of two digits; Q dearer; a hospital one, a deleted
+// record; P of a price of two digits; Q dearer; R whose ml tell no
+// contents (a ratio of 0); a hospital one, a deleted
 // one, one without identification, one of another dosage and one of
 // another form, all left out. C2 holds A and B; X1 is no equivalence class.
 // T1, tablets of 30: 3300002 has no price, 3300004 and 3300005 cost the
@@ -60,6 +61,7 @@ public:
             {"3200011", "SIROP K", "0000010", 60, Ml, 1, 0, 0, 0, "", "250 mg/5 ml", "CP01"},
             {"3200012", "SIROP P", "12"},
             {"3200013", "SIROP Q", "0000250"},
+            {"3200014", "SIROP R", "0000200", 60, Ml, 0},
         };
         for (const P& p : sirops) {
             if (p.prix)
@@ -152,28 +154,29 @@ TEST_F(Optimisations, TwoPackagesCompareOnContentsAndTheExchangeOfUnitsStays) {
     // spoons only: the spoons replace the ml, 2. D then stays in spoons (24
     // of 40), where in ml it would take 2. L, in ml only, turns back to ml.
     // The rows by Rang, then cost, C1 and C2 together.
-    const std::string rangs = "3200004:0:1 3200002:0:1 3200002:0:1 3200003:1:2 3200013:2:2 3200005:3:2 3200006:3:2 "
-                              "3200012:3:2 ";
-    ASSERT_EQ(Optimise("3200001", 2, 0, 0), 8);
+    // R, without contents, takes the prescription's 2.
+    const std::string rangs = "3200004:0:1 3200002:0:1 3200002:0:1 3200003:1:2 3200014:1:2 3200013:2:2 3200005:3:2 "
+                              "3200006:3:2 3200012:3:2 ";
+    ASSERT_EQ(Optimise("3200001", 2, 0, 0), 9);
     EXPECT_EQ(Rangs(), rangs);
-    ASSERT_EQ(Optimise("3200001", 0, Ml, 120), 8);
+    ASSERT_EQ(Optimise("3200001", 0, Ml, 120), 9);
     EXPECT_EQ(Rangs(), rangs);
     // 24 spoons are 120 ml: B, in ml only, takes them in ml.
-    ASSERT_EQ(Optimise("3200001", 0, Cuillere, 24), 8);
+    ASSERT_EQ(Optimise("3200001", 0, Cuillere, 24), 9);
     EXPECT_EQ(Rangs(), rangs);
     // 25 spoons are 125 ml: 2 of B's bottles, as dear as 3 of A's.
-    ASSERT_EQ(Optimise("3200001", 0, Cuillere, 25), 8);
+    ASSERT_EQ(Optimise("3200001", 0, Cuillere, 25), 9);
     EXPECT_EQ(Rangs().substr(0, 24), "3200004:0:1 3200002:1:2 ");
     // A unit that is none of the product's: 1 package everywhere, the
     // reference 200.
-    ASSERT_EQ(Optimise("3200001", 0, Comprime, 10), 8);
-    EXPECT_EQ(Rangs(), "3200004:0:1 3200003:1:1 3200013:2:1 3200002:2:1 3200002:2:1 3200005:3:1 3200006:3:1 "
-                       "3200012:3:1 ");
+    ASSERT_EQ(Optimise("3200001", 0, Comprime, 10), 9);
+    EXPECT_EQ(Rangs(), "3200004:0:1 3200003:1:1 3200014:1:1 3200013:2:1 3200002:2:1 3200002:2:1 3200005:3:1 "
+                       "3200006:3:1 3200012:3:1 ");
     // A quantity without unit: 3 packages, 180 ml, B's 1.5 bottle is 2;
     // equal costs keep the walk's order.
-    ASSERT_EQ(Optimise("3200001", 3, 0, 7), 8);
-    EXPECT_EQ(Rangs(), "3200004:0:1 3200002:1:2 3200003:1:3 3200002:1:2 3200013:2:3 3200005:3:3 3200006:3:3 "
-                       "3200012:3:3 ");
+    ASSERT_EQ(Optimise("3200001", 3, 0, 7), 9);
+    EXPECT_EQ(Rangs(), "3200004:0:1 3200002:1:2 3200003:1:3 3200014:1:3 3200002:1:2 3200013:2:3 3200005:3:3 "
+                       "3200006:3:3 3200012:3:3 ");
 }
 
 TEST_F(Optimisations, RowsCarryTheirClassWordsRateAndLaboratory) {
@@ -183,7 +186,7 @@ TEST_F(Optimisations, RowsCarryTheirClassWordsRateAndLaboratory) {
               "Sanofi Aventis France\r\n"
               "0@1@65@C2@Libell\xE9 inconnu@3200002@SIROP B 250 mg/5 ml, sirop, 1 flacon de 120 ml@0000300@flacon@"
               "Sanofi Aventis France");
-    ASSERT_EQ(Optimise("3200001", 2, 0, 0), 8);
+    ASSERT_EQ(Optimise("3200001", 2, 0, 0), 9);
     // The plural above one package; no product record: rate 0, no laboratory.
     EXPECT_NE(Memoire().find("3@2@0@C1@Sirops@3200006@SIROP F 250 mg/5 ml, sirop, 1 flacon de 60 ml@0000000@flacons@\r"),
               std::string::npos);
@@ -191,7 +194,7 @@ TEST_F(Optimisations, RowsCarryTheirClassWordsRateAndLaboratory) {
     EXPECT_EQ(Optimise("3200001", 2, 0, 0, -2), 0);
     // Hospital products stay out whatever the session shows.
     ActiveHospitaliers_Vdx(1);
-    EXPECT_EQ(Optimise("3200001", 2, 0, 0), 8);
+    EXPECT_EQ(Optimise("3200001", 2, 0, 0), 9);
 }
 
 TEST_F(Optimisations, CostsOfEqualRangAndProductsWithoutPrice) {
@@ -249,14 +252,14 @@ TEST_F(Optimisations, BadInputInTheOrderOfItsChecks) {
 TEST_F(Optimisations, RowsIntoTheHostsArray) {
     ReconnecteEnTableau();
     SAFEARRAY* lignes = essai::TableauDeFiches(10);
-    ASSERT_EQ(Optimisation_Vdx("3200001", 2, 0, 0, &lignes, -1), 8);
+    ASSERT_EQ(Optimisation_Vdx("3200001", 2, 0, 0, &lignes, -1), 9);
     const auto* l = static_cast<VdxOptimisation*>(lignes->pvData);
     EXPECT_EQ(l[0].Rang, 0);
     EXPECT_EQ(l[0].NombreBoites, 1);
     EXPECT_EQ(l[0].TauxRemboursement.Valeur, 65);
     EXPECT_EQ(essai::Texte(l[0].CodeCIP), "3200004");
     EXPECT_EQ(essai::Texte(l[3].Conditionnement), "flacons");
-    EXPECT_EQ(essai::Texte(l[7].Prix), "0000000");  // "12" is no price
+    EXPECT_EQ(essai::Texte(l[8].Prix), "0000000");  // "12" is no price
     VideTableau(lignes, GabaritDe<LigneOptimisation>());
     SafeArrayDestroy(lignes);
 }
