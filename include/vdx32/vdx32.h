@@ -491,6 +491,58 @@ VDX_API int32_t VDX_CALL AMMEquivalent_Vdx(const char* Code, SAFEARRAY** Tableau
  * -500. */
 VDX_API int32_t VDX_CALL IsMedDC_Vdx(const char* Code);
 
+/* Criteria search. A set of products (CodeCIPs in code order) lives
+ * behind a handle from the first Recherche_Vdx that returns without
+ * failure until FreeRecherche_Vdx; it outlives a connection. Handles are
+ * positive, issued in increasing order and never reused.
+ *
+ * A criterion: champ 1 products of an indication term (Operation 1: its
+ * exact terms only); 2 therapeutic class by prefix; 3 form by prefix; 4
+ * concept of the thesaurus (Code its number; its synonyms, components and
+ * aliases); 5 laboratory (4 characters); 6 out by contra-indication then
+ * precaution, 7 by precaution then contra-indication, 8 by adverse effect
+ * (as champ 1 reads Operation; they need a set); 9 out by the patient's
+ * conditions on the terms of the products; 10 out by the product flag
+ * (Operation 1 the flagged ones, else the others; the first and last code
+ * stay); 11 out what adds an interaction to the prescription in Code
+ * (codes separated by "|"; a message when it already holds some); 12
+ * route (Code a substring of the route key; two characters give -2). For
+ * 2, 3, 5, 12 Operation 0 keeps what matches, else takes it out; on an
+ * empty set 2, 3 and 5 with Operation 1 take every product of the index
+ * not matching. qualifiant, for the terms: 1 a term code, 2 a CISP code, 3
+ * a CIM10 code. A criterion of another champ or with an empty Code is
+ * skipped. Code is cut to 255 bytes. In mode 0 the integers are read from
+ * the low 32 bits of their slots and Code follows ChainesUnicode; in the
+ * other modes the criteria are the input text's rows
+ * "champ@Operation@Code@qualifiant" (a missing number reads 0). */
+typedef struct VdxCritereRecherche {
+    intptr_t champ;
+    intptr_t Operation;
+    BSTR Code;
+    intptr_t qualifiant;
+} VdxCritereRecherche;
+/* The criteria in order on the set of *Handle (a new one for 0), the
+ * patient's Age (months), Poids (kg), Sexe ("M" or "F"), Grossesse and
+ * Allaitement read by champ 9. The handle is written once the list ran to
+ * its end. The result of the last criterion that ran (the set's count), 0
+ * when none did; -2; -10 no criteria array in mode 0; -12 an empty criteria
+ * text or an unreadable array; -20 no handle pointer, or a handle not
+ * issued; the first failure of a criterion stops the list (a new set is
+ * then dropped, an existing one keeps what ran): -300 a criterion needing
+ * a set meets an empty one, -2 a route of two characters, -200, -500. */
+VDX_API int32_t VDX_CALL Recherche_Vdx(SAFEARRAY** Criteres, int32_t* Handle, int32_t Age, int32_t Poids,
+                                       const char* Sexe, int32_t Grossesse, int32_t Allaitement);
+/* The product at Rang (from 1) of the set and its label, "code@label" in
+ * the flat modes. 1; -2; -40 no handle, 0 or one not issued; -10 Rang
+ * below 1; -13 beyond the set; -90 a product no longer in VDXPRO; -500. */
+VDX_API int32_t VDX_CALL GetRecherche_Vdx(int32_t Rang, BSTR* CodeCIP, BSTR* Libelle, int32_t* Handle);
+/* A new set with the codes of *Source, its handle into *Destination. 1;
+ * -2; -10 no source, 0 or one not issued; -20 no destination; -200. */
+VDX_API int32_t VDX_CALL CopyRecherche_Vdx(int32_t* Source, int32_t* Destination);
+/* Frees the set and sets *Handle to 0; no connection needed. 1; 0 for a
+ * null pointer. */
+VDX_API int32_t VDX_CALL FreeRecherche_Vdx(int32_t* Handle);
+
 /* Simple lookups: one fact of a product. -10, -13; -90 the product is not
  * in the table that holds the fact; -500.
  * Into a host string, 1: the UCD code, the EAN code (GenCode), the CIS code

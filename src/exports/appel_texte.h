@@ -42,6 +42,11 @@ public:
             return Entier(Texte(genre));
         } else if constexpr (std::is_same_v<T, float>) {
             return Reel(Texte(genre));
+        } else if constexpr (std::is_same_v<T, int32_t*>) {
+            // A handle given as text; a number of mode 0 is no argument.
+            if (genre != G::Poignee) return nullptr;
+            poignees_.push_back(Entier(Texte(genre)));
+            return &poignees_.back();
         } else if constexpr (std::is_same_v<T, BSTR*>) {
             chaines_.push_back(nullptr);
             return &chaines_.back();
@@ -75,6 +80,7 @@ private:
     size_t suivant_ = 0;
     std::deque<BSTR> chaines_;
     std::deque<SAFEARRAY*> tableaux_;
+    std::deque<int32_t> poignees_;
 };
 
 // The result and parameter types of a pointer to an export, whatever its

@@ -192,6 +192,8 @@ VDX_CASE(VdxEconomique, ActeTexte2, 10);
 static_assert(Cases<VdxEquivalent>(11), "VdxEquivalent is not 11 slots");
 VDX_CASE(VdxEquivalent, TauxRemboursement, 1);
 VDX_CASE(VdxEquivalent, Laboratoire, 10);
+static_assert(Cases<VdxCritereRecherche>(4), "VdxCritereRecherche is not 4 slots");
+VDX_CASE(VdxCritereRecherche, Code, 2);
 static_assert(Cases<VdxOptimisation>(10), "VdxOptimisation is not 10 slots");
 VDX_CASE(VdxOptimisation, TauxRemboursement, 2);
 VDX_CASE(VdxOptimisation, Laboratoire, 9);

@@ -15,7 +15,7 @@ namespace vdx::exports {
 
 bool DonneEnTexte(GenreArgument genre) {
     return genre == G::Texte || genre == G::Entier || genre == G::Reel || genre == G::Liste || genre == G::ListeTableau ||
-           genre == G::Lignes;
+           genre == G::Lignes || genre == G::Poignee;
 }
 
 Arguments::~Arguments() {

@@ -24,6 +24,7 @@ enum class GenreArgument : uint8_t {
     Lignes,        // an input list, in the flat modes one entry a line up to a line "@"
     Fiche,         // a pointer to a host record
     Nombre,        // a pointer to a number (int32_t*, float*) the call fills in mode 0
+    Poignee,       // a pointer to a handle (int32_t*) the call reads and may write, in every mode
 };
 
 struct Argument {

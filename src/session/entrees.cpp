@@ -12,9 +12,6 @@
 namespace vdx {
 namespace {
 
-// The longest text of an input string, as the buffers of the inputs hold.
-constexpr size_t TailleTexteHote = 255;
-
 // Walks the elements of an input array of `tailleMin` bytes or more (exactly
 // `tailleExacte` when it is not 0).
 template <class Lit>
@@ -32,11 +29,17 @@ void Parcourt(SAFEARRAY* const* tableau, CodesEntree codes, uint32_t tailleMin, 
 
 }  // namespace
 
-std::string TexteHote(BSTR chaine) {
-    if (session().ChainesUnicode) return ChaineVersTexte(chaine, TailleTexteHote);
+std::string TexteHote(BSTR chaine, size_t longueurMax) {
+    if (session().ChainesUnicode) return ChaineVersTexte(chaine, longueurMax + 1);
     std::string_view octets = hote::Octets(chaine);
-    octets = octets.substr(0, std::min(octets.find('\0'), TailleTexteHote - 1));
+    octets = octets.substr(0, std::min(octets.find('\0'), longueurMax));
     return std::string(octets);
+}
+
+void FichesDuTableau(SAFEARRAY* const* tableau, CodesEntree codes, uint32_t champs,
+                     const std::function<void(void* fiche)>& lit) {
+    const uint32_t taille = hote::TailleFiche(champs);
+    Parcourt(tableau, codes, taille, taille, lit);
 }
 
 std::vector<std::string> ChainesDuTableau(SAFEARRAY* const* tableau, CodesEntree codes) {
@@ -54,8 +57,7 @@ std::vector<int32_t> EntiersDuTableau(SAFEARRAY* const* tableau, CodesEntree cod
 
 std::vector<Analyse> AnalysesDuTableau(SAFEARRAY* const* tableau, CodesEntree codes) {
     std::vector<Analyse> analyses;
-    const uint32_t taille = hote::TailleFiche(2);
-    Parcourt(tableau, codes, taille, taille, [&](void* e) {
+    FichesDuTableau(tableau, codes, 2, [&](void* e) {
         analyses.push_back({TexteHote(*hote::Chaine(e, 0)), hote::Entier(e, 1)});
     });
     return analyses;

@@ -4,6 +4,7 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -21,11 +22,15 @@ struct CodesEntree {
 };
 
 // The text of a host string of an input: wide in a wide session, 8-bit
-// bytes otherwise; cut at its first NUL and to 254 bytes.
-std::string TexteHote(BSTR chaine);
+// bytes otherwise; cut at its first NUL and to `longueurMax` bytes.
+inline constexpr size_t LongueurTexteHote = 254;
+std::string TexteHote(BSTR chaine, size_t longueurMax = LongueurTexteHote);
 
 // An array of strings (elements of a pointer's size). Throws Echec.
 std::vector<std::string> ChainesDuTableau(SAFEARRAY* const* tableau, CodesEntree codes);
+// An array of records of `champs` slots, each handed to `lit`. Throws Echec.
+void FichesDuTableau(SAFEARRAY* const* tableau, CodesEntree codes, uint32_t champs,
+                     const std::function<void(void* fiche)>& lit);
 // An array of 32-bit integers: elements of 4 bytes, or of a record slot
 // whose first 4 bytes hold the value. Throws Echec.
 std::vector<int32_t> EntiersDuTableau(SAFEARRAY* const* tableau, CodesEntree codes);

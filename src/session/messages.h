@@ -21,6 +21,10 @@ inline constexpr char HorsPhase[] =
     "Nous vous invitons \xE0 prendre contact avec votre maintenance logicielle ou avec notre service Hotline.";
 inline constexpr char TitreHorsPhase[] = "     Information importante";
 
+// A criteria search against a prescription that already holds interactions.
+inline constexpr char InteractionsEnCours[] = "Il y a des interactions dans la prescription en cours";
+inline constexpr char TitreAttention[] = "Attention !";
+
 inline constexpr char EchecAgent[] = "probleme lors de sendmessage";
 inline constexpr char TitreEchecAgent[] = "info";
 

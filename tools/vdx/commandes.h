@@ -75,5 +75,6 @@ extern const Commande CommandeImport;
 extern const Commande CommandeCheck;
 extern const Commande CommandeProduct;
 extern const Commande CommandeSearch;
+extern const Commande CommandeSearchSet;
 
 }  // namespace vdx

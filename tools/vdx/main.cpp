@@ -35,6 +35,8 @@ constexpr char AideGenerale[] =
     "                       show a product\n"
     "  search --base BASE TEXT [COUNT]\n"
     "                       search products by the beginning of their label\n"
+    "  search-set --base BASE FILE... [patient options]\n"
+    "                       run criteria searches on one set of products\n"
     "\n"
     "The commands that read a base take it as --base BASE, or from the\n"
     "environment's VDX_BASE. vdx COMMAND --help tells more of each. Exit codes:\n"
@@ -68,6 +70,7 @@ const char* NomGenre(exports::GenreArgument g) {
         case exports::GenreArgument::Lignes: return "liste";
         case exports::GenreArgument::Fiche: return "fiche";
         case exports::GenreArgument::Nombre: return "nombre";
+        case exports::GenreArgument::Poignee: return "handle";
     }
     return "?";
 }
@@ -161,7 +164,8 @@ const Commande CommandeCall{"call", AideCall, {{"--base", true}, {"--list", fals
 
 // The commands by name; each is defined in its own file.
 const Commande* const Commandes[] = {&CommandeTables,  &CommandeCall,  &CommandeBuild,   &CommandeDump,
-                                     &CommandeImport,  &CommandeCheck, &CommandeProduct, &CommandeSearch};
+                                     &CommandeImport,  &CommandeCheck, &CommandeProduct, &CommandeSearch,
+                                     &CommandeSearchSet};
 
 }  // namespace
 

@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <charconv>
 #include <cstdio>
+#include <fstream>
 #include <iostream>
 #include <optional>
 #include <span>
@@ -53,6 +54,17 @@ constexpr char AideSearch[] =
     "\n"
     "Lists the products of BASE (or VDX_BASE) whose label begins with TEXT (20\n"
     "by default).\n";
+
+constexpr char AideSearchSet[] =
+    "usage: vdx search-set [--base BASE] FILE... [--age MONTHS | --age-years N]\n"
+    "                      [--weight KG] [--sex M|F] [--pregnancy WEEKS] [--breastfeeding]\n"
+    "\n"
+    "Runs criteria searches on one set of products: each FILE is one call of\n"
+    "Recherche_Vdx on the set the calls before it left, one criterion a line,\n"
+    "\"champ@Operation@Code@qualifiant\" in UTF-8 (blank lines and lines\n"
+    "beginning with \"#\" aside); the patient options are those of the patient\n"
+    "criterion (9). Prints each call's result, then every product of the set\n"
+    "in code order, read back one by one, and frees the set.\n";
 
 // The text of a host string the library filled in an 8-bit session, in UTF-8.
 std::string Utf8(BSTR b) {
@@ -415,8 +427,81 @@ int Search(const ArgumentsCommande& args) {
     return SortieSucces;
 }
 
+// The criteria of a file, one a line: "champ@Operation@Code@qualifiant".
+std::optional<std::vector<std::vector<std::string>>> LitCriteres(const std::string& chemin) {
+    std::ifstream fichier(chemin);
+    if (!fichier) return std::nullopt;
+    std::vector<std::vector<std::string>> criteres;
+    for (std::string ligne; std::getline(fichier, ligne);) {
+        if (!ligne.empty() && ligne.back() == '\r') ligne.pop_back();
+        if (ligne.empty() || ligne.starts_with('#')) continue;
+        std::vector<std::string> champs;
+        for (size_t debut = 0;;) {
+            const size_t a = ligne.find('@', debut);
+            champs.push_back(ligne.substr(debut, a == std::string::npos ? a : a - debut));
+            if (a == std::string::npos) break;
+            debut = a + 1;
+        }
+        champs.resize(4);
+        criteres.push_back(std::move(champs));
+    }
+    return criteres;
+}
+
+const Gabarit GabaritCritere = {TypeChamp::Entier, TypeChamp::Entier, TypeChamp::Texte, TypeChamp::Entier};
+
+int SearchSet(const ArgumentsCommande& args) {
+    const std::optional<Demande> d = LitDemande(args);
+    if (!d || d->base.empty() || d->produits.empty()) return Usage(AideSearchSet);
+    const Connexion connexion(d->base);
+    if (connexion.code != 1) return EchecLibrairie("Connection2_Vdx", connexion.code);
+    int32_t handle = 0;
+    for (const std::string& chemin : d->produits) {
+        const auto lus = LitCriteres(chemin);
+        if (!lus) {
+            std::cerr << "vdx: can't read " << chemin << '\n';
+            FreeRecherche_Vdx(&handle);
+            return SortieEchec;
+        }
+        TableauHote<VdxCritereRecherche> criteres(GabaritCritere);
+        SAFEARRAY* t = *criteres.Adresse();
+        if (!hote::Redimensionne(t, static_cast<uint32_t>(lus->size()))) throw std::bad_alloc();
+        for (size_t i = 0; i < lus->size(); ++i) {
+            const std::vector<std::string>& c = (*lus)[i];
+            VdxCritereRecherche& e = criteres.Lignes()[i];
+            e.champ = Nombre(c[0]).value_or(0);
+            e.Operation = Nombre(c[1]).value_or(0);
+            if (!hote::RangeOctets(&e.Code, codepage::DepuisUtf8(c[2]).value_or(c[2]))) throw std::bad_alloc();
+            e.qualifiant = Nombre(c[3]).value_or(0);
+        }
+        const int32_t n = Recherche_Vdx(criteres.Adresse(), &handle, d->age, d->poids, d->sexe.c_str(), d->grossesse,
+                                        d->allaitement);
+        std::cout << chemin << ": " << n << '\n';
+        if (n < 0 && handle == 0) return EchecLibrairie("Recherche_Vdx", n);
+    }
+    for (int32_t rang = 1;; ++rang) {
+        ChaineHote code, libelle;
+        const int32_t n = GetRecherche_Vdx(rang, code.Adresse(), libelle.Adresse(), &handle);
+        if (n == CodeMalForme || n == Argument4) break;
+        std::cout << rang << "  " << Utf8(code.Valeur()) << "  " << (n == 1 ? Utf8(libelle.Valeur()) : "(unknown product)")
+                  << '\n';
+    }
+    FreeRecherche_Vdx(&handle);
+    return SortieSucces;
+}
+
 }  // namespace
 
+const Commande CommandeSearchSet{"search-set",
+                                 AideSearchSet,
+                                 {{"--base", true},
+                                  {"--age", true},
+                                  {"--age-years", true},
+                                  {"--weight", true},
+                                  {"--sex", true},
+                                  {"--pregnancy", true},
+                                  {"--breastfeeding", false}},
+                                 SearchSet};
 const Commande CommandeCheck{"check",
                              AideCheck,
                              {{"--base", true},
