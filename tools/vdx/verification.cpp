@@ -474,6 +474,7 @@ int SearchSet(const ArgumentsCommande& args) {
             if (!hote::RangeOctets(&e.Code, codepage::DepuisUtf8(c[2]).value_or(c[2]))) throw std::bad_alloc();
             e.qualifiant = Nombre(c[3]).value_or(0);
         }
+        std::cout << std::flush;  // before any message of the call
         const int32_t n = Recherche_Vdx(criteres.Adresse(), &handle, d->age, d->poids, d->sexe.c_str(), d->grossesse,
                                         d->allaitement);
         std::cout << chemin << ": " << n << '\n';
