@@ -26,6 +26,8 @@
 #include "products/equivalents.h"
 #include "products/optimisation.h"
 #include "products/produits.h"
+#include "search/criteres.h"
+#include "search/ensemble.h"
 #include "store/layouts.h"
 #include "products/substances.h"
 #include "checks/interactions.h"
@@ -724,6 +726,134 @@ void Boitage(benchmark::State& state) {
     DeConnection2_Vdx();
 }
 BENCHMARK(Boitage);
+
+// A host's array of criteria "champ@Operation@Code@qualifiant", in mode 0.
+SAFEARRAY* TableauDeCriteres(const std::vector<CritereRecherche>& criteres) {
+    SAFEARRAY* t = hote::CreeTableau(hote::TailleFiche(4));
+    hote::Redimensionne(t, static_cast<uint32_t>(criteres.size()));
+    auto* e = static_cast<VdxCritereRecherche*>(t->pvData);
+    for (size_t i = 0; i < criteres.size(); ++i) {
+        e[i].champ = criteres[i].champ;
+        e[i].Operation = criteres[i].Operation;
+        hote::RangeOctets(&e[i].Code, criteres[i].Code);
+        e[i].qualifiant = criteres[i].qualifiant;
+    }
+    return t;
+}
+const Gabarit GabaritCritere{TypeChamp::Entier, TypeChamp::Entier, TypeChamp::Texte, TypeChamp::Entier};
+
+// Tablets (forms "CP..."), Teva's left out, by the oral route, from a new
+// set; then the first 100 products of the set read back.
+const std::vector<CritereRecherche> CriteresComprimes = {{3, 0, "CP", 0}, {5, 1, "TEV3", 0}, {12, 0, "A11", 0}};
+constexpr int32_t ProduitsLus = 100;
+
+void RechercheCriteres(benchmark::State& state) {
+    if (!Connecte(state)) return;
+    SAFEARRAY* criteres = TableauDeCriteres(CriteresComprimes);
+    int32_t n = 0;
+    for (auto _ : state) {
+        int32_t handle = 0;
+        n = Recherche_Vdx(&criteres, &handle, 0, 0, "F", 0, 0);
+        for (int32_t rang = 1; rang <= std::min(n, ProduitsLus); ++rang) {
+            ChaineHote code, libelle;
+            GetRecherche_Vdx(rang, code.Adresse(), libelle.Adresse(), &handle);
+        }
+        FreeRecherche_Vdx(&handle);
+    }
+    state.counters["produits"] = n;
+    if (n <= ProduitsLus) state.SkipWithError("too few products");
+    VideTableau(criteres, GabaritCritere);
+    hote::Detruit(criteres);
+    DeConnection2_Vdx();
+}
+BENCHMARK(RechercheCriteres)->Unit(benchmark::kMicrosecond);
+
+// The same walks over sorted copies of the keys in memory: the forms by
+// prefix, the laboratory's products, a probe of the routes for each code,
+// the merges by binary search, and the 100 labels read and delivered.
+void Reference_RechercheCriteres(benchmark::State& state) {
+    if (!Connecte(state)) return;
+    std::map<std::string, std::vector<std::string>> cles;
+    std::map<std::string, std::string, std::less<>> produits;
+    {
+        const DansContexte dans(session());
+        for (const char* nom : {"VDXIDFOP", "VDXLABP", "VDXIDPVO", "VDXPRO"}) {
+            const vdx::Table& t = *TableNommee(nom);
+            TablesOuvertes ouvertes{&t};
+            Curseur c(t);
+            for (auto p = c.Premiere(); p; p = c.Suivante()) {
+                if (std::string_view(nom) == "VDXPRO")
+                    produits.emplace(std::string(c.Cle()), FicheA(t, *p));
+                else
+                    cles[nom].emplace_back(c.Cle());
+            }
+        }
+    }
+    const auto prefixe = [&](const char* table, std::string_view debut, size_t largeur) {
+        const std::vector<std::string>& k = cles.at(table);
+        Candidats candidats;
+        for (auto it = std::lower_bound(k.begin(), k.end(), debut); it != k.end() && it->starts_with(debut); ++it)
+            candidats.push_back(CodeDe(std::string_view(*it).substr(largeur, 7)));
+        std::ranges::sort(candidats);
+        return candidats;
+    };
+    const std::vector<std::string>& voies = cles.at("VDXIDPVO");
+    size_t n = 0;
+    for (auto _ : state) {
+        EnsembleCIP e;
+        FusionEnsemble(e, prefixe("VDXIDFOP", "CP", 4), false);
+        FusionEnsemble(e, prefixe("VDXLABP", "TEV3", 4), true);
+        for (size_t i = 0; i < e.Codes.size();) {
+            const std::string sonde = TexteDe(e.Codes[i]) + "A11";
+            const auto it = std::lower_bound(voies.begin(), voies.end(), sonde);
+            if (it != voies.end() && it->find(sonde) == std::string::npos && i + 1 != e.Codes.size())
+                e.Codes.erase(e.Codes.begin() + static_cast<std::ptrdiff_t>(i));
+            else
+                ++i;
+        }
+        n = e.Codes.size();
+        for (size_t rang = 0; rang < std::min<size_t>(n, ProduitsLus); ++rang) {
+            const std::string cip = TexteDe(e.Codes[rang]);
+            const auto p = produits.lower_bound(cip);
+            ChaineHote code, libelle;
+            hote::RangeOctets(code.Adresse(), cip);
+            hote::RangeOctets(libelle.Adresse(), Fiche(p->second).Texte(VDXPRO::Libelle));
+        }
+    }
+    state.counters["produits"] = static_cast<double>(n);
+    DeConnection2_Vdx();
+}
+BENCHMARK(Reference_RechercheCriteres)->Unit(benchmark::kMicrosecond);
+
+// The 200 products of one laboratory that add no interaction to a
+// prescription of five products.
+void RechercheInteractions(benchmark::State& state) {
+    if (!Connecte(state)) return;
+    std::string prescription;
+    for (const char* debut : {"COUMADINE 2MG", "CORDARONE 200MG", "ZOCOR 20MG", "ZECLAR 500MG", "DOLIPRANE 1000MG CPR"})
+        prescription += (prescription.empty() ? "" : "|") + Premier(debut);
+    SAFEARRAY* laboratoire = TableauDeCriteres({{5, 0, "GLA0", 0}});
+    SAFEARRAY* interactions = TableauDeCriteres({{11, 0, prescription, 0}});
+    int32_t base = 0;
+    const int32_t taille = Recherche_Vdx(&laboratoire, &base, 0, 0, "F", 0, 0);
+    int32_t n = 0;
+    for (auto _ : state) {
+        int32_t copie = 0;
+        CopyRecherche_Vdx(&base, &copie);
+        n = Recherche_Vdx(&interactions, &copie, 0, 0, "F", 0, 0);
+        FreeRecherche_Vdx(&copie);
+    }
+    state.counters["ensemble"] = taille;
+    state.counters["restent"] = n;
+    if (n < 0) state.SkipWithError("the search failed");
+    FreeRecherche_Vdx(&base);
+    for (SAFEARRAY* t : {laboratoire, interactions}) {
+        VideTableau(t, GabaritCritere);
+        hote::Detruit(t);
+    }
+    DeConnection2_Vdx();
+}
+BENCHMARK(RechercheInteractions)->Unit(benchmark::kMillisecond);
 
 void Economique(benchmark::State& state) {
     if (!Connecte(state)) return;
