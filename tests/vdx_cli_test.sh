@@ -82,6 +82,17 @@ verifie "product" grep -q "CODÉINE (PHOSPHATE DE) HÉMIHYDRATÉ  30 mg" <<<"$("
 verifie "deleted product marked" grep -q "deleted on 02/03/2015" <<<"$("$vdx" product --base "$work/base" 2192297)"
 verifie "unknown product" test "$(code "$vdx" product --base "$work/base" 9999999)" = 1
 verifie "search" test "$("$vdx" search --base "$work/base" "COUMADINE 5" | cut -c1-7)" = 3569309
+# A criteria search on one set, file after file: antibiotics of lower
+# respiratory infections, then none with a condition of a woman of 70,
+# then none adding an interaction to warfarin: amoxicillin alone stays.
+exemples=$(dirname "$0")/../data/search-examples
+sortie=$("$vdx" search-set --base "$work/base" --sex F --age-years 70 "$exemples/1-indication.txt" \
+    "$exemples/2-patient.txt" "$exemples/3-warfarin.txt" 2>/dev/null)
+verifie "search-set tells each call's count" test "$(echo "$sortie" | grep -c '\.txt: [0-9]*$')" = 3
+verifie "search-set keeps amoxicillin alone" test "$(echo "$sortie" | grep -c '^[0-9]*  [0-9]\{7\}  AMOXICILLINE')" = \
+    "$(echo "$sortie" | grep -c '^[0-9]*  [0-9]\{7\}  ')"
+verifie "search-set without a file" test "$(code "$vdx" search-set --base "$work/base")" = 2
+verifie "search-set of a missing file" test "$(code "$vdx" search-set --base "$work/base" "$work/nulle-part.txt")" = 1
 # A base without couples says so, rather than reporting none found; its
 # build names the table it built empty; a source that is no file fails.
 mkdir "$work/sans-couples"
