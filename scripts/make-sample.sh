@@ -28,7 +28,7 @@ trap 'rm -rf "$travail"' EXIT
 
 # Tables whose hand-written rows replace the imported row of the same first
 # column (their key): what the public data can't tell of a product.
-remplacees="VDXPROA.tsv VDXIDPRO.tsv"
+remplacees="VDXPROA.tsv VDXIDPRO.tsv VDXVAMST.tsv"
 for fichier in "$projet"/data/sample-hand/*.tsv; do
     table=$(basename "$fichier")
     cible="$travail/sources/$table"

@@ -359,6 +359,23 @@ TEST(ImportProduits, EachPresentationIsAProductWithItsCodesAndFlags) {
     EXPECT_EQ(e.Fiche("VDXDAT", "Numero", "1").at("Texte"), "16/03/2017");
 }
 
+TEST(ImportProduits, TheAuthorisationsDateTheConditionsAsAChapterAndTheSpecialitysLabel) {
+    Extrait e;
+    e.Importe();
+    EXPECT_EQ(e.Fiche("VDXVAMDT", "CodeCIP", "3333333").at("CodeChapitre"), "00");
+    EXPECT_EQ(e.Fiche("VDXVAMDT", "CodeCIP", "3333333").at("DateChapitre"), "2002/01/01");
+    const Ligne chapitre = e.Fiche("VDXVAMST", "CodeCIP", "3333333");
+    // The conditions in one order whatever the lines' order.
+    EXPECT_EQ(chapitre.at("Texte11"), "liste I - réservé à l'usage HOSPITALIER - stupéfiants");
+    // The sources double the backslashes.
+    EXPECT_EQ(chapitre.at("Rtf11"),
+              "{\\\\rtf1\\\\ansi liste I - r\\\\'e9serv\\\\'e9 \\\\'e0 l'usage HOSPITALIER - stup\\\\'e9fiants}");
+    EXPECT_EQ(chapitre.at("Texte1"), "");
+    EXPECT_TRUE(Selon(e.Table("VDXVAMST"), "CodeCIP", "1111111").empty());  // no condition
+    EXPECT_EQ(e.Fiche("VDXYCIS", "CodeCIS", "60000003").at("Libelle"), "MORPHINE LAB 10 mg/ml, solution injectable");
+    EXPECT_EQ(RtfDe("{a\\b}"), "{\\rtf1\\ansi \\{a\\\\b\\}}");
+}
+
 TEST(ImportProduits, RoutesGroupsAndIdentification) {
     Extrait e;
     e.Importe();

@@ -543,6 +543,38 @@ VDX_API int32_t VDX_CALL CopyRecherche_Vdx(int32_t* Source, int32_t* Destination
  * null pointer. */
 VDX_API int32_t VDX_CALL FreeRecherche_Vdx(int32_t* Handle);
 
+/* The texts of the marketing authorisation. The terms of a product of one
+ * kind (Type 1 indications, 2 contra-indications, 3 precautions, 4 adverse
+ * effects), in key order, with the level of their link; a term the
+ * vocabulary lacks is labelled "Mot Clé CODE inexistant.". The number of
+ * rows; 0 when the product has none of the kind; -10; -13; -20 no array
+ * in mode 0; -30 a Type outside 1 to 4; -500. */
+typedef struct VdxTermeProduit {
+    intptr_t NiveauLien;
+    BSTR CodeTerme;
+    BSTR Libelle;
+} VdxTermeProduit;
+VDX_API int32_t VDX_CALL ProduitAMM_Vdx(const char* Code, SAFEARRAY** Resultat, int32_t Type);
+/* A stored chapter of a product: its RTF turned into text, then the RTF,
+ * into the two strings of Textes in mode 0 (emptied first); in the other
+ * modes the text without its last line end, then the RTF. Chapitre 1 to 5
+ * of the main texts (1 indications, 2 contra-indications, 3 precautions, 4
+ * adverse effects, 5 pregnancy and breast-feeding), 1 to 13 of the further
+ * ones. 1; 0 when the chapter has no text (both empty); -10; -13; -20 no
+ * record in mode 0; -30 a chapter outside its range; -500. */
+VDX_API int32_t VDX_CALL ProduitTexteAMM_Vdx(const char* Code, VdxDeuxChaines* Textes, int32_t Chapitre);
+VDX_API int32_t VDX_CALL ProduitTexteAMMPlus_Vdx(const char* Code, VdxDeuxChaines* Textes, int32_t Chapitre);
+/* The date of a chapter code (0 to 99; 0 the authorisation) as stored,
+ * year first with its separators ("2017/03/15"). 1; 0 none; -10; -13; -20
+ * a code outside 0 to 99; -500. */
+VDX_API int32_t VDX_CALL GetDateChapitre_Vdx(const char* Code, int32_t Chapitre, BSTR* Date);
+/* The label of a speciality by its CIS code of 8 digits. 1; -10; -13 not 8
+ * characters; -90 unknown; -500. */
+VDX_API int32_t VDX_CALL LibelleCIS_Vdx(const char* Code, BSTR* Libelle);
+/* The title of a prescription line by common name (its label). 1; -10;
+ * -13; -90 unknown; -500. */
+VDX_API int32_t VDX_CALL LibelleMedDC2_Vdx(const char* Code, BSTR* Libelle);
+
 /* Simple lookups: one fact of a product. -10, -13; -90 the product is not
  * in the table that holds the fact; -500.
  * Into a host string, 1: the UCD code, the EAN code (GenCode), the CIS code

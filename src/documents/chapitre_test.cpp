@@ -31,12 +31,16 @@ TEST(ExtraitChapitre, ReadsTheRtfFieldOfAChapterAsText) {
     EXPECT_EQ(ExtraitChapitre(2, corps, false, "{\\rtf1 rien}"), "rien");
 }
 
-TEST(ExtraitChapitre, ARecordOutOfShapeGivesEmptyFields) {
+TEST(ExtraitChapitre, ARecordOutOfShapeGivesWhatItHolds) {
+    // Shorter than its header: no field at all.
     EXPECT_EQ(ExtraitChapitre(1, "", false), "");
     EXPECT_EQ(ExtraitChapitre(1, std::string(20, 'x'), true), "");
-    std::string menteur = Corps({"court"});
-    EcritMot(menteur, 0, 1 << 30);  // a length past the record's end
-    EXPECT_EQ(ExtraitChapitre(1, menteur, true), "");
+    // A length past the record's end: what the record holds of the field,
+    // and nothing of the fields behind it.
+    std::string menteur = Corps({"court", "x"});
+    EcritMot(menteur, 0, 1 << 30);
+    EXPECT_EQ(ExtraitChapitre(1, menteur, true), "courtx");
+    EXPECT_EQ(ExtraitChapitre(2, menteur, true), "");
     EXPECT_EQ(ExtraitChapitre(0, menteur, true), "");
     EXPECT_EQ(ExtraitChapitre(40, menteur, true), "");
 }

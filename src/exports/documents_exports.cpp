@@ -1,8 +1,77 @@
-// The C exports of the documents.
+// The C exports of the documents: RTF to text, the stored texts of the
+// marketing authorisation.
 #include "documents/rtf.h"
+#include "documents/textes_amm.h"
+#include "exports/arguments.h"
 #include "exports/declaration.h"
+#include "products/produits.h"
+#include "session/codeproduit.h"
+#include "session/texte.h"
 
 using namespace vdx;
+using exports::Noms;
+
+namespace {
+
+// A chapter of one of the tables: in mode 0 into the host's two strings,
+// emptied first; in the other modes the text without its last line end,
+// then the RTF. 1 when the chapter has a text, else 0.
+int32_t TexteAMM(TextesAMM textes, const char* code, VdxDeuxChaines* hote, int32_t chapitre) {
+    const std::string cip = CodeCIPRequis(code);
+    if (chapitre < 1 || chapitre > ChapitresDe(textes)) throw Echec{Argument3};
+    const bool tableau = session().ModeSortie == ModeTableau;
+    if (tableau) VideFiche(Requis(hote, Argument2), GabaritDe<ChapitreAMM>());
+    ChapitreAMM c = ChapitreStocke(textes, cip, chapitre);
+    const bool present = !c.Rtf.empty();
+    if (!tableau && c.Texte.ends_with(FinDeLigne)) c.Texte.resize(c.Texte.size() - std::string_view(FinDeLigne).size());
+    LivreFiche(hote, GabaritDe<ChapitreAMM>(), ValeursDe(c));
+    return present ? Succes : Rien;
+}
+
+}  // namespace
+
+VDX_EXPORT(ProduitAMM_Vdx, Connecte, NomsDesChamps<TermeProduit>(), (Texte, Code), (Tableau, Resultat),
+           (Entier, Type)) {
+    const std::string cip = CodeCIPRequis(Code);
+    if (Type < TypeAMMMin || Type > TypeAMMMax) throw Echec{Argument3};
+    vdx::Resultat resultat(Resultat, GabaritDe<TermeProduit>(), Argument2);
+    resultat.Prend(LignesSansCleSelon<TermeProduit>(TermesProduit(cip, Type)));
+    return resultat.Livre();
+}
+
+VDX_EXPORT(ProduitTexteAMM_Vdx, Connecte, NomsDesChamps<ChapitreAMM>(), (Texte, Code), (Fiche, Textes),
+           (Entier, Chapitre)) {
+    return TexteAMM(TextesAMM::Principaux, Code, Textes, Chapitre);
+}
+
+VDX_EXPORT(ProduitTexteAMMPlus_Vdx, Connecte, NomsDesChamps<ChapitreAMM>(), (Texte, Code), (Fiche, Textes),
+           (Entier, Chapitre)) {
+    return TexteAMM(TextesAMM::Complementaires, Code, Textes, Chapitre);
+}
+
+VDX_EXPORT(GetDateChapitre_Vdx, Chaines, Noms("Date"), (Texte, Code), (Entier, Chapitre), (ChaineSortie, Date)) {
+    const std::string cip = CodeCIPRequis(Code);
+    if (Chapitre < 0 || Chapitre > CodeChapitreMax) throw Echec{Argument2};
+    const std::optional<std::string> date = DateChapitre(cip, Chapitre);
+    if (!date) return Rien;
+    LivreValeur(Date, *date, Argument3);
+    return Succes;
+}
+
+VDX_EXPORT(LibelleCIS_Vdx, Chaines, Noms("Libelle"), (Texte, Code), (ChaineSortie, Libelle)) {
+    const std::string_view cis = exports::TexteBorne(Code, LongueurCIS);
+    if (cis.empty()) throw Echec{Argument1};
+    if (cis.size() != LongueurCIS) throw Echec{CodeMalForme};
+    const std::optional<std::string> libelle = LibelleCIS(cis);
+    if (!libelle) throw Echec{CodeInconnu};
+    LivreValeur(Libelle, *libelle, Argument2);
+    return Succes;
+}
+
+VDX_EXPORT(LibelleMedDC2_Vdx, Chaines, Noms("Libelle"), (Texte, Code), (ChaineSortie, Libelle)) {
+    LivreValeur(Libelle, LibelleMedDC2(CodeProduit(Code)), Argument2);
+    return Succes;
+}
 
 // Needs no connection; the text goes to the host string as 8-bit bytes in
 // every output mode, with no delivery by mode; in mode 0 it is emptied

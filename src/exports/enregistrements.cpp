@@ -14,6 +14,7 @@
 #include "posology/catalogue.h"
 #include "posology/controle.h"
 #include "posology/phrase.h"
+#include "documents/textes_amm.h"
 #include "products/codes.h"
 #include "products/composition.h"
 #include "products/equivalents.h"
@@ -192,6 +193,8 @@ VDX_CASE(VdxEconomique, ActeTexte2, 10);
 static_assert(Cases<VdxEquivalent>(11), "VdxEquivalent is not 11 slots");
 VDX_CASE(VdxEquivalent, TauxRemboursement, 1);
 VDX_CASE(VdxEquivalent, Laboratoire, 10);
+static_assert(Cases<VdxTermeProduit>(3), "VdxTermeProduit is not 3 slots");
+VDX_CASE(VdxTermeProduit, Libelle, 2);
 static_assert(Cases<VdxCritereRecherche>(4), "VdxCritereRecherche is not 4 slots");
 VDX_CASE(VdxCritereRecherche, Code, 2);
 static_assert(Cases<VdxOptimisation>(10), "VdxOptimisation is not 10 slots");
@@ -229,6 +232,8 @@ VDX_REMPLIT(BornesPosologie, VdxBornesPosologie);
 VDX_REMPLIT(FicheEconomique, VdxEconomique);
 VDX_REMPLIT(LigneEquivalent, VdxEquivalent);
 VDX_REMPLIT(LigneOptimisation, VdxOptimisation);
+VDX_REMPLIT(TermeProduit, VdxTermeProduit);
+VDX_REMPLIT(ChapitreAMM, VdxDeuxChaines);
 VDX_REMPLIT(LigneAMMEquivalent, VdxDeuxChaines);
 #undef VDX_REMPLIT
 

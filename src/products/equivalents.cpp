@@ -232,6 +232,18 @@ void ParcourtClasse(std::string_view classe, const std::function<bool(std::strin
     tables.Ferme();
 }
 
+void ParcourtCandidats(std::string_view classe, std::string_view cip, int32_t limite,
+                      const std::function<bool(std::string_view autre, const Fiche& identification)>& garde) {
+    int32_t gardes = 0;
+    ParcourtClasse(classe, [&](std::string_view autre) {
+        if (limite != -1 && gardes >= limite) return false;
+        if (autre == cip) return true;
+        const auto fiche = FicheDuCode(TableIdentification(), autre);
+        if (fiche && garde(autre, Fiche(*fiche))) ++gardes;
+        return true;
+    });
+}
+
 std::vector<LigneEquivalent> ProduitsEquivalents(const Contexte& contexte, const std::string& cip, int32_t limite) {
     const DansContexte dans(contexte);
     TablesOuvertes tables(TablesCandidats());
@@ -243,24 +255,17 @@ std::vector<LigneEquivalent> ProduitsEquivalents(const Contexte& contexte, const
     LibellesCandidats libelles;
     for (const ClasseEquivalence& classe : ClassesEquivalence(cip)) {
         const size_t debut = lignes.size();
-        int32_t gardes = 0;
-        ParcourtClasse(classe.Code, [&](std::string_view autre) {
-            if (limite != -1 && gardes >= limite) return false;
-            if (autre == cip) return true;
-            const auto fiche = FicheDuCode(TableIdentification(), autre);
-            if (!fiche) return true;
-            const Fiche id(*fiche);
+        ParcourtCandidats(classe.Code, cip, limite, [&](std::string_view autre, const Fiche& id) {
             const Identite identite = IdentiteDe(id);
-            if (classe.ParNom() && identite.Denomination != produit.Denomination) return true;
+            if (classe.ParNom() && identite.Denomination != produit.Denomination) return false;
             std::optional<LigneEquivalent> l = Candidat(contexte, autre, id, libelles);
-            if (!l) return true;
+            if (!l) return false;
             l->Niveau = classe.ParNom() ? 2 : !DosagesEgaux(produit.Dosage, identite.Dosage)  ? 2
                                    : FormesCompatibles(produit.CodeForme, identite.CodeForme) ? 0
                                                                                               : 1;
             l->CodeClasse = classe.Code;
             l->LibelleClasse = classe.Libelle;
             lignes.push_back(std::move(*l));
-            ++gardes;
             return true;
         });
         TrieParClasse(lignes, debut, lignes.size());

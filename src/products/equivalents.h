@@ -39,6 +39,13 @@ std::string TexteContenance(std::string_view identification);
 // compared on its seven characters. Throws Echec(-500).
 void ParcourtClasse(std::string_view classe, const std::function<bool(std::string_view cip)>& candidat);
 
+// The candidates of one class of a product `cip`: each other product of
+// the class that VDXIDPRO holds, with its record, handed to `garde`, which
+// answers whether it kept a row; the walk ends once `limite` rows are kept
+// (-1 no limit). Throws Echec(-500).
+void ParcourtCandidats(std::string_view classe, std::string_view cip, int32_t limite,
+                      const std::function<bool(std::string_view autre, const Fiche& identification)>& garde);
+
 // The equivalence classes of a product (VDXCLAP by product, VDXCLA open),
 // with their labels ("Libellé inconnu" for a class VDXCLA lacks); a
 // class whose second text ends in "*" is none. Throws Echec(-90) when no

@@ -188,23 +188,17 @@ std::vector<LigneOptimisation> Optimisation(const Contexte& contexte, const std:
     std::vector<Candidat> candidats;
     LibellesCandidats libelles;
     for (const ClasseEquivalence& classe : ClassesEquivalence(cip)) {
-        int32_t gardes = 0;
-        ParcourtClasse(classe.Code, [&](std::string_view autre) {
-            if (limite != -1 && gardes >= limite) return false;
-            if (autre == cip) return true;
-            const auto fiche = FicheDuCode(TableIdentification(), autre);
-            if (!fiche) return true;
-            const Fiche id(*fiche);
+        ParcourtCandidats(classe.Code, cip, limite, [&](std::string_view autre, const Fiche& id) {
             const Identite sienne = IdentiteDe(id);
             if (!DosagesEgaux(identite.Dosage, sienne.Dosage) || !FormesCompatibles(identite.CodeForme, sienne.CodeForme))
-                return true;
-            if (classe.ParNom() && sienne.Denomination != identite.Denomination) return true;
-            if (AgesCandidat(sienne.Denomination, ages) != ages) return true;
+                return false;
+            if (classe.ParNom() && sienne.Denomination != identite.Denomination) return false;
+            if (AgesCandidat(sienne.Denomination, ages) != ages) return false;
 
             LigneOptimisation l;
             l.Prix = PrixNul;
             if (const auto economie = libelles.Economie(autre)) {
-                if (economie->Hospitalier || economie->Supprime) return true;
+                if (economie->Hospitalier || economie->Supprime) return false;
                 l.Prix = economie->Prix;
                 l.TauxRemboursement = economie->TauxRemboursement;
                 l.Laboratoire = economie->Laboratoire;
@@ -219,7 +213,6 @@ std::vector<LigneOptimisation> Optimisation(const Contexte& contexte, const std:
             l.LibelleClasse = classe.Libelle;
             l.CodeCIP = CIPSortant(autre);
             candidats.push_back({std::move(l)});
-            ++gardes;
             return true;
         });
     }

@@ -20,6 +20,7 @@ VDX_TABLE(TableTva, "VDXTVA")
 VDX_TABLE(TableRemboursements, "VDXTSS")
 VDX_TABLE(TableListes, "VDXTAB")
 VDX_TABLE(TableActes, "VDXACT")
+VDX_TABLE(TableLibellesCIS, "VDXYCIS")
 
 // A price that says there is none of its own.
 constexpr char PrixNul[] = "0000000";
@@ -105,6 +106,21 @@ std::string LibelleProduit(const std::string& cip) {
     if (EstMedDC(cip)) throw Echec{Argument1};
     std::optional<std::optional<std::string>> lu;
     const std::optional<std::string>& libelle = Libelles::De(LibellesRetenus(), cip, lu, [&] { return LitLibelle(cip); });
+    if (!libelle) throw Echec{CodeInconnu};
+    return *libelle;
+}
+
+std::optional<std::string> LibelleCIS(std::string_view cis) {
+    TablesOuvertes tables{&TableLibellesCIS()};
+    std::optional<std::string> libelle;
+    if (const auto p = Curseur(TableLibellesCIS()).Egale(cis))
+        libelle = Fiche(VueFicheA(TableLibellesCIS(), *p)).Texte(VDXYCIS::Libelle);
+    tables.Ferme();
+    return libelle;
+}
+
+std::string LibelleMedDC2(const std::string& cip) {
+    const std::optional<std::string> libelle = LibelleProduitInterne(cip);
     if (!libelle) throw Echec{CodeInconnu};
     return *libelle;
 }

@@ -22,12 +22,20 @@ namespace vdx {
 // unknown code. Throws Echec(-500).
 std::optional<std::string> LibelleProduitInterne(std::string_view code);
 
+// The label of a speciality (CIS code, 8 digits) in VDXYCIS; none for a
+// code it lacks. Throws Echec(-500).
+inline constexpr size_t LongueurCIS = 8;
+std::optional<std::string> LibelleCIS(std::string_view cis);
+
 // The facts below are those of a CodeCIP already checked; each throws
 // Echec(-90) for a product VDXPRO lacks, Echec(-500).
 
 // LibelleProduit_Vdx: Echec(-10) for a line by common name (looked at only
 // then); a narcotic's label has its numbers spelled out.
 std::string LibelleProduit(const std::string& cip);
+// The title of a prescription line by common name: its label in VDXPRO
+// (-90 when it has none).
+std::string LibelleMedDC2(const std::string& cip);
 // ProduitSupprime_Vdx: the date "JJ/MM/AAAA", or empty when not deleted.
 std::string DateSuppression(const std::string& cip);
 // Laboratoire_Vdx: the laboratory's code and its label.

@@ -57,6 +57,8 @@ inline constexpr char LibelleInconnu[] = "Libell\xE9 inconnu";
 
 // Contra-indications: a term or a product the base lacks, a line by common
 // name without label, and the word of the labels that tell a pregnancy.
+// A term of a product that the vocabulary of terms lacks.
+inline std::string MotCleInexistant(std::string_view code) { return "Mot Cl\xE9 " + std::string(code) + " inexistant."; }
 inline std::string CodeInexistant(std::string_view code) { return "Code " + std::string(code) + " inexistant."; }
 inline constexpr char LibelleSansAccentInconnu[] = "Libelle inconnu";
 inline constexpr char MotGrossesse[] = "GROSSESSE";

@@ -1,5 +1,7 @@
 #include "store/fiche.h"
 
+#include <algorithm>
+
 #include <bit>
 #include <cstring>
 #include <stdexcept>
@@ -54,8 +56,9 @@ std::string_view Fiche::Section(int n) const {
         debut += static_cast<uint32_t>(l);
     }
     const int32_t longueur = LitMot(octets_, 4 * (n - 1));
-    if (longueur <= 0 || debut > octets_.size() || static_cast<uint32_t>(longueur) > octets_.size() - debut) return {};
-    return octets_.substr(debut, static_cast<uint32_t>(longueur));
+    // A length that runs past the record gives what the record holds.
+    if (longueur <= 0 || debut >= octets_.size()) return {};
+    return octets_.substr(debut, std::min<size_t>(static_cast<uint32_t>(longueur), octets_.size() - debut));
 }
 
 std::string_view Fiche::Reste(size_t debut) const {

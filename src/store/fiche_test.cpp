@@ -69,10 +69,11 @@ TEST(Fiche, ChapterRecordsAreReadBySection) {
     EXPECT_EQ(f.Section(4), "");
     EXPECT_EQ(f.Section(0), "");
 
-    // Lengths that run past the record give nothing rather than a read beyond.
+    // A length that runs past the record gives what it holds, never a read
+    // beyond; a negative one gives nothing.
     std::string abime = fiche;
     EcritMot(abime, 8, 1000);
-    EXPECT_EQ(Fiche(abime).Section(3), "");
+    EXPECT_EQ(Fiche(abime).Section(3), "{\\rtf1 x}");
     EcritMot(abime, 0, -5);
     EXPECT_EQ(Fiche(abime).Section(3), "");
 }

@@ -20,6 +20,7 @@ struct Specialite {  // CIS_bdpm.txt
     std::string procedure;
     std::string etat;
     std::vector<std::string> titulaires;
+    std::string dateAMM;  // JJ/MM/AAAA
 };
 
 struct Presentation {  // CIS_CIP_bdpm.txt

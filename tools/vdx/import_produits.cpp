@@ -6,6 +6,7 @@
 
 #include "session/session.h"
 #include "store/layouts/produits.h"
+#include "store/layouts/reglementaire.h"
 #include "tools/vdx/import_base.h"
 #include "tools/vdx/import_codes.h"
 #include "tools/vdx/import_libelle.h"
@@ -37,6 +38,12 @@ bool Arretee(const Presentation& p) {
     return Contient(etat, "ARRET") || Contient(statut, "ABROGEE");
 }
 
+// The chapter of the further texts on the conditions of dispensing, and
+// the chapter code of the authorisation's date.
+constexpr int ChapitreDelivrance = 11;
+constexpr char CodeChapitreAMM[] = "00";
+std::string ChampChapitre(const char* nature, int chapitre) { return nature + std::to_string(chapitre); }
+
 struct Contexte {
     std::map<std::string, const Specialite*> specialites;
     std::map<std::string, std::vector<std::string>> conditions;
@@ -53,6 +60,8 @@ Contexte Prepare(const Bdpm& bdpm) {
     }
     c.laboratoires = CodesLaboratoires(titulaires);
     for (const Condition& cond : bdpm.conditions) c.conditions[cond.cis].push_back(cond.texte);
+    // In one order whatever the order of the file's lines.
+    for (auto& [cis, textes] : c.conditions) std::ranges::sort(textes);
     for (const MembreGroupe& m : bdpm.groupes) c.drapeaux[m.cis] |= DrapeauxDuGroupe(m.type);
     return c;
 }
@@ -92,6 +101,19 @@ void EcritProduit(const Presentation& p, const Specialite& s, const Contexte& c,
                               {"Prescription3", std::to_string(prescriptions[2])}});
     if (p.cip13.size() == 13) sortie.Ajoute("VDXCIP13", {{"CodeCIP", p.cip7}, {"CIP13", p.cip13}});
     sortie.Ajoute("VDXYCSCP", {{"CodeCIS", p.cis}, {"CodeCIP", p.cip7}});
+    // The date of the authorisation, chapter "00", year first.
+    if (const auto amm = DateChiffres(s.dateAMM))
+        sortie.Ajoute("VDXVAMDT", {{"CodeCIP", p.cip7},
+                                   {"CodeChapitre", CodeChapitreAMM},
+                                   {"DateChapitre", amm->substr(4, 4) + "/" + amm->substr(2, 2) + "/" + amm->substr(0, 2)}});
+    // The conditions of prescription and dispensing, as the chapter of the
+    // further texts that tells them.
+    if (conditions != c.conditions.end() && !conditions->second.empty()) {
+        std::string texte;
+        for (const std::string& condition : conditions->second) texte += (texte.empty() ? "" : " - ") + condition;
+        sortie.Ajoute("VDXVAMST", {{"CodeCIP", p.cip7}, {ChampChapitre("Texte", ChapitreDelivrance), texte},
+                                   {ChampChapitre("Rtf", ChapitreDelivrance), RtfDe(texte)}});
+    }
     if (!labo.empty()) sortie.Ajoute("VDXLAB", {{"CodeLaboratoire", labo}, {"Libelle", s.titulaires.front()}});
 }
 
@@ -266,6 +288,9 @@ void EcritProduits(const Bdpm& bdpm, const Selection& selection, Sortie& sortie,
         }
         if (selection.specialites.count(p.cis)) EcritProduit(p, *s->second, c, sortie);
     }
+    for (const Specialite& s : bdpm.specialites)
+        if (selection.specialites.count(s.cis))
+            sortie.Ajoute("VDXYCIS", {{"CodeCIS", s.cis}, {"Libelle", Coupe(s.denomination, VDXYCIS::Libelle.capacite())}});
     EcritCodes(sortie);
     EcritIdentite(bdpm, sortie);
     EcritVoies(bdpm, selection, sortie);

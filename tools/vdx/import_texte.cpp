@@ -118,6 +118,25 @@ std::optional<int64_t> Centimes(std::string_view texte) {
     return valeur;
 }
 
+std::string RtfDe(std::string_view texte) {
+    static constexpr char Hexa[] = "0123456789abcdef";
+    std::string rtf = "{\\rtf1\\ansi ";
+    for (const char c : texte) {
+        const auto octet = static_cast<unsigned char>(c);
+        if (c == '\\' || c == '{' || c == '}') {
+            rtf += '\\';
+            rtf += c;
+        } else if (octet > 127) {
+            rtf += "\\'";
+            rtf += Hexa[octet >> 4];
+            rtf += Hexa[octet & 15];
+        } else {
+            rtf += c;
+        }
+    }
+    return rtf + "}";
+}
+
 std::optional<std::string> DateChiffres(std::string_view texte) {
     const std::string date = Nettoie(texte);
     if (date.size() != 10 || date[2] != '/' || date[5] != '/') return std::nullopt;

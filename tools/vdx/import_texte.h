@@ -27,6 +27,10 @@ bool Contient(std::string_view texte, std::string_view morceau);
 // made one as Nettoie.
 std::string TexteSansBalises(std::string_view html);
 
+// A text of code page 1252 as the RTF of a stored chapter: "{", "}" and
+// "\\" escaped, the bytes above 127 as "\\'xx".
+std::string RtfDe(std::string_view texte);
+
 // A decimal number as published: "1,5", "1 000", "0.25".
 std::optional<double> Nombre(std::string_view texte);
 // A price in cents: "44,38" and "2,849,83" (the last comma is the decimal one).

@@ -491,30 +491,21 @@ int SearchSet(const ArgumentsCommande& args) {
     return SortieSucces;
 }
 
+// The base and the patient, as check and search-set take them.
+const std::vector<Option> OptionsPatient = {{"--base", true},   {"--age", true},       {"--age-years", true},
+                                            {"--weight", true}, {"--sex", true},       {"--pregnancy", true},
+                                            {"--breastfeeding", false}};
+std::vector<Option> Avec(std::vector<Option> options, std::initializer_list<Option> autres) {
+    options.insert(options.end(), autres);
+    return options;
+}
+
 }  // namespace
 
-const Commande CommandeSearchSet{"search-set",
-                                 AideSearchSet,
-                                 {{"--base", true},
-                                  {"--age", true},
-                                  {"--age-years", true},
-                                  {"--weight", true},
-                                  {"--sex", true},
-                                  {"--pregnancy", true},
-                                  {"--breastfeeding", false}},
-                                 SearchSet};
+const Commande CommandeSearchSet{"search-set", AideSearchSet, OptionsPatient, SearchSet};
 const Commande CommandeCheck{"check",
                              AideCheck,
-                             {{"--base", true},
-                              {"--age", true},
-                              {"--age-years", true},
-                              {"--weight", true},
-                              {"--sex", true},
-                              {"--pregnancy", true},
-                              {"--pathology", true},
-                              {"--level", true},
-                              {"--breastfeeding", false},
-                              {"--json", false}},
+                             Avec(OptionsPatient, {{"--pathology", true}, {"--level", true}, {"--json", false}}),
                              Check};
 const Commande CommandeProduct{"product", AideProduct, {{"--base", true}}, Product};
 const Commande CommandeSearch{"search", AideSearch, {{"--base", true}}, Search};
