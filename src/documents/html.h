@@ -1,0 +1,23 @@
+// The characters of the pages the library writes (the reports of the
+// checks, the monograph): the table they run over a finished page, in code
+// page 1252, and the one text a page takes from the host into an attribute.
+#pragma once
+
+#include <string>
+#include <string_view>
+
+namespace vdx {
+
+// Each byte of the table as its entity: é "&eacute;", è "&egrave;", ê
+// "&ecirc;", ë "&euml;", È "&ecirc;", ç "&ccedil;", à "&agrave;", â
+// "&acirc;", å "&aring;", ï "&iuml;", î "&icirc;", Ü "&uuml;", û "&ucirc;",
+// ù "&ugrave;", ö "&ouml;", ô "&ocirc;", ° "&deg;", ² "&sup2;", ³ "&sup3;",
+// µ "&micro;"; with `lignes`, CR LF as "<BR>" first. Nothing else changes:
+// "<", ">" and "&" of a stored text pass as they are, and so do the letters
+// the table lacks (É, œ).
+std::string EncodeHtml(std::string_view texte, bool lignes);
+
+// A text inside a double-quoted attribute: '"' as "&quot;", '&' as "&amp;".
+std::string AttributHtml(std::string_view texte);
+
+}  // namespace vdx
