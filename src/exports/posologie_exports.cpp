@@ -72,17 +72,8 @@ std::vector<FiltreProfil> Filtres(SAFEARRAY** filtres) {
             liste.push_back({a.TypeAnalyse, std::move(a.ValeurAnalyse)});
         return liste;
     }
-    const std::string texte = LitTexte();
-    for (std::string_view reste = texte; !reste.empty();) {
-        const size_t fin = reste.find(FinDeLigne);
-        std::string_view ligne = reste.substr(0, fin);
-        reste = fin == std::string_view::npos ? std::string_view() : reste.substr(fin + 2);
-        if (ligne.empty()) continue;
-        const size_t arobase = ligne.find('@');
-        const std::string_view valeur = arobase == std::string_view::npos ? std::string_view() : ligne.substr(arobase + 1);
-        liste.push_back({EntiersDeTextes({std::string(ligne.substr(0, arobase))}).front(),
-                         std::string(valeur.substr(0, valeur.find('@')))});
-    }
+    for (const std::vector<std::string>& rangee : RangeesDuTexte(LitTexte(), 2))
+        liste.push_back({EntiersDeTextes({rangee[0]}).front(), rangee[1]});
     return liste;
 }
 

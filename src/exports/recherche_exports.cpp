@@ -9,7 +9,6 @@
 #include "search/criteres.h"
 #include "session/entrees.h"
 #include "session/tables.h"
-#include "session/texte.h"
 #include "store/fiche.h"
 #include "store/layouts.h"
 
@@ -36,16 +35,9 @@ std::vector<CritereRecherche> Criteres(SAFEARRAY** tableau) {
     }
     const std::string texte = LitTexte();
     if (texte.empty()) throw Echec{ListeVide};
-    for (std::string_view reste = texte; !reste.empty();) {
-        const size_t fin = reste.find(FinDeLigne);
-        const std::string_view ligne = reste.substr(0, fin);
-        reste = fin == std::string_view::npos ? std::string_view() : reste.substr(fin + std::string_view(FinDeLigne).size());
-        std::vector<std::string> champs;
-        for (size_t position = 0; const auto champ = ExtraitChamp(ligne, position, 1);)
-            champs.push_back(*champ);
-        champs.resize(ChampsCritere);
-        const std::vector<int32_t> nombres = EntiersDeTextes({champs[0], champs[1], champs[3]});
-        criteres.push_back({nombres[0], nombres[1], champs[2].substr(0, LongueurCodeCritere), nombres[2]});
+    for (const std::vector<std::string>& c : RangeesDuTexte(texte, ChampsCritere)) {
+        const std::vector<int32_t> nombres = EntiersDeTextes({c[0], c[1], c[3]});
+        criteres.push_back({nombres[0], nombres[1], c[2].substr(0, LongueurCodeCritere), nombres[2]});
     }
     return criteres;
 }

@@ -144,7 +144,6 @@ std::vector<LigneOptimisation> Classe(std::vector<Candidat> candidats, const std
             c.cout = Cout(l.Prix, l.NombreBoites);
             l.Rang = c.cout < reference ? MoinsCher : c.cout == reference ? MemeCout : PlusCher;
         }
-        if (l.Rang >= CandidatSansPrix) c.cout = 0;
     }
     std::ranges::stable_sort(candidats, [](const Candidat& a, const Candidat& b) {
         return std::pair(a.ligne.Rang, a.cout) < std::pair(b.ligne.Rang, b.cout);

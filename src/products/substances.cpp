@@ -77,19 +77,9 @@ private:
     }
 
     void Produits(int32_t substance) {
-        if (!CodeSubstanceValide(substance)) return;  // no key holds it
-        const std::string tete = CleDecimale(substance, ChiffresSubstance);
-        for (const Inverse& inverse : Inverses()) {
-            Curseur cles(inverse.table);
-            auto position = cles.SuperieureOuEgale(tete);
-            // Nothing at or above the substance: the next index is not
-            // looked at either.
-            if (!position) return;
-            for (; position && cles.Cle().substr(0, ChiffresSubstance) == tete; position = cles.Suivante()) {
-                const std::string_view reste = cles.Cle().substr(ChiffresSubstance, LongueurCIP);
-                Produit(std::string(reste.substr(0, reste.find('\0'))), inverse.nature);
-            }
-        }
+        ParcourtProduitsDuComposant(substance, [&](std::string_view cip, const char* nature) {
+            Produit(std::string(cip), nature);
+        });
     }
 
     void Produit(std::string code, const char* nature) {
@@ -116,6 +106,22 @@ private:
 };
 
 }  // namespace
+
+void ParcourtProduitsDuComposant(int32_t code, const std::function<void(std::string_view cip, const char* nature)>& chacun) {
+    if (!CodeSubstanceValide(code)) return;  // no key holds it
+    const std::string tete = CleDecimale(code, ChiffresSubstance);
+    for (const Inverse& inverse : Inverses()) {
+        Curseur cles(inverse.table);
+        auto position = cles.SuperieureOuEgale(tete);
+        // Nothing at or above the substance: the next index is not looked
+        // at either.
+        if (!position) return;
+        for (; position && cles.Cle().substr(0, ChiffresSubstance) == tete; position = cles.Suivante()) {
+            const std::string_view reste = cles.Cle().substr(ChiffresSubstance, LongueurCIP);
+            chacun(reste.substr(0, reste.find('\0')), inverse.nature);
+        }
+    }
+}
 
 std::vector<ProduitDeSubstance> ProduitsDeSubstance(const Contexte& contexte, int32_t code) {
     const DansContexte dans(contexte);

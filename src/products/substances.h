@@ -4,6 +4,7 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -38,6 +39,12 @@ inline bool CodeSubstanceValide(int32_t code) { return code >= 0 && code <= Subs
 // are left out; a product has one row, the first met, so "PA" wins. Sorted
 // by label. Throws Echec(-500).
 std::vector<ProduitDeSubstance> ProduitsDeSubstance(const Contexte& contexte, int32_t code);
+
+// Each product the reverse indexes give a substance or excipient number
+// (0 to SubstanceMax), VDXVPAP then VDXVEXCP, which the caller holds open:
+// its CodeCIP and the index's word, "PA" or "EXC". VDXVEXCP is not looked
+// at when VDXVPAP holds no key at or above the number. Throws Echec(-500).
+void ParcourtProduitsDuComposant(int32_t code, const std::function<void(std::string_view cip, const char* nature)>& chacun);
 
 // LibellePA_Vdx (VDXVPA) and LibelleExcipient_Vdx (VDXVEXC). Throws
 // Echec: -10 a code outside 0 to 99999; -90 unknown; -500.

@@ -7,6 +7,7 @@
 #include "checks/interactions.h"
 #include "platform/notices.h"
 #include "products/fiches.h"
+#include "products/substances.h"
 #include "session/cadre.h"
 #include "session/codeproduit.h"
 #include "session/messages.h"
@@ -63,9 +64,6 @@ constexpr size_t LongueurTypeLien = VDXVAMMC::TypeLien.capacite();
 // The codes the walks never take: products of these first characters are
 // no presentations of the market.
 bool CodeEcarte(std::string_view cip) { return cip.starts_with('8') || cip.starts_with('1'); }
-// Numbers above it are concepts of the thesaurus.
-constexpr int32_t DernierComposant = 30000;
-constexpr size_t ChiffresComposant = 5;
 // The file named when the lookup of an equivalent term fails.
 constexpr char FichierEquivalents[] = "VDXPRO.NDX";
 
@@ -232,7 +230,7 @@ public:
         Curseur synonymes(TableSynonymes());
         auto position = synonymes.SuperieureOuEgale(CleEntiers({code, 0}));
         for (int32_t c = code;;) {
-            if (c > DernierComposant) {
+            if (c > DerniereSubstance) {
                 ParCles(TableConcepts(), 0, c, [&](int32_t x) {
                     DuComposant(x);
                     if (operation_ == 1) Profonde(x);
@@ -260,19 +258,12 @@ private:
         for (auto p = cles.PremiereAvec(debut); p; p = cles.SuivanteAvec(debut)) chacun(LitMot(cles.Cle(), 4));
     }
 
-    // The products of a substance or an excipient: VDXVPAP, then VDXVEXCP
-    // unless VDXVPAP holds no key at or above it.
+    // The products of a substance or an excipient, but those whose code
+    // begins with "8" or "1".
     void DuComposant(int32_t x) {
-        const std::string tete = CleDecimale(x, ChiffresComposant);
-        for (const Table* table : {&TableSubstancesProduits(), &TableExcipientsProduits()}) {
-            Curseur cles(*table);
-            auto p = cles.SuperieureOuEgale(tete);
-            if (!p) return;
-            for (; p && cles.Cle().starts_with(tete); p = cles.Suivante()) {
-                const std::string_view cip = CIPDeCle(cles.Cle(), ChiffresComposant);
-                if (!CodeEcarte(cip)) candidats_.push_back(CodeDe(cip));
-            }
-        }
+        ParcourtProduitsDuComposant(x, [&](std::string_view cip, const char*) {
+            if (!CodeEcarte(cip)) candidats_.push_back(CodeDe(cip));
+        });
     }
     void DuConcept(int32_t x) {
         ParCles(TableConcepts(), 0, x, [&](int32_t y) { DuComposant(y); });

@@ -1,5 +1,6 @@
 #include "session/entrees.h"
 
+#include <algorithm>
 #include <charconv>
 #include <cstring>
 
@@ -70,6 +71,22 @@ std::vector<std::string> ListesDuTexte::Suivante() {
         liste.push_back(std::move(*entree));
     }
     return liste;
+}
+
+std::vector<std::vector<std::string>> RangeesDuTexte(std::string_view texte, size_t champs) {
+    const std::string_view finDeLigne(FinDeLigne);
+    std::vector<std::vector<std::string>> rangees;
+    for (std::string_view reste = texte; !reste.empty();) {
+        const size_t fin = reste.find(finDeLigne);
+        const std::string_view ligne = reste.substr(0, fin);
+        reste = fin == std::string_view::npos ? std::string_view() : reste.substr(fin + finDeLigne.size());
+        if (ligne.empty()) continue;
+        std::vector<std::string> rangee;
+        for (size_t position = 0; auto champ = ExtraitChamp(ligne, position, 1);) rangee.push_back(std::move(*champ));
+        rangee.resize(std::max(rangee.size(), champs));
+        rangees.push_back(std::move(rangee));
+    }
+    return rangees;
 }
 
 std::vector<int32_t> EntiersDeTextes(const std::vector<std::string>& textes) {

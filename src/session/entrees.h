@@ -58,6 +58,10 @@ private:
     size_t position_ = 0;
 };
 
+// The rows of an input text, one a line (CR LF), each cut into its fields
+// at "@" and padded with empty ones to `champs`; empty lines are none.
+std::vector<std::vector<std::string>> RangeesDuTexte(std::string_view texte, size_t champs);
+
 // Integers of a list of texts; a text that is not a number gives 0.
 std::vector<int32_t> EntiersDeTextes(const std::vector<std::string>& textes);
 

@@ -18,6 +18,7 @@
 #include "checks/interactions.h"
 #include "products/codes.h"
 #include "products/composition.h"
+#include "session/entrees.h"
 #include "session/texte.h"
 #include "session/valeurs_hote.h"
 #include "store/sources.h"
@@ -435,15 +436,7 @@ std::optional<std::vector<std::vector<std::string>>> LitCriteres(const std::stri
     for (std::string ligne; std::getline(fichier, ligne);) {
         if (!ligne.empty() && ligne.back() == '\r') ligne.pop_back();
         if (ligne.empty() || ligne.starts_with('#')) continue;
-        std::vector<std::string> champs;
-        for (size_t debut = 0;;) {
-            const size_t a = ligne.find('@', debut);
-            champs.push_back(ligne.substr(debut, a == std::string::npos ? a : a - debut));
-            if (a == std::string::npos) break;
-            debut = a + 1;
-        }
-        champs.resize(4);
-        criteres.push_back(std::move(champs));
+        criteres.push_back(RangeesDuTexte(ligne, 4).front());
     }
     return criteres;
 }
