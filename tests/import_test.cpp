@@ -386,14 +386,14 @@ TEST(ImportProduits, RoutesGroupsAndIdentification) {
     EXPECT_EQ(e.Fiche("VDXIDVOI", "CodeVoie", orale).at("Libelle"), "orale");
     EXPECT_EQ(e.Fiche("VDXIDVOI", "CodeVoie", "A").at("Libelle"), "voie générale");
 
-    EXPECT_EQ(e.Fiche("VDXCLA", "CodeClasse", "G7").at("LibelleCle"),
+    EXPECT_EQ(e.Fiche("VDXCLA", "CodeClasse", "G00007").at("LibelleCle"),
               "RANITIDINE 150 MG - AZANTAC 150 MG, COMPRIME EFFERVESCENT");
-    EXPECT_EQ(Selon(e.Table("VDXCLAP"), "CodeClasse", "G9").size(), 2u);  // both presentations of the speciality
+    EXPECT_EQ(Selon(e.Table("VDXCLAP"), "CodeClasse", "G00009").size(), 2u);  // both presentations of the speciality
     // A class a set of active substances, named by the fraction that
     // expresses a salt, numbered in the order of the labels.
-    EXPECT_EQ(e.Fiche("VDXCLA", "CodeClasse", "S2").at("Libelle"), "RANITIDINE BASE");
-    EXPECT_EQ(Selon(e.Table("VDXCLAP"), "CodeClasse", "S2").at(0).at("CodeCIP"), "2222222");
-    EXPECT_EQ(Selon(e.Table("VDXCLAP"), "CodeClasse", "S1").size(), 2u);  // paracetamol
+    EXPECT_EQ(e.Fiche("VDXCLA", "CodeClasse", "S00002").at("Libelle"), "RANITIDINE BASE");
+    EXPECT_EQ(Selon(e.Table("VDXCLAP"), "CodeClasse", "S00002").at(0).at("CodeCIP"), "2222222");
+    EXPECT_EQ(Selon(e.Table("VDXCLAP"), "CodeClasse", "S00001").size(), 2u);  // paracetamol
 
     const Ligne id = e.Fiche("VDXIDPRO", "CodeCIP", "4444444");
     EXPECT_EQ(id.at("Denomination"), "WARFARINE VIEUX");

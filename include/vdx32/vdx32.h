@@ -575,6 +575,21 @@ VDX_API int32_t VDX_CALL LibelleCIS_Vdx(const char* Code, BSTR* Libelle);
  * -13; -90 unknown; -500. */
 VDX_API int32_t VDX_CALL LibelleMedDC2_Vdx(const char* Code, BSTR* Libelle);
 
+/* The monograph of a product as one HTML page in code page 1252, written
+ * in one block into the file Fichier (opened "w+b"; a file that can't be
+ * opened gets nothing and the call still succeeds); FeuilleStyle, when not
+ * empty, is linked as the stylesheet. MonographieHtml_Vdx: every chapter,
+ * made and stored; MonographieHtml2_Vdx: the made chapters, the four kinds
+ * of terms, the posologies of the catalogue and the regulatory data;
+ * InfoHtml_Vdx: one table of the product's flags "Referent", "générique",
+ * "Dopant", "Hospitalier", "Canicule", "Recommandations", "Mediel", each
+ * "OUI" or "NON". A code no table holds gives the chapters that can be
+ * made, without title. 1; -2; -10 no code, or an accessory; -13 not 7
+ * characters (13 mapped under ActiveCIP13_Vdx(1)); -20 no file name; -500. */
+VDX_API int32_t VDX_CALL MonographieHtml_Vdx(const char* Code, const char* Fichier, const char* FeuilleStyle);
+VDX_API int32_t VDX_CALL MonographieHtml2_Vdx(const char* Code, const char* Fichier, const char* FeuilleStyle);
+VDX_API int32_t VDX_CALL InfoHtml_Vdx(const char* Code, const char* Fichier, const char* FeuilleStyle);
+
 /* Simple lookups: one fact of a product. -10, -13; -90 the product is not
  * in the table that holds the fact; -500.
  * Into a host string, 1: the UCD code, the EAN code (GenCode), the CIS code

@@ -50,8 +50,6 @@ constexpr const char* TypesTermes[] = {"2", "3"};
 // Term codes are compared on their ten characters; VDXVAMME's key is a
 // term and its equivalent, ten characters each.
 constexpr size_t LongueurTerme = VDXVAMME::CodeTerme.capacite();
-// An excipient with known effect is marked in its text.
-constexpr char MarqueEffetNotoire = '*';
 
 // The two integers of a key of two.
 int32_t Premier(std::string_view cle) { return Fiche(cle).Entier(VDXWCCCO::CodeConcept); }
@@ -236,7 +234,7 @@ public:
                 const Fiche excipient(octets);
                 const int32_t substance = excipient.Entier(VDXVCOME::CodeSubstance);
                 const std::optional<std::string> nom = NomExistant(substance);
-                if (!nom || excipient.Texte(VDXVCOME::QuantiteTexte).find(MarqueEffetNotoire) == std::string_view::npos)
+                if (!nom || excipient.Texte(VDXVCOME::QuantiteTexte).find(VDXVCOME::MarqueEffetNotoire) == std::string_view::npos)
                     continue;
                 const std::string libelle = LibelleLigne(ligne);
                 for (const ChaineAllergie& entree : liste_)

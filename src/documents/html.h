@@ -17,6 +17,14 @@ namespace vdx {
 // the table lacks (É, œ).
 std::string EncodeHtml(std::string_view texte, bool lignes);
 
+// Texts end to end, appended one by one into a single string.
+template <class... Parties>
+std::string Bout(const Parties&... parties) {
+    std::string texte;
+    (texte.append(std::string_view(parties)), ...);
+    return texte;
+}
+
 // A text inside a double-quoted attribute: '"' as "&quot;", '&' as "&amp;".
 std::string AttributHtml(std::string_view texte);
 

@@ -1,11 +1,14 @@
 // The C exports of the documents: RTF to text, the stored texts of the
-// marketing authorisation.
+// marketing authorisation, the monograph and the page of the flags.
+#include "documents/monographie.h"
 #include "documents/rtf.h"
 #include "documents/textes_amm.h"
 #include "exports/arguments.h"
 #include "exports/declaration.h"
 #include "products/produits.h"
 #include "session/codeproduit.h"
+#include "session/connexion.h"
+#include "session/messages.h"
 #include "session/texte.h"
 
 using namespace vdx;
@@ -28,7 +31,37 @@ int32_t TexteAMM(TextesAMM textes, const char* code, VdxDeuxChaines* hote, int32
     return present ? Succes : Rien;
 }
 
+// A page of a product into the host's file: -10 for an accessory, -20
+// without a file's name; a file that won't open is passed over.
+template <class Page>
+int32_t EcritDocument(const char* code, const char* fichier, Page page) {
+    const std::string cip = CodeCIPRequis(code);
+    if (EstAccessoire(cip)) throw Echec{Argument1};
+    if (exports::TexteDe(fichier).empty()) throw Echec{Argument2};
+    EcritPage(fichier, page(cip));
+    return Succes;
+}
+
 }  // namespace
+
+VDX_EXPORT(MonographieHtml_Vdx, Differe, {}, (Texte, Code), (Texte, Fichier), (Texte, FeuilleStyle)) {
+    NotifieAgent(messages::NoticeMonographie, Code);
+    if (!session().Connecte) return NonConnecte;
+    return EcritDocument(Code, Fichier, [&](const std::string& cip) {
+        return PageMonographie(session(), cip, FormeMonographie::Complete, exports::TexteDe(FeuilleStyle));
+    });
+}
+
+VDX_EXPORT(MonographieHtml2_Vdx, Connecte, {}, (Texte, Code), (Texte, Fichier), (Texte, FeuilleStyle)) {
+    return EcritDocument(Code, Fichier, [&](const std::string& cip) {
+        return PageMonographie(session(), cip, FormeMonographie::Courte, exports::TexteDe(FeuilleStyle));
+    });
+}
+
+VDX_EXPORT(InfoHtml_Vdx, Connecte, {}, (Texte, Code), (Texte, Fichier), (Texte, FeuilleStyle)) {
+    return EcritDocument(Code, Fichier,
+                         [&](const std::string& cip) { return PageInfo(session(), cip, exports::TexteDe(FeuilleStyle)); });
+}
 
 VDX_EXPORT(ProduitAMM_Vdx, Connecte, NomsDesChamps<TermeProduit>(), (Texte, Code), (Tableau, Resultat),
            (Entier, Type)) {

@@ -32,19 +32,23 @@ std::string LibelleClasse(std::string_view code) {
 
 }  // namespace
 
-std::vector<std::string> CodesClassesProduit(std::string_view codeCIP) {
-    TablesOuvertes tables({&TableClassesProduits()});
+std::vector<std::string> CodesClasses(const Table& liens, std::string_view codeCIP) {
+    TablesOuvertes tables({&liens});
     std::vector<std::string> codes;
     if (codeCIP.size() == LongueurCIP) {
-        Curseur cles(TableClassesProduits(), CleParProduit);
+        Curseur cles(liens, CleParProduit);
         for (auto p = cles.SuperieureOuEgale(codeCIP); p && cles.Cle().substr(0, LongueurCIP) == codeCIP;
              p = cles.Suivante()) {
-            std::string_view code = cles.Cle().substr(LongueurCIP, VDXCLAP::CodeClasse.capacite());
+            std::string_view code = cles.Cle().substr(LongueurCIP, ModeleClasseProduit::CodeClasse.capacite());
             codes.emplace_back(code.substr(0, code.find_last_not_of(std::string_view(" \0", 2)) + 1));
         }
     }
     tables.Ferme();
     return codes;
+}
+
+std::vector<std::string> CodesClassesProduit(std::string_view codeCIP) {
+    return CodesClasses(TableClassesProduits(), codeCIP);
 }
 
 std::vector<ClasseDuProduit> ClassesProduit(std::string_view codeCIP) {

@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "session/lignes.h"
+#include "store/catalogue.h"
 
 namespace vdx {
 
@@ -23,6 +24,9 @@ struct ClasseDuProduit {
 std::vector<ClasseDuProduit> ClassesProduit(std::string_view codeCIP);
 // Their codes alone.
 std::vector<std::string> CodesClassesProduit(std::string_view codeCIP);
+// The codes of the classes of `codeCIP` in a table of the products of
+// classes (VDXCLAP, VDXYATCP), in the order of the codes.
+std::vector<std::string> CodesClasses(const Table& liens, std::string_view codeCIP);
 
 // A row of ProduitClasse_Vdx.
 struct LigneClasse {

@@ -66,13 +66,6 @@ std::string SansBlancsFinaux(std::string_view code) {
     return std::string(code.substr(0, code.find_last_not_of(std::string_view(" \0", 2)) + 1));
 }
 
-std::string LibelleForme(std::string_view code) {
-    std::string cle(code);
-    cle.resize(VDXIDFOR::CodeForme.capacite(), ' ');
-    const auto p = Curseur(TableFormes()).Egale(cle);
-    return p ? std::string(Fiche(VueFicheA(TableFormes(), *p)).Texte(VDXIDFOR::Libelle)) : std::string();
-}
-
 template <class Cle, class Valeur, class Lecteur>
 const Valeur& Lu(std::unordered_map<Cle, Valeur>& lus, const Cle& cle, Lecteur lit) {
     auto it = lus.find(cle);
@@ -117,6 +110,16 @@ void TrieParClasse(std::vector<LigneEquivalent>& lignes, size_t debut, size_t fi
 }
 
 }  // namespace
+
+std::string LibelleForme(std::string_view code) {
+    TablesOuvertes tables{&TableFormes()};
+    std::string cle(code);
+    cle.resize(VDXIDFOR::CodeForme.capacite(), ' ');
+    const auto p = Curseur(TableFormes()).Egale(cle);
+    std::string libelle = p ? std::string(Fiche(VueFicheA(TableFormes(), *p)).Texte(VDXIDFOR::Libelle)) : std::string();
+    tables.Ferme();
+    return libelle;
+}
 
 bool DosagesEgaux(std::string_view a, std::string_view b) {
     if (a == b) return true;

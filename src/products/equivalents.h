@@ -28,6 +28,8 @@ bool DosagesEgaux(std::string_view a, std::string_view b);
 // Two form codes of one family: both liquid ("A..."), both of the group of
 // "B", "J" and "D", or the same first two characters.
 bool FormesCompatibles(std::string_view a, std::string_view b);
+// The label of a form code (VDXIDFOR), empty for a code it lacks.
+std::string LibelleForme(std::string_view code);
 // The package of a product as its VDXIDPRO record tells it: "16 comprimés",
 // "1 flacon de 150 ml"; it begins with the number of units. With the words
 // of its presentation and of its unit, or reading them (Echec(-500)).

@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "products/codes.h"
+#include "products/consultations.h"
 #include "products/fiches.h"
 #include "session/codeproduit.h"
 #include "session/messages.h"
@@ -136,6 +137,10 @@ std::string FicheProduit(const std::string& cip) {
 }
 
 }  // namespace
+
+bool EstAccessoire(const std::string& cip) {
+    return SiConnu([&] { return ValeurConsultee(consultations::CodeRubrique, cip); }) == RubriqueAccessoire;
+}
 
 std::string DateSuppression(const std::string& cip) {
     const std::string octets = FicheProduit(cip);

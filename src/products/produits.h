@@ -36,6 +36,9 @@ std::string LibelleProduit(const std::string& cip);
 // The title of a prescription line by common name: its label in VDXPRO
 // (-90 when it has none).
 std::string LibelleMedDC2(const std::string& cip);
+// An accessory: a product of CodeRubrique 60; a code VDXPRO lacks is none.
+inline constexpr int32_t RubriqueAccessoire = 60;
+bool EstAccessoire(const std::string& cip);
 // ProduitSupprime_Vdx: the date "JJ/MM/AAAA", or empty when not deleted.
 std::string DateSuppression(const std::string& cip);
 // Laboratoire_Vdx: the laboratory's code and its label.

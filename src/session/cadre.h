@@ -4,6 +4,7 @@
 
 #include <cstdint>
 #include <new>
+#include <optional>
 #include <stdexcept>
 #include <string>
 #include <utility>
@@ -28,6 +29,18 @@ struct Echec {
 
 // The failure of the store just met on `fichier` (-500).
 Echec EchecMagasinSur(std::string fichier);
+
+// What `lecture` gives, or none when it leaves with Echec(-90): a fact of
+// a record that a product may lack.
+template <class Lecture>
+auto SiConnu(Lecture lecture) -> std::optional<decltype(lecture())> {
+    try {
+        return lecture();
+    } catch (const Echec& e) {
+        if (e.code != CodeInconnu) throw;
+        return std::nullopt;
+    }
+}
 
 // A fault that reaches the catch-all: the export returns -2000 with its
 // message box. Thrown where a host pointer the logic must use is null.

@@ -129,6 +129,10 @@ inline constexpr const char* TextesMediel[] = {
     "Casher hors P\xE2que - lait non surveill\xE9",
     "Aucune information MEDIEL disponible ",
 };
+// The tenth text of the monograph's list, and what each of its texts ends
+// with.
+inline constexpr char MedielDixieme[] = "Casher pour P\xE2que kitniot - lait non surveill\xE9";
+inline constexpr char SourceMediel[] = " (source MEDIEL)";
 
 // The period of a cycle, which no vocabulary table holds.
 inline constexpr char Cycle[] = "cycle";
@@ -212,5 +216,6 @@ inline constexpr char AlerteJours[] = " jour(s)";
 // What the lists of posologies tell the agent, the code behind.
 inline constexpr char NoticePosoliste[] = "Posoliste@CodeCIP=";
 inline constexpr char NoticePosoliste2[] = "Posoliste2@CodeCIP=";
+inline constexpr char NoticeMonographie[] = "MonographieHtml@CodeCIP=";
 
 }  // namespace vdx::messages

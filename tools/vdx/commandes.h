@@ -76,5 +76,7 @@ extern const Commande CommandeCheck;
 extern const Commande CommandeProduct;
 extern const Commande CommandeSearch;
 extern const Commande CommandeSearchSet;
+// The documents.
+extern const Commande CommandeMonograph;
 
 }  // namespace vdx

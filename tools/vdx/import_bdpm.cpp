@@ -35,7 +35,7 @@ std::vector<Specialite> LitSpecialites(const fs::path& dossier, Journal& journal
             continue;
         }
         s.push_back({Nettoie(c[0]), Nettoie(c[1]), Nettoie(c[2]), Decoupe(c[3], ';'), Nettoie(c[5]), Nettoie(c[6]),
-                     Decoupe(c[10], ';'), Nettoie(c[7])});
+                     Decoupe(c[10], ';'), Nettoie(c[7]), Nettoie(c[4])});
     }
     return s;
 }

@@ -21,6 +21,7 @@ struct Specialite {  // CIS_bdpm.txt
     std::string etat;
     std::vector<std::string> titulaires;
     std::string dateAMM;  // JJ/MM/AAAA
+    std::string statut;   // of the authorisation: "Autorisation active"
 };
 
 struct Presentation {  // CIS_CIP_bdpm.txt

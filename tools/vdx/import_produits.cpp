@@ -3,6 +3,7 @@
 // (the identification is import_identification.cpp). VDXVPRO and VDXLABP
 // are filed by the build from VDXPRO.
 #include <algorithm>
+#include <cstdio>
 
 #include "session/session.h"
 #include "store/layouts/produits.h"
@@ -96,6 +97,7 @@ void EcritProduit(const Presentation& p, const Specialite& s, const Contexte& c,
                               {"GenCode", p.cip13},
                               {"CodeStatut", std::to_string(Contient(Plie(s.procedure), "CENTRALISEE") ? StatutAMMEuropeenne
                                                                                                       : StatutAMM)},
+                              {"TexteStatut1", Coupe(s.statut, VDXPROA::TexteStatut1.capacite())},
                               {"Prescription1", std::to_string(prescriptions[0])},
                               {"Prescription2", std::to_string(prescriptions[1])},
                               {"Prescription3", std::to_string(prescriptions[2])}});
@@ -197,7 +199,15 @@ void EcritVoies(const Bdpm& bdpm, const Selection& selection, Sortie& sortie) {
 
 // --- Generic groups ---------------------------------------------------------
 
-std::string CodeGroupe(int groupe) { return "G" + std::to_string(groupe); }
+// Class codes of one width, so that no class code begins another and the
+// path of a class (its codes' prefixes) never takes a sibling for a parent.
+std::string CodeNumerote(char lettre, int numero) {
+    char code[8];
+    std::snprintf(code, sizeof code, "%c%05d", lettre, numero);
+    return code;
+}
+
+std::string CodeGroupe(int groupe) { return CodeNumerote('G', groupe); }
 
 // The label key of a class keeps LongueurCleLibelle folded characters and
 // has no duplicates: a key already taken gets its last character raised,
@@ -229,7 +239,7 @@ std::map<std::string, std::set<std::string>> SubstancesActives(const Bdpm& bdpm)
     return substances;
 }
 
-std::string CodeClasseSubstances(int rang) { return "S" + std::to_string(rang); }
+std::string CodeClasseSubstances(int rang) { return CodeNumerote('S', rang); }
 std::string LibelleSubstances(const std::set<std::string>& noms) {
     std::string libelle;
     for (const std::string& nom : noms) libelle += (libelle.empty() ? "" : " + ") + nom;

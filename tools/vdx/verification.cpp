@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <charconv>
 #include <cstdio>
+#include <filesystem>
 #include <fstream>
 #include <iostream>
 #include <optional>
@@ -49,6 +50,12 @@ constexpr char AideProduct[] =
     "\n"
     "Shows a product of BASE (or VDX_BASE): label, laboratory, deletion, CIP13 and CIS codes, flags,\n"
     "status and restricted prescriptions, composition, classes and routes.\n";
+
+constexpr char AideMonograph[] =
+    "usage: vdx monograph BASE CODE FILE [--css PATH]\n"
+    "\n"
+    "Writes the monograph of product CODE of BASE into FILE as an HTML page (code page 1252),\n"
+    "linked to the stylesheet PATH when given.\n";
 
 constexpr char AideSearch[] =
     "usage: vdx search [--base BASE] TEXT [COUNT]\n"
@@ -102,6 +109,25 @@ std::optional<int32_t> Nombre(const std::string& texte) {
 }
 
 
+
+int Monograph(const ArgumentsCommande& args) {
+    if (args.Autres().size() != 3) return Usage(AideMonograph);
+    const std::string& code = args.Autres()[1];
+    const std::string& fichier = args.Autres()[2];
+    const std::string css = args.Valeur("--css").value_or("");
+    std::error_code ignoree;
+    std::filesystem::remove(fichier, ignoree);
+    const Connexion connexion(args.Autres()[0]);
+    if (connexion.code != 1) return EchecLibrairie("Connection2_Vdx", connexion.code);
+    const int32_t n = MonographieHtml_Vdx(code.c_str(), fichier.c_str(), codepage::DepuisUtf8(css).value_or(css).c_str());
+    if (n != 1) return EchecLibrairie("MonographieHtml_Vdx", n);
+    // The library passes over a file it can't open.
+    if (!std::filesystem::exists(fichier)) {
+        std::cerr << "vdx: cannot write " << fichier << '\n';
+        return SortieEchec;
+    }
+    return SortieSucces;
+}
 
 // Colours of a terminal, by interaction level.
 struct Couleurs {
@@ -502,5 +528,6 @@ const Commande CommandeCheck{"check",
                              Check};
 const Commande CommandeProduct{"product", AideProduct, {{"--base", true}}, Product};
 const Commande CommandeSearch{"search", AideSearch, {{"--base", true}}, Search};
+const Commande CommandeMonograph{"monograph", AideMonograph, {{"--css", true}}, Monograph};
 
 }  // namespace vdx

@@ -139,9 +139,11 @@ inline constexpr uint32_t Longueur = 112;
 VDX_TEXTE(CodeCIP, 0, 8);
 VDX_TEXTE(Rang, 8, 4);
 VDX_ENTIER(CodeSubstance, 12);
-VDX_TEXTE(QuantiteTexte, 16, 84);  // holds "*" for an excipient with known effect
+VDX_TEXTE(QuantiteTexte, 16, 84);
 VDX_ENTIER(Zone100, 100);
 VDX_ENTIER(Interactions, 104);
+// The text of an excipient with known effect holds it.
+inline constexpr char MarqueEffetNotoire = '*';
 }  // namespace VDXVCOME
 
 namespace VDXVPAP = ModeleSubstanceProduit;   // products of an active substance
