@@ -1,7 +1,8 @@
 #!/usr/bin/env bash
 # The open base from the public data, end to end: import, build, then a
 # few answers every integrator expects (all presentations counted, known
-# couples of the thesaurus found from either side with their level).
+# couples of the thesaurus found from either side with their level, the
+# monograph of any product).
 set -u
 vdx=$1
 donnees=$2
@@ -86,6 +87,31 @@ verifie "a reimbursed price without and with its fee" \
   test "$(( 10#$(cut -f4 <<<"$eco") + 10#$(cut -f5 <<<"$eco") ))" = "$(( 10#$(cut -f6 <<<"$eco") ))"
 verifie "a price" test "$(cut -f4 <<<"$eco")" != 0000000
 verifie "its rates" test "$(cut -f1,2 <<<"$eco")" = "$(printf '2.1\t65')"
+
+# The monograph of products across the base: the chapters the public data
+# fill, none of them empty, the authorisation's date and status.
+chapitres_vides() {
+  python3 - "$1" <<'PY'
+import re, sys
+page = open(sys.argv[1], 'rb').read().decode('cp1252')
+for partie in re.split(r'<a name="[^"]*" class="Titreparagraphe">', page)[1:]:
+    corps = partie.split('<hr>', 1)[1].split('<div align="center"><table', 1)[0]
+    if not corps.replace('</p><p>&nbsp; </p></div>', '').replace('</BODY></HTML>', '').strip():
+        print(partie.split('<', 1)[0])
+PY
+}
+for code in $(awk -F'\t' 'NR > 1 && NR % 2000 == 0 {print $1}' "$work/sources/VDXPRO.tsv"); do
+  page="$work/monographie-$code.html"
+  verifie "monograph of $code" "$vdx" monograph "$work/base" "$code" "$page"
+  for ancre in Forme_et_presentation Composition Classes Economique; do
+    verifie "$code: $ancre" grep -q "href=\"#$ancre\"" "$page"
+  done
+  verifie "$code: no chapter empty" test -z "$(chapitres_vides "$page")"
+  verifie "$code: the date of the authorisation" grep -q "Date AMM</b></font></td><td[^>]*><font face=\"Arial\">[0-9][0-9]/" "$page"
+  verifie "$code: its status" grep -q "Autorisation" "$page"
+done
+verifie "the conditions of delivery of a listed product" \
+  grep -q 'href="#Conditions"' <(cat "$work/monographie-"*.html)
 
 [ "$echecs" -eq 0 ] && echo "open base: all checks passed"
 exit "$echecs"
