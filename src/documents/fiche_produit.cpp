@@ -1,7 +1,6 @@
 #include "documents/fiche_produit.h"
 
 #include <algorithm>
-#include <cstdio>
 #include <functional>
 #include <optional>
 #include <set>
@@ -161,11 +160,9 @@ std::string DateDeLaBase() {
 }  // namespace
 
 std::string Montant(int64_t centimes) {
-    char texte[32];
-    std::snprintf(texte, sizeof texte, "%s%lld,%02lld", centimes < 0 ? "-" : "",
-                  static_cast<long long>((centimes < 0 ? -centimes : centimes) / 100),
-                  static_cast<long long>((centimes < 0 ? -centimes : centimes) % 100));
-    return texte;
+    const uint64_t valeur = centimes < 0 ? 0 - static_cast<uint64_t>(centimes) : static_cast<uint64_t>(centimes);
+    const uint64_t reste = valeur % 100;
+    return (centimes < 0 ? "-" : "") + std::to_string(valeur / 100) + (reste < 10 ? ",0" : ",") + std::to_string(reste);
 }
 
 int64_t PrixParUCD(int64_t prixCentimes, int32_t nombreUCD) {

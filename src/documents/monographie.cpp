@@ -28,6 +28,9 @@ namespace {
 VDX_TABLE(TableProduitsDCI, "VDXYDCIP")
 VDX_TABLE(TableTextes, "VDXVAMPT")
 VDX_TABLE(TableTextesPlus, "VDXVAMST")
+VDX_TABLE(TableLiensProduits, "VDXYLCIP")
+VDX_TABLE(TableLiens, "VDXYLIEN")
+VDX_TABLE(TableDocuments, "VDXYLBIN")
 
 // A chapter without a date of its own.
 constexpr int32_t SansDate = -1;
@@ -244,6 +247,24 @@ void AjouteLigneDC(Assemblage& a, const std::string& code) {
                      "Excipients \xE0 effet notoire", ListeHtml(ExcipientsNotoires(produits)), SansDate, false);
 }
 
+// The bytes of the product's own monograph, when one of its links is of
+// that kind and its document is there.
+std::optional<std::string> DocumentPropre(const std::string& cip) {
+    TablesOuvertes tables{&TableLiensProduits(), &TableLiens(), &TableDocuments()};
+    std::optional<std::string> document;
+    Curseur cles(TableLiensProduits());
+    for (auto p = cles.PremiereAvec(cip); p && !document; p = cles.SuivanteAvec(cip)) {
+        const auto lien = Curseur(TableLiens()).Egale(TexteDeCle(cles.Cle(), LongueurCIP));
+        if (!lien) continue;
+        const Fiche f(VueFicheA(TableLiens(), *lien));
+        if (f.Entier(VDXYLIEN::TypeLien) != VDXYLIEN::LienMonographie) continue;
+        if (const auto d = Curseur(TableDocuments()).Egale(f.Texte(VDXYLIEN::NomDocument)))
+            document = FicheA(TableDocuments(), *d);
+    }
+    tables.Ferme();
+    return document;
+}
+
 std::string Tete(std::string_view nom, std::string_view feuilleStyle) {
     std::string t = "<HTML>\r\n<HEAD>\r\n";
     if (!nom.empty()) t += "<TITLE>" + std::string(nom) + "</TITLE>\r\n";
@@ -262,6 +283,11 @@ std::string Nom(const std::string& cip, bool ligneDC) {
 std::string PageMonographie(const Contexte& contexte, const std::string& cip, FormeMonographie forme,
                             std::string_view feuilleStyle) {
     const DansContexte dans(contexte);
+    if (forme == FormeMonographie::Complete)
+        if (const std::optional<std::string> document = DocumentPropre(cip))
+            return "<link rel=\"stylesheet\" type=\"text/css\" href=\"monographie.css\">\r\n<STYLE>.Texte{font-family: "
+                   "Arial, Helvetica, sans-serif; font-size: 12px}</STYLE>\r\n" +
+                   *document;
     const bool ligneDC = EstMedDC(cip);
     const std::string nom = Nom(cip, ligneDC);
     std::string page = Tete(nom, feuilleStyle);

@@ -20,7 +20,9 @@ enum class FormeMonographie {
 
 // The page of a seven-digit code. A code no table holds gives the chapters
 // it can make and no title; a line by common name its products and the
-// chapters made for it. `feuilleStyle`, when not empty, is linked as the
+// chapters made for it. A product with a monograph of its own among its
+// linked documents gets that document as it is kept, behind the link to
+// "monographie.css" and a style block, in place of the complete form. `feuilleStyle`, when not empty, is linked as the
 // stylesheet. Throws Echec(-500).
 std::string PageMonographie(const Contexte& contexte, const std::string& cip, FormeMonographie forme,
                             std::string_view feuilleStyle);

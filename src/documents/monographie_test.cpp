@@ -57,6 +57,13 @@ public:
         b.Ajoute("VDXVCOME", {{"CodeCIP", "3000003"}, {"Rang", "001"}, {"CodeSubstance", 7101}, {"QuantiteTexte", "*"}});
         for (const char* cip : {"3000001", "3000003"})
             b.Ajoute("VDXYDCIP", {{"CodeDCI", "9000001"}, {"CodeCIP", cip}});
+        // 3000007 has a link of another kind, then its own monograph.
+        b.Ajoute("VDXYLIEN", {{"NumeroLien", "00001"}, {"TypeLien", 2}, {"NomDocument", "fiche.pdf"}});
+        b.Ajoute("VDXYLIEN", {{"NumeroLien", "00002"}, {"TypeLien", 1}, {"NomDocument", "skenan.htm"}});
+        for (const char* numero : {"00001", "00002"})
+            b.Ajoute("VDXYLCIP", {{"CodeCIP", "3000007"}, {"NumeroLien", numero}});
+        b.Ajoute("VDXYLBIN", {{"NomDocument", "fiche.pdf"}, {"Document", "25504446"}});
+        b.Ajoute("VDXYLBIN", {{"NomDocument", "skenan.htm"}, {"Document", "3c703e536be96e616e3c2f703e"}});
     }
 
     static std::string Page(const char* cip, FormeMonographie forme = FormeMonographie::Complete) {
@@ -120,6 +127,13 @@ TEST_F(Monographie, TheDeletedProductShowsItsRedLineAndItsChapters) {
               std::string::npos);
     EXPECT_NE(page.find("Retir&eacute;"), std::string::npos);
     EXPECT_EQ(Page("3000001").find("#ff0000"), std::string::npos);
+}
+
+TEST_F(Monographie, AProductWithItsOwnMonographGetsItInstead) {
+    const std::string page = Page("3000007");
+    EXPECT_TRUE(page.starts_with("<link rel=\"stylesheet\" type=\"text/css\" href=\"monographie.css\">\r\n<STYLE>.Texte{"));
+    EXPECT_TRUE(page.ends_with("</STYLE>\r\n<p>Sk\xE9nan</p>"));
+    EXPECT_NE(Page("3000007", FormeMonographie::Courte).find("<TITLE>SKENAN"), std::string::npos);
 }
 
 TEST_F(Monographie, ALineByCommonNameListsItsProductsThenTheMadeChapters) {

@@ -51,6 +51,9 @@ VDX_TEXTE(NumeroLien, 0, 6);
 VDX_ENTIER(TypeLien, 8);
 VDX_TEXTE(Libelle, 12, 120);
 VDX_TEXTE(NomDocument, 132, 64);
+
+// The kind of a product's own monograph, which replaces the assembled one.
+inline constexpr int32_t LienMonographie = 1;
 }  // namespace VDXYLIEN
 
 // Links of a product. Key (12): CodeCIP + NumeroLien.
