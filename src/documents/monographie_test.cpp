@@ -9,6 +9,9 @@
 #include <sstream>
 
 #include "documents/fiche_produit.h"
+#include "platform/notices.h"
+#include "session/session.h"
+#include "store/magasin.h"
 #include "session/messages.h"
 #include "store/fixture.h"
 #include "tests/support/essai_produits.h"
@@ -276,6 +279,27 @@ TEST_F(MonographieFichier, BadArgumentsAndTheAgent) {
     ASSERT_EQ(notices.notifications.size(), 1u);
     EXPECT_EQ(notices.notifications[0].texte, "MonographieHtml@CodeCIP=3000001@");
     for (auto* exporte : {MonographieHtml2_Vdx, InfoHtml_Vdx}) EXPECT_EQ(exporte("3000001", f, ""), -2);
+}
+
+TEST(MonographieSansTable, AMissingChapterTableFailsTheCallAndWritesNothing) {
+    NoticesMemorisees notices;
+    NoticesEnPlace enPlace{notices};
+    BaseDeTest base;
+    essai::AjouteIdentite(base);
+    essai::RemplitProduits(base);
+    const std::string fichier = base.Repertoire() + "/VDXVAMST.NDX";
+    magasin::MarqueRemplace(fichier.c_str());
+    std::filesystem::remove(fichier);
+    DeConnection2_Vdx();
+    RemetSession();
+    ASSERT_EQ(Connection_Vdx(base.Repertoire().c_str(), ModeMemoire, 0), 1);
+    const std::string page = base.Repertoire() + "/m.html";
+    EXPECT_EQ(MonographieHtml_Vdx("3000001", page.c_str(), ""), -500);
+    EXPECT_EQ(session().FichierErreur, "VDXVAMST.NDX");
+    EXPECT_FALSE(std::filesystem::exists(page));
+    EXPECT_EQ(MonographieHtml2_Vdx("3000001", page.c_str(), ""), 1);  // the short form reads no further text
+    DeConnection2_Vdx();
+    RemetSession();
 }
 
 }  // namespace
