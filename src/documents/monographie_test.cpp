@@ -9,12 +9,12 @@
 #include <sstream>
 
 #include "documents/fiche_produit.h"
-#include "platform/notices.h"
 #include "session/session.h"
-#include "store/magasin.h"
+#include "session/tables.h"
 #include "session/messages.h"
 #include "store/fixture.h"
 #include "tests/support/essai_produits.h"
+#include "tests/support/sans_fichier.h"
 
 namespace vdx {
 namespace {
@@ -282,24 +282,14 @@ TEST_F(MonographieFichier, BadArgumentsAndTheAgent) {
 }
 
 TEST(MonographieSansTable, AMissingChapterTableFailsTheCallAndWritesNothing) {
-    NoticesMemorisees notices;
-    NoticesEnPlace enPlace{notices};
-    BaseDeTest base;
-    essai::AjouteIdentite(base);
-    essai::RemplitProduits(base);
-    const std::string fichier = base.Repertoire() + "/VDXVAMST.NDX";
-    magasin::MarqueRemplace(fichier.c_str());
-    std::filesystem::remove(fichier);
-    DeConnection2_Vdx();
-    RemetSession();
-    ASSERT_EQ(Connection_Vdx(base.Repertoire().c_str(), ModeMemoire, 0), 1);
+    essai::ConnexionSansFichier base("VDXVAMST.NDX", essai::RemplitProduits);
+    ASSERT_TRUE(base.Connecte());
     const std::string page = base.Repertoire() + "/m.html";
     EXPECT_EQ(MonographieHtml_Vdx("3000001", page.c_str(), ""), -500);
     EXPECT_EQ(session().FichierErreur, "VDXVAMST.NDX");
+    EXPECT_FALSE(TablesOuvertes::Tenues());  // the data file opened before the failure let go
     EXPECT_FALSE(std::filesystem::exists(page));
     EXPECT_EQ(MonographieHtml2_Vdx("3000001", page.c_str(), ""), 1);  // the short form reads no further text
-    DeConnection2_Vdx();
-    RemetSession();
 }
 
 }  // namespace

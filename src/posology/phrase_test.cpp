@@ -8,7 +8,6 @@
 
 #include <cmath>
 #include <cstdint>
-#include <filesystem>
 
 #include "posology/arrondi.h"
 #include "posology/quantite.h"
@@ -16,8 +15,8 @@
 #include "session/cadre.h"
 #include "posology/surface.h"
 #include "session/resultat.h"
-#include "store/magasin.h"
 #include "tests/support/essai_produits.h"
+#include "tests/support/sans_fichier.h"
 #include "tests/support/tableau_hote.h"
 
 namespace vdx {
@@ -319,21 +318,11 @@ TEST_F(Phrases, TheExportsInTheirModes) {
 }
 
 TEST(PhrasesSansTable, TheMissingIndexOfTheUnitsIsReportedUnderItsOldName) {
-    NoticesMemorisees notices;
-    NoticesEnPlace enPlace{notices};
-    BaseDeTest base;
-    essai::AjouteIdentite(base);
-    const std::string fichier = base.Repertoire() + "/VDXPUPRI.NDX";
-    magasin::MarqueRemplace(fichier.c_str());
-    std::filesystem::remove(fichier);
-    DeConnection2_Vdx();
-    RemetSession();
-    ASSERT_EQ(Connection_Vdx(base.Repertoire().c_str(), ModeMemoire, 0), 1);
+    essai::ConnexionSansFichier base("VDXPUPRI.NDX");
+    ASSERT_TRUE(base.Connecte());
     session().ChaineMemoire = "1@2@14@0@0@0@3@0@1@40@0@5@0@40@0@0@0@0@0@0@@3000001@@@";
     EXPECT_EQ(PosoDec_Vdx(nullptr, 0, 0, nullptr), -500);
     EXPECT_EQ(session().FichierErreur, "VDXPURPI.NDX");
-    DeConnection2_Vdx();
-    RemetSession();
 }
 
 }  // namespace

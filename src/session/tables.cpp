@@ -148,12 +148,22 @@ TablesOuvertes::TablesOuvertes(std::initializer_list<const Table*> tables)
 
 TablesOuvertes::TablesOuvertes(std::span<const Table* const> tables) {
     ouverts_.reserve(2 * tables.size());  // data and index
-    for (const Table* t : tables) Ouvre(*t);
+    try {
+        for (const Table* t : tables) Ouvre(*t);
+    } catch (...) {
+        // No destructor runs for an object whose constructor leaves: what
+        // it opened before the failure is let go here.
+        RelacheTout();
+        throw;
+    }
 }
 
-TablesOuvertes::~TablesOuvertes() {
+TablesOuvertes::~TablesOuvertes() { RelacheTout(); }
+
+void TablesOuvertes::RelacheTout() {
     for (const Fichier& f : ouverts_)
         if (Relache(f.numero)) CloseCtFile(f.numero, LectureSeule);
+    ouverts_.clear();
 }
 
 int TablesOuvertes::Detenteurs(int numero) { return Detentions().at(static_cast<size_t>(numero)).detenteurs; }

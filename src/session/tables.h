@@ -75,6 +75,8 @@ private:
         bool medecin;
     };
     void Ajoute(Fichier f);
+    // Each file let go, closed with its last holder; failures ignored.
+    void RelacheTout();
     std::vector<Fichier> ouverts_;
 };
 

@@ -5,15 +5,14 @@
 #include <gtest/gtest.h>
 
 #include <cstdio>
-#include <filesystem>
 #include <map>
 #include <sstream>
 
 #include "platform/hote.h"
 #include "session/resultat.h"
 #include "store/layouts.h"
-#include "store/magasin.h"
 #include "tests/support/essai_vocabulaire.h"
+#include "tests/support/sans_fichier.h"
 
 namespace vdx {
 namespace {
@@ -224,20 +223,10 @@ TEST_F(LexicoBlocs, AMatchAtTheHeadOfABlockEndsThatBlock) {
 }
 
 TEST(LexicoSansTable, ProductsThatCantBeReadGiveTheirCode) {
-    NoticesMemorisees notices;
-    NoticesEnPlace enPlace{notices};
-    BaseDeTest base;
-    essai::AjouteIdentite(base);
-    const std::string fichier = base.Repertoire() + "/VDXVPRO.NDX";
-    magasin::MarqueRemplace(fichier.c_str());
-    std::filesystem::remove(fichier);
-    DeConnection2_Vdx();
-    RemetSession();
-    ASSERT_EQ(Connection_Vdx(base.Repertoire().c_str(), ModeMemoire, 0), 1);
+    essai::ConnexionSansFichier base("VDXVPRO.NDX");
+    ASSERT_TRUE(base.Connecte());
     EXPECT_EQ(Lexico_Vdx(nullptr, "ASPIRINE", nullptr, 0, 1, 10), VDX_LISTE_MOTS_ILLISIBLE);
     EXPECT_EQ(session().FichierErreur, "VDXVPRO.NDX");
-    DeConnection2_Vdx();
-    RemetSession();
 }
 
 }  // namespace

@@ -5,12 +5,11 @@
 
 #include <gtest/gtest.h>
 
-#include <filesystem>
 
 #include "platform/hote.h"
 #include "session/resultat.h"
-#include "store/magasin.h"
 #include "tests/support/essai_vocabulaire.h"
+#include "tests/support/sans_fichier.h"
 
 namespace vdx {
 namespace {
@@ -261,21 +260,11 @@ TEST_F(Recherche, AnEmptyVocabularyFindsNothing) {
 }
 
 TEST(RechercheSansTable, AMissingTableIsNamed) {
-    NoticesMemorisees notices;
-    NoticesEnPlace enPlace{notices};
-    BaseDeTest base;
-    essai::AjouteIdentite(base);
-    const std::string fichier = base.Repertoire() + "/VDXVCISP.DAT";
-    magasin::MarqueRemplace(fichier.c_str());
-    std::filesystem::remove(fichier);
-    DeConnection2_Vdx();
-    RemetSession();
-    ASSERT_EQ(Connection_Vdx(base.Repertoire().c_str(), ModeMemoire, 0), 1);
+    essai::ConnexionSansFichier base("VDXVCISP.DAT");
+    ASSERT_TRUE(base.Connecte());
     EXPECT_EQ(RechercheCISPParPas_Vdx("a", nullptr, nullptr, 10), VDX_ECHEC_MAGASIN);
     EXPECT_EQ(session().FichierErreur, "VDXVCISP.DAT");
     EXPECT_EQ(RechercheCISPLexico_Vdx("a", nullptr, 0, nullptr), VDX_ECHEC_MAGASIN);
-    DeConnection2_Vdx();
-    RemetSession();
 }
 
 }  // namespace
