@@ -914,6 +914,67 @@ VDX_API int32_t VDX_CALL Surdosage_Vdx(SAFEARRAY** Produits, SAFEARRAY** Tableau
 /* The count of the same rows, which are dropped. */
 VDX_API int32_t VDX_CALL SurdosageTest_Vdx(SAFEARRAY** Produits);
 
+/* ---- HTML reports of the checks ----------------------------------------- */
+
+/* Each runs its check on the same inputs (read as the check reads them:
+ * the arrays in mode 0, the text input in the others) and writes the rows
+ * as one HTML page in code page 1252 into the file Fichier, opened "w+b"
+ * and written in one block; FeuilleStyle, when not empty, is linked as the
+ * stylesheet. The result is the check's: its row count, or its negative
+ * code, the page then written with its head and an empty body. A file that
+ * can't be opened is passed over and the count still returned. -2; -10 a
+ * null or empty list of products, -12 a code behind an empty entry, and
+ * the other codes of the check's inputs, no file written; -20 a null or
+ * empty file name or a null stylesheet, no file written.
+ * The interactions of Interactions2_Vdx, grouped by severity, each with
+ * its detail, the chapter on interactions of the products of each pair
+ * (or "Information indisponible"), a product's own messages apart;
+ * InteractionsHtml_Vdx takes no patient. */
+VDX_API int32_t VDX_CALL InteractionsHtml_Vdx(SAFEARRAY** Produits, const char* Fichier, const char* FeuilleStyle);
+VDX_API int32_t VDX_CALL Interactions2Html_Vdx(SAFEARRAY** Produits, SAFEARRAY** CodesPatient,
+                                               SAFEARRAY** TypesPatient, const char* Fichier,
+                                               const char* FeuilleStyle, int32_t Age, int32_t Poids,
+                                               int32_t Grossesse, int32_t Allaitement, const char* Sexe);
+/* No RMO is held: the page says none and the result is 0. */
+VDX_API int32_t VDX_CALL RMOHtml_Vdx(SAFEARRAY** Produits, SAFEARRAY** CodesPatient, SAFEARRAY** TypesPatient,
+                                     const char* Fichier, const char* FeuilleStyle);
+/* The contra-indications and precautions of the products against the
+ * patient, as ContreIndicationsProfil3_Vdx finds them with the levels of
+ * the report (10 and 20 for the link digits 1 and 2): absolute, relative,
+ * precautions, each row with its cause. Member 2 puts Titre in the page's
+ * title and the code of each term beside it; member 3 compares the
+ * analyses too. The result is the number of alerts. */
+VDX_API int32_t VDX_CALL ContreIndicationsProfilHtml_Vdx(SAFEARRAY** CodesPatient, SAFEARRAY** TypesPatient,
+                                                         SAFEARRAY** ValeursPatient, SAFEARRAY** Produits,
+                                                         int32_t Age, int32_t Poids, int32_t Grossesse,
+                                                         int32_t Allaitement, const char* Sexe,
+                                                         const char* Fichier, const char* FeuilleStyle);
+VDX_API int32_t VDX_CALL ContreIndicationsProfil2Html_Vdx(SAFEARRAY** CodesPatient, SAFEARRAY** TypesPatient,
+                                                          SAFEARRAY** ValeursPatient, SAFEARRAY** Produits,
+                                                          int32_t Age, int32_t Poids, int32_t Grossesse,
+                                                          int32_t Allaitement, const char* Sexe,
+                                                          const char* Fichier, const char* FeuilleStyle,
+                                                          const char* Titre);
+VDX_API int32_t VDX_CALL ContreIndicationsProfil3Html_Vdx(SAFEARRAY** CodesPatient, SAFEARRAY** TypesPatient,
+                                                          SAFEARRAY** ValeursPatient, SAFEARRAY** Produits,
+                                                          SAFEARRAY** Analyses, int32_t Age, int32_t Poids,
+                                                          int32_t Grossesse, int32_t Allaitement,
+                                                          const char* Sexe, const char* Fichier,
+                                                          const char* FeuilleStyle, const char* Titre);
+/* The allergies of ControleAllergies_Vdx; with Notoires not 0, then the
+ * excipients with known effect that the allergens reach (RechercheEEN_Vdx).
+ * The result is the count of the allergies. */
+VDX_API int32_t VDX_CALL ControleAllergiesHtml_Vdx(SAFEARRAY** Termes, SAFEARRAY** Allergenes,
+                                                   SAFEARRAY** Produits, const char* Fichier,
+                                                   const char* FeuilleStyle, int32_t Notoires);
+/* The redundancies of Surdosage_Vdx. */
+VDX_API int32_t VDX_CALL SurdosageHtml_Vdx(SAFEARRAY** Produits, const char* Fichier, const char* FeuilleStyle);
+/* No physico-chemical incompatibility is held: the page of a prescription
+ * says none, the sheet of a pair of products has each of its texts
+ * "Information provisoirement indisponible"; the result is 0. */
+VDX_API int32_t VDX_CALL IPCControleHtml_Vdx(SAFEARRAY** Produits, const char* Fichier, const char* FeuilleStyle);
+VDX_API int32_t VDX_CALL IPC_InfoHtml_Vdx(SAFEARRAY** Produits, const char* Fichier, const char* FeuilleStyle);
+
 /* ---- Advisories on one product ----------------------------------------- */
 
 /* Whether a product is to be watched in a heat wave: one of its components,

@@ -41,7 +41,6 @@ VDX_TABLE(TableLignesDCI, "VDXYDCI")
 // The file a failed first lookup of the couples is recorded under.
 constexpr char FichierCouples[] = "VDXZICLC.NDX";
 // The code of the second product of a row that has none.
-constexpr char SansSecondProduit[] = "0000000";
 // The longest label of a line.
 constexpr size_t LibelleLigneMax = 127;
 // The severities ProduitInteractions_Vdx leaves out.

@@ -52,6 +52,8 @@ struct FicheInteraction2 {
 
 // The kinds of couple.
 enum GenreCouple : int32_t { EntreProduits = 0, SubstanceExterieure = 1, ToutProduitParVoie = 2 };
+// The second code of a row of a substance taken outside the prescription.
+inline constexpr char SansSecondProduit[] = "0000000";
 
 // The route test: an entry of `liste` ("|"-separated, cut at its first
 // empty entry) beginning with "-" vetoes a code that begins with the rest;

@@ -8,8 +8,10 @@
 
 namespace vdx {
 
-// The text the notice gives for a chapter that has none.
+// The text the notice gives for a chapter that has none, and the same
+// without its point where a sheet shows it in a cell.
 inline constexpr char InformationIndisponible[] = "Information provisoirement indisponible.";
+inline constexpr char InformationIndisponibleCourte[] = "Information provisoirement indisponible";
 
 // With `brut`, field n as it stands; otherwise the RTF field of chapter n
 // turned into text, and for an empty field the conversion of `texteFixe`.

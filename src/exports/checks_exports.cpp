@@ -10,6 +10,7 @@
 #include "checks/interactions.h"
 #include "checks/surdosage.h"
 #include "exports/declaration.h"
+#include "exports/entrees_controles.h"
 #include "exports/internes.h"
 #include "session/codeproduit.h"
 #include "session/entrees.h"
@@ -18,42 +19,6 @@
 
 namespace vdx {
 namespace {
-
-// The codes of a prescription as given: the list ends at its first empty
-// entry, and a code after it gives -12; a 13-digit code is mapped under
-// CIP13Actif 1 (-13 without mapping).
-std::vector<std::string> CodesPrescription(std::vector<std::string> codes) {
-    const auto vide = std::ranges::find_if(codes, [](const std::string& c) { return c.empty(); });
-    if (std::any_of(vide, codes.end(), [](const std::string& c) { return !c.empty(); })) throw Echec{ListeVide};
-    codes.erase(vide, codes.end());
-    for (std::string& code : codes) code = CIPEntrantStrict(session().CIP13Actif, code);
-    return codes;
-}
-
-// The product codes from the host's array (null or without element: -10).
-std::vector<std::string> CodesDuTableau(SAFEARRAY** produits) {
-    std::vector<std::string> codes = ChainesDuTableau(produits, {Argument1, OperationTableau});
-    if (codes.empty()) throw Echec{Argument1};
-    return CodesPrescription(std::move(codes));
-}
-
-// A product code of the text input is cut to the length of a CodeCIP.
-std::string Coupe(std::string code) {
-    if (code.size() > LongueurCIP) code.resize(LongueurCIP);
-    return code;
-}
-std::vector<std::string> CodesCIPDuTexte(std::vector<std::string> codes) {
-    std::ranges::transform(codes, codes.begin(), Coupe);
-    return codes;
-}
-
-// The first list of the text input (the product codes); the patient's
-// lists behind it are not needed.
-std::vector<std::string> CodesDuTexte() {
-    ListesDuTexte listes(LitTexte());
-    if (listes.Vide()) throw Echec{ListeVide};
-    return CodesPrescription(CodesCIPDuTexte(listes.Suivante()));
-}
 
 // The text input of Interactions_Vdx: lines up to one that begins with "@",
 // a code in the first seven bytes of each.
@@ -66,55 +31,10 @@ std::vector<std::string> LignesDuTexte() {
         if (fin == std::string::npos) fin = texte.size();
         const std::string_view ligne = std::string_view(texte).substr(debut, fin - debut);
         if (ligne.starts_with('@')) break;
-        codes.push_back(Coupe(std::string(ligne)));
+        codes.push_back(CodeCIPDuTexte(std::string(ligne)));
         debut = fin + 2;
     }
     return CodesPrescription(std::move(codes));
-}
-
-// The inputs of the contra-indication checks and their codes: null, then
-// unreadable.
-constexpr CodesEntree EntreeCodes{Argument1, OperationTableau};
-constexpr CodesEntree EntreeTypes{Argument2, Argument2};
-constexpr CodesEntree EntreeValeurs{Argument3, Argument3};
-constexpr CodesEntree EntreeProduits{Argument5, Argument5};
-constexpr CodesEntree EntreeAnalyses{Argument6, Argument6};
-
-struct EntreesProfil {
-    ProfilPatient patient;
-    std::vector<std::string> produits;
-};
-
-// The lists of the check: CodesPatient, TypesPatient, ValeursPatient, the
-// products, and when `analyses` is given the analyses (in the text input
-// value and kind alternately); from the arrays in mode 0, from the text
-// input otherwise.
-EntreesProfil LitEntrees(SAFEARRAY** codes, SAFEARRAY** types, SAFEARRAY** valeurs, SAFEARRAY** produits,
-                         SAFEARRAY** analyses, bool avecAnalyses) {
-    EntreesProfil e;
-    ProfilPatient& p = e.patient;
-    if (session().ModeSortie == ModeTableau) {
-        p.CodesPatient = ChainesDuTableau(codes, EntreeCodes);
-        p.TypesPatient = EntiersDuTableau(types, EntreeTypes);
-        p.ValeursPatient = EntiersDuTableau(valeurs, EntreeValeurs);
-        e.produits = ChainesDuTableau(produits, EntreeProduits);
-        if (avecAnalyses) p.Analyses = AnalysesDuTableau(analyses, EntreeAnalyses);
-    } else {
-        ListesDuTexte listes(LitTexte());
-        if (listes.Vide()) throw Echec{ListeVide};
-        p.CodesPatient = listes.Suivante();
-        p.TypesPatient = EntiersDeTextes(listes.Suivante());
-        p.ValeursPatient = EntiersDeTextes(listes.Suivante());
-        e.produits = CodesCIPDuTexte(listes.Suivante());
-        if (avecAnalyses) {
-            const std::vector<std::string> paires = listes.Suivante();
-            for (size_t i = 0; i + 1 < paires.size(); i += 2)
-                p.Analyses.push_back({paires[i], EntiersDeTextes({paires[i + 1]}).front()});
-        }
-    }
-    if (p.TypesPatient.size() != p.CodesPatient.size() || p.ValeursPatient.size() != p.CodesPatient.size())
-        throw Echec{Argument1};
-    return e;
 }
 
 int32_t Profil(const RegleProfil& regle, EntreesProfil e, SAFEARRAY** tableau, int32_t tableauAbsent, int32_t age,
@@ -175,30 +95,6 @@ int32_t ProfilCourt(SAFEARRAY** produits, SAFEARRAY** termes, SAFEARRAY** tablea
     resultat.Prend(LignesSansCleSelon<FicheCI>(std::move(courtes.fiches)));
     resultat.Livre();
     return courtes.alertes;
-}
-
-// The lists of an allergy check, the terms only `avecTermes`: from the
-// host's arrays in mode 0 (null -10, -20, -30 by list, unreadable -21),
-// else from the input text, each list ended by an empty line.
-struct EntreesAllergies {
-    std::vector<std::string> termes;
-    std::vector<int32_t> allergenes;
-    std::vector<std::string> produits;
-};
-EntreesAllergies LitAllergies(SAFEARRAY** termes, SAFEARRAY** allergenes, SAFEARRAY** produits, bool avecTermes) {
-    EntreesAllergies e;
-    if (session().ModeSortie == ModeTableau) {
-        if (avecTermes) e.termes = ChainesDuTableau(termes, {Argument1, OperationTableau});
-        e.allergenes = EntiersDuTableau(allergenes, {Argument2, OperationTableau});
-        e.produits = ChainesDuTableau(produits, {Argument3, OperationTableau});
-    } else {
-        ListesDuTexte listes(LitTexte());
-        if (listes.Vide()) throw Echec{ListeVide};
-        if (avecTermes) e.termes = listes.Suivante();
-        e.allergenes = EntiersDeTextes(listes.Suivante());
-        e.produits = listes.Suivante();
-    }
-    return e;
 }
 
 // Delivers the rows of an allergy check (-50 when the host's array can't
@@ -348,15 +244,7 @@ namespace {
 // The redundancies of the codes of the host's array (null -10) or of the
 // text input's list; an empty list gives none.
 std::vector<FicheSurdosage> RedondancesLues(SAFEARRAY** produits) {
-    std::vector<std::string> codes;
-    if (session().ModeSortie == ModeTableau) {
-        codes = CodesPrescription(ChainesDuTableau(produits, {Argument1, OperationTableau}));
-    } else {
-        ListesDuTexte listes(LitTexte());
-        if (listes.Vide()) throw Echec{ListeVide};
-        codes = CodesPrescription(CodesCIPDuTexte(listes.Suivante()));
-    }
-    return Redondances(session(), codes);
+    return Redondances(session(), CodesSurdosage(produits));
 }
 
 }  // namespace
