@@ -2,7 +2,7 @@
 # The open base from the public data, end to end: import, build, then a
 # few answers every integrator expects (all presentations counted, known
 # couples of the thesaurus found from either side with their level, the
-# monograph of any product).
+# monograph of any product, the report of real prescriptions in a browser).
 set -u
 vdx=$1
 donnees=$2
@@ -112,6 +112,20 @@ for code in $(awk -F'\t' 'NR > 1 && NR % 2000 == 0 {print $1}' "$work/sources/VD
 done
 verifie "the conditions of delivery of a listed product" \
   grep -q 'href="#Conditions"' <(cat "$work/monographie-"*.html)
+
+# The interaction report of ten real prescriptions in the browser: each row
+# of the check in its order, its pair, severity, kind, risk and conduct.
+source "$(dirname "$0")/navigateur.sh"
+rang=0
+while IFS=$'\t' read -r a b niveau note; do
+  case "$a" in '#'* | '') continue ;; esac
+  rang=$((rang + 1))
+  [ "$rang" -le 10 ] || break
+  "$vdx" call --base "$work/base" Interactions2_Vdx "$a@$b" "" "" 0 0 0 0 "" >"$work/lignes-$rang.tsv"
+  verifie "$note: its report" test "$("$vdx" call --base "$work/base" Interactions2Html_Vdx "$a@$b" "" "" \
+    "$work/rapport-$rang.html" "" 0 0 0 0 "" | head -1)" = "$(head -1 "$work/lignes-$rang.tsv")"
+  page "rapport-$rang" --interactions "$work/lignes-$rang.tsv"
+done <"$(dirname "$0")/donnees/interactions-reelles.tsv"
 
 [ "$echecs" -eq 0 ] && echo "open base: all checks passed"
 exit "$echecs"

@@ -1,8 +1,8 @@
 #!/usr/bin/env bash
 # The pages of the documents in a real browser: the monographs of the sample's
 # three products with texts (every chapter, some chapters empty, a deleted
-# product), the short form and the page of the flags, each loaded in
-# headless Chromium. A page renders (its screenshot is not blank), logs no
+# product), the short form and the page of the flags, the reports of the
+# checks of the README's prescriptions, each loaded in headless Chromium. A page renders (its screenshot is not blank), logs no
 # console message, has an anchor for each of its links and a chapter for
 # each entry of its summary, shows its titles and its code page 1252 letters
 # right, and is read as windows-1252. The stylesheet's path comes out
@@ -11,29 +11,15 @@ set -u
 vdx=$1
 base=$2
 source "$(dirname "$0")/verifie.sh"
-navigateur() { chromium --headless --no-sandbox --disable-gpu "$@"; }
+source "$(dirname "$0")/navigateur.sh"
+muet() { "$@" >/dev/null; }
 css='st"y&le.css'
-
-# page NAME PRODUCT TEXT...: loads the page NAME and checks it.
-page() {
-  local nom=$1; shift
-  local fichier="$work/$nom.html"
-  navigateur --enable-logging=stderr --v=0 --dump-dom "file://$fichier" >"$work/$nom.dom" 2>"$work/$nom.console"
-  navigateur --screenshot="$work/$nom.png" --window-size=800,600 "file://$fichier" >/dev/null 2>&1
-  verifie "$nom in the browser" python3 "$(dirname "$0")/pages.py" "$fichier" "$work/$nom.dom" \
-    "$work/$nom.console" "$work/$nom.png" "$@"
-  printf '<html><body><iframe src="%s"></iframe><script>document.querySelector("iframe").onload = function () {
-document.body.setAttribute("data-charset", this.contentDocument.characterSet); };</script></body></html>' \
-    "$nom.html" >"$work/cadre-$nom.html"
-  navigateur --allow-file-access-from-files --virtual-time-budget=3000 --dump-dom "file://$work/cadre-$nom.html" \
-    2>/dev/null | grep -q 'data-charset="windows-1252"' || { echo "FAILED: $nom read as windows-1252" >&2; echecs=$((echecs + 1)); }
-}
 
 verifie "monograph" "$vdx" monograph "$base" 3595583 "$work/complete.html" --css "$css"
 verifie "monograph, some chapters" "$vdx" monograph "$base" 3368195 "$work/partielle.html"
 verifie "monograph, deleted" "$vdx" monograph "$base" 2192297 "$work/supprime.html"
-verifie "short monograph" "$vdx" call --base "$base" MonographieHtml2_Vdx 3595583 "$work/courte.html" "" >/dev/null
-verifie "flags" "$vdx" call --base "$base" InfoHtml_Vdx 3691068 "$work/info.html" "" >/dev/null
+verifie "short monograph" muet "$vdx" call --base "$base" MonographieHtml2_Vdx 3595583 "$work/courte.html" ""
+verifie "flags" muet "$vdx" call --base "$base" InfoHtml_Vdx 3691068 "$work/info.html" ""
 
 page complete "DOLIPRANE 1000MG CPR B/8" "PARACÉTAMOL" "œdème" "Forme et présentation" "Classes ATC" "Indications" \
   "Grossesse et allaitement" "Source AFSSAPS du" "Source RCP du 30/06/2015" "Données de l'AMM:" "Aspect" \
@@ -45,6 +31,20 @@ page supprime "( Produit supprimé depuis le " "Contre indications" "Données Pa
   "En rapport direct et incontestable avec les affections exonérées :"
 page courte "Indications" "Effets indésirables" "Données technico-réglementaires"
 page info "Referent" "générique" "Dopant" "Hospitalier" "Canicule" "Recommandations" "Mediel" "OUI"
+# The reports: warfarin with ibuprofen for the pregnant woman with an ulcer,
+# then allergies and redundancies.
+verifie "check --html" muet "$vdx" check --base "$base" 3026454 3368195 --age-years 30 --sex F --pregnancy 30 \
+  --pathology cim10:K26 --html "$work"
+"$vdx" call --base "$base" Interactions2_Vdx "3026454@3368195" "" "" 360 0 30 0 F >"$work/lignes.tsv"
+verifie "allergies report" muet "$vdx" call --base "$base" ControleAllergiesHtml_Vdx "" 30501 "3491317@3368195" \
+  "$work/allergies.html" "$css" 1
+verifie "redundancy report" muet "$vdx" call --base "$base" SurdosageHtml_Vdx "3368195@2661869@3659573@3405370@3691068" \
+  "$work/surdosage.html" ""
+page interactions "3 Interactions" --interactions "$work/lignes.tsv"
+page contre-indications "Contre Indication(s) absolue(s) :" "Grossesse" "Ulcère gastroduodénal en évolution"
+page allergies "Allergie(s) avec " 'href="st&quot;y&amp;le.css"'
+page surdosage "Risque de surdosage" "appartiennent à la même classe chimique"
+
 verifie "the stylesheet's path escaped in the file" grep -q 'href="st&quot;y&amp;le.css"' "$work/complete.html"
 verifie "no stylesheet without a path" test "$(grep -c stylesheet "$work/partielle.html")" = 0
 verifie "the short form leaves the further texts" test "$(grep -c 'name="Interactions"' "$work/courte.html")" = 0

@@ -33,7 +33,7 @@ namespace {
 constexpr char AideCheck[] =
     "usage: vdx check [--base BASE] CODE... [--age MONTHS | --age-years N] [--weight KG]\n"
     "                 [--sex M|F] [--pregnancy WEEKS] [--breastfeeding]\n"
-    "                 [--pathology TYPE:CODE]... [--level N] [--json]\n"
+    "                 [--pathology TYPE:CODE]... [--level N] [--json] [--html DIR]\n"
     "\n"
     "Checks a prescription of products (CodeCIP) for one patient: prints the\n"
     "products, the interactions between them grouped by severity with their\n"
@@ -42,7 +42,9 @@ constexpr char AideCheck[] =
     "patient should avoid outside the prescription (alcohol, grapefruit...),\n"
     "then the contra-indications and precautions that apply to the patient. A pathology is TYPE:CODE with TYPE term, cisp or\n"
     "cim10 (or 1, 2, 3). --level leaves out the interactions below that level\n"
-    "(1 to 4). --json prints one JSON object. Exit codes: 0 done, whatever was\n"
+    "(1 to 4). --json prints one JSON object. --html writes the reports of the\n"
+    "interactions and of the contra-indications into DIR (interactions.html,\n"
+    "contre-indications.html, code page 1252) for a browser. Exit codes: 0 done, whatever was\n"
     "found; 1 a failure of the library; 2 bad usage.\n";
 
 constexpr char AideProduct[] =
@@ -149,6 +151,7 @@ struct Demande {
     std::string sexe;
     std::optional<int32_t> niveau;
     bool json = false;
+    std::string html;  // the directory of the reports, or empty
 };
 
 std::optional<int32_t> TypePathologie(std::string_view type) {
@@ -206,6 +209,8 @@ std::optional<Demande> LitDemande(const ArgumentsCommande& args) {
             d.allaitement = 1;
         } else if (a == "--json") {
             d.json = true;
+        } else if (a == "--html") {
+            d.html = valeur;
         }
     }
     if (d.base.empty() || d.produits.empty()) return std::nullopt;
@@ -372,6 +377,21 @@ int Check(const ArgumentsCommande& args) {
     const int32_t m = ContreIndicationsProfil2_Vdx(c, t, v, p, constat.alertes.Adresse(), d->age, d->poids, d->grossesse,
                                                    d->allaitement, d->sexe.c_str());
     if (m < 0) return EchecLibrairie("ContreIndicationsProfil2_Vdx", m);
+    if (!d->html.empty()) {
+        std::error_code erreur;
+        std::filesystem::create_directories(d->html, erreur);
+        const std::string interactions = d->html + "/interactions.html", alertes = d->html + "/contre-indications.html";
+        const int32_t i = Interactions2Html_Vdx(p, c, t, interactions.c_str(), "", d->age, d->poids, d->grossesse,
+                                                d->allaitement, d->sexe.c_str());
+        if (i < 0) return EchecLibrairie("Interactions2Html_Vdx", i);
+        const int32_t a = ContreIndicationsProfilHtml_Vdx(c, t, v, p, d->age, d->poids, d->grossesse, d->allaitement,
+                                                          d->sexe.c_str(), alertes.c_str(), "");
+        if (a < 0) return EchecLibrairie("ContreIndicationsProfilHtml_Vdx", a);
+        if (!std::filesystem::exists(interactions) || !std::filesystem::exists(alertes)) {
+            std::cerr << "vdx: cannot write the reports into " << d->html << '\n';
+            return SortieEchec;
+        }
+    }
     constat.Trie();
     try {
         constat.sansCouples = TableVide(d->base, TableDuCatalogue("VDXZICOU"));
@@ -524,7 +544,7 @@ std::vector<Option> Avec(std::vector<Option> options, std::initializer_list<Opti
 const Commande CommandeSearchSet{"search-set", AideSearchSet, OptionsPatient, SearchSet};
 const Commande CommandeCheck{"check",
                              AideCheck,
-                             Avec(OptionsPatient, {{"--pathology", true}, {"--level", true}, {"--json", false}}),
+                             Avec(OptionsPatient, {{"--pathology", true}, {"--level", true}, {"--json", false}, {"--html", true}}),
                              Check};
 const Commande CommandeProduct{"product", AideProduct, {{"--base", true}}, Product};
 const Commande CommandeSearch{"search", AideSearch, {{"--base", true}}, Search};
