@@ -9,6 +9,7 @@
 
 #include <algorithm>
 #include <cstdlib>
+#include <filesystem>
 #include <tuple>
 #include <map>
 #include <optional>
@@ -18,6 +19,7 @@
 #include <vector>
 
 #include "checks/allergies.h"
+#include "documents/rapports.h"
 #include "checks/surdosage.h"
 #include "checks/voies.h"
 #include "products/composition.h"
@@ -145,6 +147,39 @@ void Interactions2(benchmark::State& state) {
     DeConnection2_Vdx();
 }
 BENCHMARK(Interactions2)->Unit(benchmark::kMicrosecond);
+
+// The report of the same prescription written to a file: what it adds to
+// the check is the rendering, the chapters of the pairs and the file.
+void Interactions2Html(benchmark::State& state) {
+    if (!Connecte(state)) return;
+    SAFEARRAY* produits = essai::TableauDeChaines(DixProduits());
+    const std::string fichier = (std::filesystem::temp_directory_path() / "vdx-rapport-bench.html").string();
+    for (auto _ : state)
+        benchmark::DoNotOptimize(
+            Interactions2Html_Vdx(&produits, nullptr, nullptr, fichier.c_str(), "", 0, 0, 0, 0, ""));
+    SafeArrayDestroy(produits);
+    DeConnection2_Vdx();
+}
+BENCHMARK(Interactions2Html)->Unit(benchmark::kMicrosecond);
+
+// The baseline of the rendering: the same rows and chapters already in
+// memory, formatted by the same fragments into one string.
+void Reference_Interactions2Html(benchmark::State& state) {
+    if (!Connecte(state)) return;
+    Controle<FicheInteraction2> controle;
+    std::map<std::string, std::string> chapitres;
+    {
+        const DansContexte dans(session());
+        controle.lignes = AnalyseInteractions(session(), DixProduits());
+        for (const FicheInteraction2& r : controle.lignes)
+            for (const std::string& cip : {r.CIP1, r.CIP2}) chapitres.emplace(cip, ChapitreIAM(cip));
+    }
+    controle.code = static_cast<int32_t>(controle.lignes.size());
+    const ChapitreProduit enMemoire = [&](const std::string& cip) { return chapitres.at(cip); };
+    for (auto _ : state) benchmark::DoNotOptimize(RapportInteractions(controle, "", enMemoire));
+    DeConnection2_Vdx();
+}
+BENCHMARK(Reference_Interactions2Html)->Unit(benchmark::kMicrosecond);
 
 // A long list of real lines: every tenth product of the base in code order,
 // as many as asked.
