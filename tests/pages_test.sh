@@ -40,7 +40,8 @@ verifie "allergies report" muet "$vdx" call --base "$base" ControleAllergiesHtml
   "$work/allergies.html" "$css" 1
 verifie "redundancy report" muet "$vdx" call --base "$base" SurdosageHtml_Vdx "3368195@2661869@3659573@3405370@3691068" \
   "$work/surdosage.html" ""
-page interactions "3 Interactions" --interactions "$work/lignes.tsv"
+page interactions "4 Interactions" "Sujet de plus de 70 ans" --interactions "$work/lignes.tsv"
+verifie "two rows of one pair close it once" test "$(grep -c 'cellpadding="20"' "$work/interactions.html")" = 1
 page contre-indications "Contre Indication(s) absolue(s) :" "Grossesse" "Ulcère gastroduodénal en évolution"
 page allergies "Allergie(s) avec " 'href="st&quot;y&amp;le.css"'
 page surdosage "Risque de surdosage" "appartiennent à la même classe chimique"
