@@ -5,14 +5,13 @@
 #include <gtest/gtest.h>
 
 #include <filesystem>
-#include <fstream>
-#include <sstream>
 
 #include "documents/fiche_produit.h"
 #include "session/session.h"
 #include "session/tables.h"
 #include "session/messages.h"
 #include "store/fixture.h"
+#include "tests/support/dossier_essai.h"
 #include "tests/support/essai_produits.h"
 #include "tests/support/sans_fichier.h"
 
@@ -217,22 +216,9 @@ TEST(MonographieMontants, HalfCentsRoundUpAndDatesTurnRound) {
 // The exports over files.
 class MonographieFichier : public Monographie {
 protected:
-    void SetUp() override {
-        Monographie::SetUp();
-        dossier_ = essai::DossierTemporaire("monographie-XXXXXX");
-    }
-    void TearDown() override {
-        essai::SupprimeDossier(dossier_);
-        Monographie::TearDown();
-    }
-    std::string Chemin(const char* nom) const { return dossier_ + "/" + nom; }
-    static std::string Lu(const std::string& chemin) {
-        std::ifstream f(chemin, std::ios::binary);
-        std::stringstream s;
-        s << f.rdbuf();
-        return s.str();
-    }
-    std::string dossier_;
+    std::string Chemin(const char* nom) const { return dossier_.Chemin(nom); }
+    static std::string Lu(const std::string& chemin) { return essai::LitFichier(chemin); }
+    essai::DossierEssai dossier_;
 };
 
 TEST_F(MonographieFichier, EachCallReplacesTheFileAndAnUnwritablePathWritesNothing) {

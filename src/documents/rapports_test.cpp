@@ -7,10 +7,10 @@
 
 #include <filesystem>
 #include <fstream>
-#include <sstream>
 
 #include "session/session.h"
 #include "store/fixture.h"
+#include "tests/support/dossier_essai.h"
 #include "tests/support/essai_interactions.h"
 #include "tests/support/essai_vocabulaire.h"
 #include "tests/support/sans_fichier.h"
@@ -116,10 +116,7 @@ TEST(RapportInteractions, TextsKeepTheirCharactersAndBreakTheirLines) {
 std::string Golden(const std::string& nom, const std::string& page) {
     const std::string chemin = std::string(VDX_DONNEES_ESSAI) + "/rapports/" + nom + ".html";
     if (std::getenv("VDX_GOLDEN")) std::ofstream(chemin, std::ios::binary) << page;
-    std::ifstream f(chemin, std::ios::binary);
-    std::stringstream s;
-    s << f.rdbuf();
-    return s.str();
+    return essai::LitFichier(chemin);
 }
 
 TEST(RapportsGolden, EachMemberByteForByte) {
@@ -158,22 +155,9 @@ public:
         essai::interactions::RemplitInteractions(b, true);
         b.Ajoute("VDXVAMST", {{"CodeCIP", essai::interactions::Actiskenan}, {"Rtf1", "{\\rtf1 Morphine\\par seule}"}});
     }
-    void SetUp() override {
-        essai::SurUneBase<Rapports>::SetUp();
-        dossier_ = essai::DossierTemporaire("rapports-XXXXXX");
-    }
-    void TearDown() override {
-        essai::SupprimeDossier(dossier_);
-        essai::SurUneBase<Rapports>::TearDown();
-    }
-    std::string Chemin(const char* nom) const { return dossier_ + "/" + nom; }
-    static std::string Lu(const std::string& chemin) {
-        std::ifstream f(chemin, std::ios::binary);
-        std::stringstream s;
-        s << f.rdbuf();
-        return s.str();
-    }
-    std::string dossier_;
+    std::string Chemin(const char* nom) const { return dossier_.Chemin(nom); }
+    static std::string Lu(const std::string& chemin) { return essai::LitFichier(chemin); }
+    essai::DossierEssai dossier_;
 };
 
 TEST_F(Rapports, TheCheckRunsInMode0AndItsCountComesBack) {
@@ -242,11 +226,9 @@ TEST(RapportsSansTable, AFailingCheckWritesItsHeadAndReturnsItsCode) {
     EXPECT_EQ(InteractionsHtml_Vdx(nullptr, fichier.c_str(), ""), -500);
     EXPECT_EQ(session().ModeSortie, ModeMemoire);
     EXPECT_EQ(session().ChainesUnicode, 1);
-    std::ifstream f(fichier, std::ios::binary);
-    std::stringstream page;
-    page << f.rdbuf();
-    EXPECT_TRUE(page.str().starts_with("<HTML>"));
-    EXPECT_EQ(page.str().find("<TR"), std::string::npos);
+    const std::string page = essai::LitFichier(fichier);
+    EXPECT_TRUE(page.starts_with("<HTML>"));
+    EXPECT_EQ(page.find("<TR"), std::string::npos);
 }
 
 }  // namespace
