@@ -914,6 +914,38 @@ VDX_API int32_t VDX_CALL Surdosage_Vdx(SAFEARRAY** Produits, SAFEARRAY** Tableau
 /* The count of the same rows, which are dropped. */
 VDX_API int32_t VDX_CALL SurdosageTest_Vdx(SAFEARRAY** Produits);
 
+/* ---- Update --------------------------------------------------------------- */
+
+/* The number of update files in Repertoire (with or without a final
+ * separator) newer than the base: titles "RE" and the date of issue as
+ * AAMMJJ, extension ".VDX" in any case, taken in the order of their names
+ * without case while their titles have 8 characters, at most 45; a file is
+ * newer when its six date characters compare above those of the base's
+ * date. A directory that does not exist holds none. -2; -10 Repertoire null
+ * or empty; -500 the base's date unreadable. */
+VDX_API int32_t VDX_CALL IsMaj_Vdx(const char* Repertoire);
+/* Applies the update files of Repertoire newer than the base, oldest first,
+ * each as one unit: its rows and the base's new date go into copies of the
+ * tables it touches, put in place once the whole file went through, so
+ * that a failure or a stopped process leaves the base as before that file
+ * (the next run or connection finishes a switch that was under way). The
+ * host's progress callback hears the file's date, the table and the
+ * position. 1; 0 a row failed (its message box shown, the run stopped
+ * there, the files before it applied); -10 Repertoire null or empty, or a
+ * file that can't be read; -2; -500. A run that finds no file gives the
+ * result of the previous run (1 at first). Tables whose rows are not yet
+ * handled fail their file with a message box. ExecuteMaj2_Vdx reads tokens
+ * of up to 512000 bytes instead of 256000, and a fault inside it gives
+ * -2000 without a message box. */
+VDX_API int32_t VDX_CALL ExecuteMaj_Vdx(const char* Repertoire);
+VDX_API int32_t VDX_CALL ExecuteMaj2_Vdx(const char* Repertoire);
+/* The coverage of the next runs: 1 the products only, 2 and 3 with the
+ * identification and posology tables, 4 every table (the default); a value
+ * above 256 has 256 taken off. Needs no connection; 1. */
+VDX_API int32_t VDX_CALL SetTypeMaj_Vdx(int32_t Type);
+/* Does nothing; 0. */
+VDX_API int32_t VDX_CALL GetMajError_Vdx(int32_t Inutilise);
+
 /* ---- HTML reports of the checks ----------------------------------------- */
 
 /* Each runs its check on the same inputs (read as the check reads them:

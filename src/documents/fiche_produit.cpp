@@ -19,6 +19,7 @@
 #include "products/produits.h"
 #include "session/cadre.h"
 #include "session/codeproduit.h"
+#include "session/connexion.h"
 #include "session/messages.h"
 #include "session/tables.h"
 #include "session/texte.h"
@@ -42,7 +43,6 @@ VDX_TABLE(TableExcipientsProduit, "VDXVCOME")
 VDX_TABLE(TableExcipients, "VDXVEXC")
 VDX_TABLE(TableAffectionsProduits, "VDXYALDC")
 VDX_TABLE(TableAffections, "VDXYALD")
-VDX_TABLE(TableIdentite, "VDXDAT")
 VDX_TABLE(TableIdentification, "VDXIDPRO")
 
 constexpr char Oui[] = "OUI", Non[] = "NON";
@@ -146,15 +146,6 @@ std::string_view CouleurGrossesse(int32_t niveau) {
     if (niveau == 2) return "yellow";
     if (niveau == 3) return "orange";
     return "red";
-}
-
-std::string DateDeLaBase() {
-    TablesOuvertes tables{&TableIdentite()};
-    std::string date;
-    if (const auto p = Curseur(TableIdentite()).Egale(CleEntiers({VDXDAT::Date})))
-        date = Fiche(VueFicheA(TableIdentite(), *p)).Texte(VDXDAT::Texte);
-    tables.Ferme();
-    return date;
 }
 
 }  // namespace
@@ -350,7 +341,7 @@ std::string SourceAFSSAPS(const std::string& cip) {
     const std::vector<AlerteGrossesse> alertes = AlertesGrossesse(cip, 0);
     if (alertes.empty()) return {};
     const AlerteGrossesse& a = alertes.front();
-    std::string t = "<p class='textebleu'><b>Source AFSSAPS du &nbsp;" + DateDeLaBase() + "</b></p>\r\n";
+    std::string t = "<p class='textebleu'><b>Source AFSSAPS du &nbsp;" + DateDeLaBase().value_or("") + "</b></p>\r\n";
     t += "<table width=\"100%\" border=\"0\" cellspacing=\"2\" cellpadding=\"3\"><tr><td width=\"25%\" bgcolor=\"";
     t += CouleurGrossesse(a.NiveauGrossesse);
     t += "\" class=\"textenoir\"><b>" + a.NomNiveau + "</b><br>" + a.Periode +

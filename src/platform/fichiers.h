@@ -9,6 +9,7 @@
 #include <cstdint>
 #include <memory>
 #include <string>
+#include <string_view>
 
 namespace vdx::systeme {
 
@@ -52,6 +53,10 @@ inline constexpr bool RemplacableOuvert = true;
 // `ecarte` (which must not exist); false with errno set, nothing moved. On
 // Linux in one step; on Windows in two renames, `place` briefly absent.
 bool RemplaceDossier(const std::string& neuf, const std::string& place, const std::string& ecarte);
+// Writes `texte` into a new file `chemin` (replacing one) and makes it
+// durable before returning: flushed and synced to the disk. False on any
+// failure.
+bool EcritFichierSur(const std::string& chemin, std::string_view texte);
 // Whether directory `dossier` exists, waiting for it up to half a second
 // where a replacement leaves it briefly absent (Windows).
 bool AttendsDossier(const std::string& dossier);

@@ -171,6 +171,20 @@ bool FixeTailleEtFerme(intptr_t descripteur, uint64_t taille) {
     return fait;
 }
 
+bool EcritFichierSur(const std::string& chemin, std::string_view texte) {
+    const int f = ::open(chemin.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0644);
+    if (f < 0) return false;
+    size_t ecrits = 0;
+    while (ecrits < texte.size()) {
+        const ssize_t n = ::write(f, texte.data() + ecrits, texte.size() - ecrits);
+        if (n < 0 && errno == EINTR) continue;
+        if (n <= 0) break;
+        ecrits += static_cast<size_t>(n);
+    }
+    const bool ok = ecrits == texte.size() && ::fsync(f) == 0;
+    return ::close(f) == 0 && ok;
+}
+
 bool RemplaceDossier(const std::string& neuf, const std::string& place, const std::string& ecarte) {
     if (::renameat2(AT_FDCWD, neuf.c_str(), AT_FDCWD, place.c_str(), RENAME_EXCHANGE) != 0) return false;
     if (::rename(neuf.c_str(), ecarte.c_str()) != 0) {

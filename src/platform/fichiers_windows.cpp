@@ -100,6 +100,15 @@ bool FixeTailleEtFerme(intptr_t descripteur, uint64_t taille) {
     return fait;
 }
 
+bool EcritFichierSur(const std::string& chemin, std::string_view texte) {
+    const HANDLE f = CreateFileA(chemin.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr);
+    if (f == INVALID_HANDLE_VALUE) return false;
+    DWORD ecrits = 0;
+    const bool ok = WriteFile(f, texte.data(), static_cast<DWORD>(texte.size()), &ecrits, nullptr) &&
+                    ecrits == texte.size() && FlushFileBuffers(f);
+    return CloseHandle(f) && ok;
+}
+
 bool RemplaceDossier(const std::string& neuf, const std::string& place, const std::string& ecarte) {
     if (!MoveFileExA(place.c_str(), ecarte.c_str(), 0)) return Echoue();
     if (!MoveFileExA(neuf.c_str(), place.c_str(), 0)) {

@@ -1,5 +1,7 @@
 #include "session/connexion.h"
 
+#include "maj/unite.h"
+
 #include <cstring>
 #include <optional>
 #include <string>
@@ -38,6 +40,17 @@ std::optional<std::string> TexteIdentite(int32_t numero) {
     const std::string octets = FicheA(TableIdentite(), *position);
     return std::string(Fiche(octets).Texte(VDXDAT::Texte));
 }
+
+}  // namespace
+
+std::optional<std::string> DateDeLaBase() {
+    TablesOuvertes tables{&TableIdentite()};
+    std::optional<std::string> date = TexteIdentite(VDXDAT::Date);
+    tables.Ferme();
+    return date;
+}
+
+namespace {
 
 // The base's version and date, or a negative code.
 int32_t LitVersion(std::string& version, std::string& date) {
@@ -114,6 +127,9 @@ int32_t Connecte(const char* chemin, int32_t modeSortie, int32_t chainesUnicode)
         s.FichierErreur = messages::MagasinIndisponible;
         return MagasinNonInitialise;
     }
+    // An update interrupted while it put its files in place is finished
+    // before anything is read.
+    maj::TermineMajInterrompue(s.BaseFichiers);
     s.Connecte = true;
     s.ModeSortie = modeSortie;
     s.ChainesUnicode = modeSortie == ModeTableau ? chainesUnicode : 0;

@@ -3,6 +3,8 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
+#include <string>
 
 #include "vdx32/oleauto.h"
 
@@ -32,6 +34,10 @@ struct FicheVersion {
 int32_t Version(FicheVersion* fiche);
 int32_t VersionFichier(BSTR* texte);
 int32_t Monnaie(BSTR* texte);
+
+// The base's date as VDXDAT keeps it ("JJ/MM/AAAA"), VDXDAT opened and
+// closed here; none when its record is missing. Throws Echec(-500).
+std::optional<std::string> DateDeLaBase();
 
 // Announces a call to the watching agent, if one was there at connection:
 // `prefixe` ("MonographieHtml@CodeCIP=") and the code as the host gave it.

@@ -124,7 +124,7 @@ inline constexpr const char* TextesMediel[] = {
     "Tol\xE9r\xE9",
     "Tol\xE9r\xE9 pour P\xE2que kitniot",
     "Tol\xE9r\xE9 hors P\xE2que",
-    "R\xE9" "f\xE9renc\xE9 pour information",
+    "R\351f\351renc\351 pour information",
     "Casher pour P\xE2que - lait non surveill\xE9",
     "Casher hors P\xE2que - lait non surveill\xE9",
     "Aucune information MEDIEL disponible ",
