@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstdio>
+#include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <sstream>
@@ -17,8 +18,20 @@ namespace {
 
 namespace fs = std::filesystem;
 
+// The steps of a switch: the journal written aside, put in place, then
+// each rename from this number on.
+constexpr int EtapeJournalEcrit = 1, EtapeJournalPose = 2, EtapeRenommages = 2;
+
 int ModeEcriture(const Table& table) {
     return table.genre == Genre::Variable ? magasin::Exclusif | magasin::Variable : magasin::Exclusif;
+}
+
+// The crash tests stop the process at a step of the switch: when the
+// environment's VDX_ESSAI_ARRET_MAJ names it, the process ends there at
+// once, as a kill would end it.
+void PointDArret(int etape) {
+    static const char* const arret = std::getenv("VDX_ESSAI_ARRET_MAJ");
+    if (arret && std::atoi(arret) == etape) std::_Exit(137);
 }
 
 // The journal: one line a rename, the copy then the file it replaces.
@@ -38,12 +51,14 @@ std::vector<std::pair<std::string, std::string>> LitJournal(const fs::path& jour
 bool AppliqueJournal(const fs::path& journal) {
     magasin::FermeFichiersInactifs();
     bool complet = true;
+    int etape = EtapeRenommages;
     for (const auto& [copie, fichier] : LitJournal(journal)) {
         std::error_code erreur;
         if (!fs::exists(copie, erreur)) continue;
         magasin::MarqueRemplace(fichier.c_str());
         fs::rename(copie, fichier, erreur);
         if (erreur) complet = false;
+        PointDArret(++etape);
     }
     std::error_code erreur;
     if (complet) fs::remove(journal, erreur);
@@ -104,9 +119,11 @@ void UniteMaj::Valide() {
         if (!systeme::EcritFichierSur(provisoire.string(), texte.str()))
             throw Echec{EchecMagasin, magasin::Ecriture, 0, NomJournal};
     }
+    PointDArret(EtapeJournalEcrit);
     std::error_code erreur;
     fs::rename(provisoire, journal, erreur);
     if (erreur) throw Echec{EchecMagasin, magasin::Ecriture, 0, NomJournal};
+    PointDArret(EtapeJournalPose);
     finie_ = true;
     AppliqueJournal(journal);
 }

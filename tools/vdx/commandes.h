@@ -78,5 +78,7 @@ extern const Commande CommandeSearch;
 extern const Commande CommandeSearchSet;
 // The documents.
 extern const Commande CommandeMonograph;
+// The update.
+extern const Commande CommandeMaj;
 
 }  // namespace vdx

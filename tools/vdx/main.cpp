@@ -39,6 +39,8 @@ constexpr char AideGenerale[] =
     "                       run criteria searches on one set of products\n"
     "  monograph BASE CODE FILE [--css PATH]\n"
     "                       write the monograph of a product as an HTML page\n"
+    "  maj BASE DIR [--type N]\n"
+    "                       apply the update files of DIR newer than BASE\n"
     "\n"
     "The commands that read a base take it as --base BASE, or from the\n"
     "environment's VDX_BASE. vdx COMMAND --help tells more of each. Exit codes:\n"
@@ -167,7 +169,7 @@ const Commande CommandeCall{"call", AideCall, {{"--base", true}, {"--list", fals
 // The commands by name; each is defined in its own file.
 const Commande* const Commandes[] = {&CommandeTables,  &CommandeCall,  &CommandeBuild,   &CommandeDump,
                                      &CommandeImport,  &CommandeCheck, &CommandeProduct, &CommandeSearch,
-                                     &CommandeSearchSet, &CommandeMonograph};
+                                     &CommandeSearchSet, &CommandeMonograph, &CommandeMaj};
 
 }  // namespace
 
