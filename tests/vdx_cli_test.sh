@@ -110,5 +110,19 @@ verifie "the base from the environment" test "$(VDX_BASE="$work/base" "$vdx" sea
 verifie "product without a base" test "$(VDX_BASE= code "$vdx" product 2756239)" = 2
 verifie "missing base" test "$(code "$vdx" call --base "$work/nulle-part" ListeALD_Vdx)" = 1
 
+# The sample's update files on a copy of its base: a new laboratory, a
+# renamed one, rows of an unknown table passed over, the date moved; a
+# file with a table the library does not update yet stops the run.
+cp -r "$work/base" "$work/maj"
+verifie "maj applies the sample's files" test "$(code "$vdx" maj "$work/maj" "$(dirname "$sources")/sample-maj")" = 0
+verifie "a new laboratory" test "$("$vdx" call --base "$work/maj" LibelleLaboratoire_Vdx NOVB | tail -n 1)" = "LABORATOIRE SUIVANT"
+verifie "a renamed one" test "$("$vdx" call --base "$work/maj" LibelleLaboratoire_Vdx SAN1 | tail -n 1)" = "SANOFI AVENTIS (MAJ)"
+verifie "the date moved" test "$("$vdx" call --base "$work/maj" Version_Vdx | tail -n 1 | cut -f2)" = 02/03/2017
+mkdir "$work/maj-echec"
+printf '|DEBUT|03/03/2017@x@\r\n|LABF|NOVC@AUTRE@@\r\n|PRO|3000001@x@\r\n|FIN|' >"$work/maj-echec/RE170303.VDX"
+verifie "maj stops on a table it does not update" test "$(code "$vdx" maj "$work/maj" "$work/maj-echec")" = 1
+verifie "and the file is not applied" test "$("$vdx" call --base "$work/maj" LibelleLaboratoire_Vdx NOVC | head -1)" = -90
+verifie "maj without its arguments" test "$(code "$vdx" maj "$work/maj")" = 2
+
 [ "$echecs" -eq 0 ] && echo "vdx: all checks passed"
 exit "$echecs"

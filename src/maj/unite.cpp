@@ -40,6 +40,7 @@ std::vector<std::pair<std::string, std::string>> LitJournal(const fs::path& jour
     std::ifstream f(journal, std::ios::binary);
     std::string ligne;
     while (std::getline(f, ligne)) {
+        if (ligne.ends_with('\r')) ligne.pop_back();  // a journal another tool wrote in text mode
         const size_t tab = ligne.find('\t');
         if (tab != std::string::npos) renommages.emplace_back(ligne.substr(0, tab), ligne.substr(tab + 1));
     }
