@@ -1,8 +1,8 @@
 #!/usr/bin/env bash
 # Installs the Debian packages the build, the tests, the benchmarks and the
 # fuzz build need (clang, and libFuzzer's and the sanitizers' runtimes from
-# libclang-rt-14-dev; python3 for the Python host test; chromium for the pages), only those that are
-# missing.
+# libclang-rt-14-dev; python3 for the Python host test; chromium for the
+# pages in a real browser), only those that are missing.
 set -euo pipefail
 paquets=(cmake ninja-build g++ pkg-config liblmdb-dev libgtest-dev libgmock-dev googletest libbenchmark-dev clang libclang-rt-14-dev python3 chromium)
 manquants=()
