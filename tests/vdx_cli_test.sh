@@ -7,6 +7,7 @@ vdx=$1
 sources=$2
 source "$(dirname "$0")/verifie.sh"
 code() { "$@" >/dev/null 2>&1; echo $?; }
+muet2() { "$@" >/dev/null 2>&1; }
 
 verifie "build" "$vdx" build "$sources" "$work/base"
 verifie "dump" "$vdx" dump "$work/base" -o "$work/dump1"
@@ -123,6 +124,21 @@ printf '|DEBUT|03/03/2017@x@\r\n|LABF|NOVC@AUTRE@@\r\n|PRO|3000001@x@\r\n|FIN|' 
 verifie "maj stops on a table it does not update" test "$(code "$vdx" maj "$work/maj" "$work/maj-echec")" = 1
 verifie "and the file is not applied" test "$("$vdx" call --base "$work/maj" LibelleLaboratoire_Vdx NOVC | head -1)" = -90
 verifie "maj without its arguments" test "$(code "$vdx" maj "$work/maj")" = 2
+
+# The round trip: the sample's tables that the update writes, exported as
+# an update file and applied to the base built without their rows, give
+# the tables of the base built with them.
+tables_maj="VDXLAB VDXFAM VDXIDFOR VDXIDPRE VDXIDUPR VDXIDCON VDXIDUCO VDXCLA VDXPPTER VDXPIND VDXPNAT VDXPVOI
+  VDXPMOM VDXPUPRI VDXVPAE VDXVPAU VDXYATC VDXIDPVO VDXZICLA VDXZICLC VDXZICLP"
+mkdir "$work/sans" "$work/rt"
+cp "$sources"/*.tsv "$work/sans"/
+for t in $tables_maj; do [ -f "$work/sans/$t.tsv" ] && head -n 1 "$sources/$t.tsv" >"$work/sans/$t.tsv"; done
+verifie "export-maj" muet2 "$vdx" export-maj "$sources" "$work/rt/RE991231.VDX" --date 31/12/2099
+verifie "the base without those rows" muet2 "$vdx" build "$work/sans" "$work/base-sans"
+verifie "the export applied" muet2 "$vdx" maj "$work/base-sans" "$work/rt"
+"$vdx" dump "$work/base" -o "$work/rt-attendu" $tables_maj >/dev/null 2>&1
+"$vdx" dump "$work/base-sans" -o "$work/rt-obtenu" $tables_maj >/dev/null 2>&1
+verifie "the round trip gives the same tables" diff -r "$work/rt-attendu" "$work/rt-obtenu"
 
 [ "$echecs" -eq 0 ] && echo "vdx: all checks passed"
 exit "$echecs"

@@ -1,6 +1,7 @@
 // The update's reading of its files and its listing of a directory.
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cstdio>
 #include <filesystem>
 #include <fstream>
@@ -10,6 +11,8 @@
 #include "maj/lecture.h"
 #include "maj/liste.h"
 #include "maj/marqueurs.h"
+#include "maj/rangees.h"
+#include "store/layouts.h"
 #include "tests/support/dossier_essai.h"
 #include "tests/support/essai_vocabulaire.h"
 
@@ -87,6 +90,28 @@ TEST(ListeMaj, TheDateOfTheBaseAndTheMarkers) {
     maj::ChoisitTypeMaj(1);
     EXPECT_EQ(maj::etatMaj().TypeMaj, 1);
     maj::ChoisitTypeMaj(4);
+}
+
+TEST(RangeesMaj, EachFieldOfARowIsAFieldOfItsTable) {
+    for (const maj::RangeeParCle& r : maj::RangeesParCle) {
+        ASSERT_TRUE(maj::IndexDuMarqueur(r.marqueur)) << r.marqueur;
+        const Table* table = TableNommee(r.table);
+        ASSERT_NE(table, nullptr) << r.table;
+        const Disposition& d = DispositionDe(*table);
+        size_t lus = 0;
+        for (const maj::ChampRangee& c : maj::ChampsDe(r)) {
+            ++lus;
+            if (c.genre == maj::ChampRangee::Abandonne) continue;
+            const NatureChamp nature = c.genre == maj::ChampRangee::Texte    ? NatureChamp::Texte
+                                       : c.genre == maj::ChampRangee::Entier ? NatureChamp::Entier
+                                                                             : NatureChamp::Reel;
+            EXPECT_TRUE(std::ranges::any_of(d.champs, [&](const Champ& champ) {
+                return champ.decalage == c.decalage && champ.nature == nature;
+            })) << r.marqueur << " at " << c.decalage;
+        }
+        EXPECT_EQ(lus, static_cast<size_t>(std::ranges::count(r.champs, ' ') + 1)) << r.marqueur;
+    }
+    EXPECT_EQ(maj::ChampsDe(*maj::RangeeDuMarqueur("|ZICLA|")).size(), 7u);
 }
 
 TEST(ListeMaj, NewerFilesInTheOrderOfTheirNames) {

@@ -10,6 +10,7 @@
 #include "maj/lecture.h"
 #include "maj/liste.h"
 #include "maj/marqueurs.h"
+#include "maj/rangees.h"
 #include "maj/unite.h"
 #include "platform/notices.h"
 #include "session/cadre.h"
@@ -105,6 +106,13 @@ void PoseTexte(std::string& fiche, const ChampTexte& champ, std::string_view tex
     std::copy_n(texte.data(), n, fiche.data() + champ.decalage);
 }
 
+// The text field of a layout at an offset.
+ChampTexte ChampTexteA(const Disposition& d, uint16_t decalage) {
+    for (const Champ& c : d.champs)
+        if (c.decalage == decalage && c.nature == NatureChamp::Texte) return ChampTexte::De(c);
+    throw FauteInterne("pas de texte a ce decalage");
+}
+
 // Reads a dispatched file: its tables in force, its handlers.
 class Application {
 public:
@@ -138,6 +146,8 @@ private:
             libelle_ = "Mise \xE0 jour de la table : " + jeton.substr(1, jeton.size() >= 2 ? jeton.size() - 2 : 0);
             progression_.Dit(lecteur_.OctetsLus(), libelle_);
             dernierCode_.clear();
+            rangee_ = RangeeDuMarqueur(jeton);
+            champs_ = rangee_ ? ChampsDe(*rangee_) : std::vector<ChampRangee>();
             if (index_)
                 for (const char* nom : Marqueurs[static_cast<size_t>(*index_)].tables)
                     if (nom) unite_.Ouvre(*TableNommee(nom));
@@ -157,7 +167,7 @@ private:
     // of the line passed, the record put in its table.
     int32_t Gere(int32_t index) {
         const std::string_view marqueur = Marqueurs[static_cast<size_t>(index)].texte;
-        if (marqueur == "|LABF|") return Laboratoire();
+        if (rangee_) return ParCle(*rangee_);
         // Rows read and dropped token by token.
         if (marqueur == "|VPA|" || marqueur == "|VEXC|" || marqueur == "|ZITYP|" || marqueur == "|ZIGRA|") return 1;
         std::string texte = "La table " + std::string(marqueur) + " n'est pas encore mise \xE0 jour par la biblioth\xE8que.";
@@ -165,16 +175,24 @@ private:
         return 0;
     }
 
-    int32_t Laboratoire() {
-        const Table& table = TableDuCatalogue("VDXLAB");
-        std::string fiche(VDXLAB::Longueur, '\0');
-        for (const ChampTexte& champ : {VDXLAB::CodeLaboratoire, VDXLAB::Libelle, VDXLAB::Zone31}) {
-            std::string jeton;
+    // A row of the key rule: its fields into a zeroed record, the rest of
+    // the line passed, the record in place of the one of its key.
+    int32_t ParCle(const RangeeParCle& rangee) {
+        const Table& table = *TableNommee(rangee.table);
+        const Disposition& d = DispositionDe(table);
+        FicheEcrite fiche(d.longueur);
+        std::string jeton;
+        for (const ChampRangee& c : champs_) {
             lecteur_.LireChamp(jeton);
-            PoseTexte(fiche, champ, jeton);
+            switch (c.genre) {
+                case ChampRangee::Texte: PoseTexte(fiche.Octets(), ChampTexteA(d, c.decalage), jeton); break;
+                case ChampRangee::Entier: fiche.Entier({"", c.decalage}, LireEntier(jeton)); break;
+                case ChampRangee::Reel: fiche.Reel({"", c.decalage}, LireReel(jeton)); break;
+                case ChampRangee::Abandonne: break;
+            }
         }
         lecteur_.SauteLigne();
-        return RemplaceParCle(table, std::move(fiche));
+        return RemplaceParCle(table, std::move(fiche.Octets()));
     }
 
     LecteurMaj& lecteur_;
@@ -184,6 +202,8 @@ private:
     std::optional<int32_t> index_;
     std::string libelle_;
     std::string dernierCode_;
+    const RangeeParCle* rangee_ = nullptr;
+    std::vector<ChampRangee> champs_;
 };
 
 // The base's date in the unit: the text of VDXDAT key 1 replaced.

@@ -358,6 +358,12 @@ std::string Redaction::Cp1252(std::string_view colonne, std::string_view utf8) c
     return std::move(*texte);
 }
 
+std::string Redaction::TexteSansNul(std::string_view colonne, std::string_view utf8) const {
+    std::string texte = Cp1252(colonne, utf8);
+    if (texte.find('\0') != std::string::npos) Refuse(colonne, "NUL dans un texte");
+    return texte;
+}
+
 void Redaction::Pose(std::string_view nom, std::string_view valeur) {
     if (colonnes_.empty()) colonnes_ = Colonnes(disposition_);
     auto colonne = std::find_if(colonnes_.begin(), colonnes_.end(), [&](const Colonne& c) { return c.nom == nom; });
@@ -372,7 +378,7 @@ void Redaction::Pose(const Colonne& colonne, std::string_view valeur) {
             if (!octets) Refuse(colonne.nom, "octets en hexadecimal attendus");
             parties_[colonne.partie] = std::move(*octets);
         } else {
-            parties_[colonne.partie] = Cp1252(colonne.nom, valeur);
+            parties_[colonne.partie] = TexteSansNul(colonne.nom, valeur);
         }
         return;
     }
@@ -381,8 +387,7 @@ void Redaction::Pose(const Colonne& colonne, std::string_view valeur) {
     switch (c.nature) {
         case NatureChamp::Texte: {
             const ChampTexte champ = ChampTexte::De(c);
-            const std::string texte = Cp1252(colonne.nom, valeur);
-            if (texte.find('\0') != std::string::npos) Refuse(colonne.nom, "NUL dans un texte");
+            const std::string texte = TexteSansNul(colonne.nom, valeur);
             if (!fiche.Texte(champ, texte))
                 Refuse(colonne.nom, "texte trop long : " + std::to_string(texte.size()) + " octets pour " +
                                         std::to_string(champ.capacite()) + " au plus");

@@ -70,6 +70,8 @@ public:
 private:
     [[noreturn]] void Refuse(std::string_view colonne, std::string_view defaut) const;
     std::string Cp1252(std::string_view colonne, std::string_view utf8) const;
+    // A text of a record, which holds no NUL: its writing back stops at one.
+    std::string TexteSansNul(std::string_view colonne, std::string_view utf8) const;
 
     const Disposition& disposition_;
     std::string origine_;

@@ -165,6 +165,7 @@ TEST(Sources, BadSourcesAreRefusedWithFileLineAndField) {
         {"VDXIDPRO", "Rapport\n1,5\n", "VDXIDPRO.tsv:2: Rapport: nombre decimal attendu"},
         {"VDXPRO", "Libelle\nA\\qB\n", "VDXPRO.tsv:2: Libelle: barre oblique inverse isolee"},
         {"VDXPRO", "Libelle\nA\\0B\n", "VDXPRO.tsv:2: Libelle: NUL dans un texte"},
+        {"TEXU", "Texte\nA\\0B\n", "TEXU.tsv:2: Texte: NUL dans un texte"},  // a text behind the record too
         {"VDXZNOTG", "CodeCIP\tImage\n3000001\t0g\n", "VDXZNOTG.tsv:2: Image: octets en hexadecimal attendus"},
         {"VDXPRO", "", "VDXPRO.tsv:1: la premiere ligne doit nommer les colonnes"},
     };

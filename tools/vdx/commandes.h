@@ -80,5 +80,6 @@ extern const Commande CommandeSearchSet;
 extern const Commande CommandeMonograph;
 // The update.
 extern const Commande CommandeMaj;
+extern const Commande CommandeExportMaj;
 
 }  // namespace vdx

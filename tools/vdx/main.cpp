@@ -41,6 +41,8 @@ constexpr char AideGenerale[] =
     "                       write the monograph of a product as an HTML page\n"
     "  maj BASE DIR [--type N]\n"
     "                       apply the update files of DIR newer than BASE\n"
+    "  export-maj SOURCES FILE --date JJ/MM/AAAA\n"
+    "                       write base sources as an update file\n"
     "\n"
     "The commands that read a base take it as --base BASE, or from the\n"
     "environment's VDX_BASE. vdx COMMAND --help tells more of each. Exit codes:\n"
@@ -169,7 +171,8 @@ const Commande CommandeCall{"call", AideCall, {{"--base", true}, {"--list", fals
 // The commands by name; each is defined in its own file.
 const Commande* const Commandes[] = {&CommandeTables,  &CommandeCall,  &CommandeBuild,   &CommandeDump,
                                      &CommandeImport,  &CommandeCheck, &CommandeProduct, &CommandeSearch,
-                                     &CommandeSearchSet, &CommandeMonograph, &CommandeMaj};
+                                     &CommandeSearchSet, &CommandeMonograph, &CommandeMaj,
+                                     &CommandeExportMaj};
 
 }  // namespace
 

@@ -1,15 +1,20 @@
 // vdx maj: the update files of a directory applied to a base, with their
-// progress on a terminal.
+// progress on a terminal; vdx export-maj: base sources written as an update
+// file.
 #include <unistd.h>
 
 #include <chrono>
+#include <fstream>
 #include <cstdio>
 #include <iostream>
 #include <optional>
 #include <string>
 #include <string_view>
 
+#include "maj/rangees.h"
 #include "platform/codepage.h"
+#include "store/fiche.h"
+#include "store/sources.h"
 #include "tools/vdx/commandes.h"
 #include "vdx32/vdx32.h"
 
@@ -98,8 +103,72 @@ int Maj(const ArgumentsCommande& args) {
     return resultat == 1 ? SortieSucces : SortieEchec;
 }
 
+constexpr char AideExportMaj[] =
+    "usage: vdx export-maj SOURCES FILE --date JJ/MM/AAAA\n"
+    "\n"
+    "Writes the base sources of SOURCES as one update file FILE of that date (code\n"
+    "page 1252, CR LF, \"@\" after every field, \"|DEBUT|\" and \"|FIN|\"), for vdx maj.\n"
+    "Only the tables whose rows the update applies are written; the others are\n"
+    "named on standard error.\n";
+
+// A float as a field: fixed decimals that LireReel reads back.
+std::string TexteReel(float valeur) {
+    char texte[64];
+    std::snprintf(texte, sizeof texte, "%.6f", static_cast<double>(valeur));
+    return texte;
+}
+
+int ExportMaj(const ArgumentsCommande& args) {
+    const std::optional<std::string> date = args.Valeur("--date");
+    if (args.Autres().size() != 2 || !date) return Usage(AideExportMaj);
+    std::vector<Source> sources;
+    try {
+        sources = LitSources(args.Autres()[0]);
+    } catch (const ErreurSource& e) {
+        std::cerr << "vdx: " << e.what() << '\n';
+        return SortieEchec;
+    }
+    std::ofstream sortie(args.Autres()[1], std::ios::binary);
+    sortie << "|DEBUT|" << *date << "@export@\r\n";
+    std::string absentes;
+    for (const Source& source : sources) {
+        const maj::RangeeParCle* rangee = maj::RangeeDeLaTable(source.disposition->table->nom);
+        if (!rangee) {
+            if (!source.fiches.empty()) absentes += std::string(" ") + source.disposition->table->nom;
+            continue;
+        }
+        const std::vector<maj::ChampRangee> champs = maj::ChampsDe(*rangee);
+        for (const Enregistrement& e : source.fiches) {
+            const Fiche f(e.fiche);
+            sortie << rangee->marqueur;
+            for (const maj::ChampRangee& c : champs) {
+                switch (c.genre) {
+                    case maj::ChampRangee::Texte:
+                        for (const Champ& champ : source.disposition->champs)
+                            if (champ.decalage == c.decalage && champ.nature == NatureChamp::Texte)
+                                sortie << f.Texte(ChampTexte::De(champ));
+                        break;
+                    case maj::ChampRangee::Entier: sortie << f.Entier({"", c.decalage}); break;
+                    case maj::ChampRangee::Reel: sortie << TexteReel(f.Reel({"", c.decalage})); break;
+                    case maj::ChampRangee::Abandonne: break;
+                }
+                sortie << '@';
+            }
+            sortie << "\r\n";
+        }
+    }
+    sortie << "|FIN|\r\n";
+    if (!sortie.flush()) {
+        std::cerr << "vdx: cannot write " << args.Autres()[1] << '\n';
+        return SortieEchec;
+    }
+    if (!absentes.empty()) std::cerr << "vdx: tables the update does not write yet, left out:" << absentes << '\n';
+    return SortieSucces;
+}
+
 }  // namespace
 
 const Commande CommandeMaj{"maj", AideMaj, {{"--type", true}}, Maj};
+const Commande CommandeExportMaj{"export-maj", AideExportMaj, {{"--date", true}}, ExportMaj};
 
 }  // namespace vdx
