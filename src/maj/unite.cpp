@@ -148,12 +148,15 @@ UniteMaj::~UniteMaj() {
     if (!finie_) Abandonne();
 }
 
-bool TermineMajInterrompue(const std::string& base) {
+bool TermineJournal(const std::string& base) {
     std::error_code erreur;
     const fs::path journal = fs::path(base) / NomJournal;
-    bool complet = true;
-    if (fs::exists(journal, erreur)) complet = AppliqueJournal(journal);
-    if (!complet) return false;
+    return !fs::exists(journal, erreur) || AppliqueJournal(journal);
+}
+
+bool TermineMajInterrompue(const std::string& base) {
+    if (!TermineJournal(base)) return false;
+    std::error_code erreur;
     for (const auto& e : fs::directory_iterator(base, erreur)) {
         const std::string nom = e.path().filename().string();
         if (nom.ends_with(SuffixeCopie)) fs::remove(e.path(), erreur);

@@ -4,7 +4,8 @@
 // copies closed (synced) and put in place through a journal: the list of
 // renames written atomically, then the renames, then the journal removed.
 // A unit that stops before leaves the base as it was and its copies are
-// removed; a journal found by the next run or connection is finished.
+// removed; a journal found by the next connection or run is finished, and
+// the next run removes copies left without one.
 #pragma once
 
 #include <string>
@@ -49,8 +50,13 @@ private:
     bool finie_ = false;
 };
 
-// Finishes the journal of an interrupted unit in `base`, and removes the
-// copies no journal names. True when the base was left as it is.
+// Finishes the journal of an interrupted unit in `base`: one look at the
+// journal's path, nothing more, so that a connection may call it each time
+// (listing the directory would hold it, and on Windows a base put in place
+// under a reader renames its directory). False when a rename failed and the
+// journal stays for the next time.
+bool TermineJournal(const std::string& base);
+// The same, then the copies that no journal names removed.
 bool TermineMajInterrompue(const std::string& base);
 
 }  // namespace vdx::maj

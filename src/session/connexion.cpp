@@ -129,7 +129,7 @@ int32_t Connecte(const char* chemin, int32_t modeSortie, int32_t chainesUnicode)
     }
     // An update interrupted while it put its files in place is finished
     // before anything is read.
-    maj::TermineMajInterrompue(s.BaseFichiers);
+    maj::TermineJournal(s.BaseFichiers);
     s.Connecte = true;
     s.ModeSortie = modeSortie;
     s.ChainesUnicode = modeSortie == ModeTableau ? chainesUnicode : 0;
