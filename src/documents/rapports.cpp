@@ -10,14 +10,19 @@ namespace vdx {
 
 namespace {
 
+// The link to the host's stylesheet, none without a path.
+std::string LienFeuille(std::string_view feuilleStyle) {
+    if (feuilleStyle.empty()) return {};
+    return Bout("<link rel=\"stylesheet\" href=\"", AttributHtml(feuilleStyle), "\" type=\"text/css\">\r\n");
+}
+
 // The head of a page, its title line opened; the title, the list and the
 // detail are filled by the renderer, then joined by Page.
 class Squelette {
 public:
     explicit Squelette(std::string_view feuilleStyle, std::string_view tete = {}) {
         page_ = "<HTML>\r\n<HEAD>\r\n";
-        if (!feuilleStyle.empty())
-            page_ += Bout("<link rel=\"stylesheet\" href=\"", AttributHtml(feuilleStyle), "\" type=\"text/css\">\r\n");
+        page_ += LienFeuille(feuilleStyle);
         page_ += tete;
         page_ += "</HEAD>\r\n<BODY>\r\n<div align=\"center\"><p><big><font face=\"Arial\" color=\"#000000\"><strong>"
                  "<a name=\"sommaire\"></a></strong></font></big></p>\r\n<p align=\"left\"><big><font face=\"Arial\" "
@@ -266,8 +271,7 @@ std::string RapportRMO(std::string_view feuilleStyle) {
 
 std::string RapportIPC(std::string_view feuilleStyle) {
     std::string page = "<html>\r\n<head>\r\n<meta name=\"generator\" content=\"VDX32\">\r\n";
-    if (!feuilleStyle.empty())
-        page += Bout("<link rel=\"stylesheet\" href=\"", AttributHtml(feuilleStyle), "\" type=\"text/css\">\r\n");
+    page += LienFeuille(feuilleStyle);
     page += "<title>Incompatibilit\xE9s Physico-Chimiques</title>\r\n</head>\r\n<body>\r\n<a name=\"sommaire\"></a><p>"
             "<strong><font color='#000000' size=+1>";
     page += Bout(Compte(0, " Incompatibilit\xE9"), " physico-chimique");
@@ -277,8 +281,7 @@ std::string RapportIPC(std::string_view feuilleStyle) {
 
 std::string FicheIPC(std::string_view feuilleStyle) {
     std::string page = "<html>\r\n<head>\r\n";
-    if (!feuilleStyle.empty())
-        page += Bout("<link rel=\"stylesheet\" href=\"", AttributHtml(feuilleStyle), "\" type=\"text/css\">\r\n");
+    page += LienFeuille(feuilleStyle);
     page += "<title>Incompatibilit&eacute;s physico-chimiques potentielles</title>\r\n</head>\r\n<body>\r\n";
     const auto rangee = [](std::string_view nom, std::string_view valeur) {
         return Bout("<tr><td width=\"20%\" bgcolor=\"#0051A5\"><font color=\"#FFFFFF\"><b>", nom,

@@ -106,13 +106,6 @@ void PoseTexte(std::string& fiche, const ChampTexte& champ, std::string_view tex
     std::copy_n(texte.data(), n, fiche.data() + champ.decalage);
 }
 
-// The text field of a layout at an offset.
-ChampTexte ChampTexteA(const Disposition& d, uint16_t decalage) {
-    for (const Champ& c : d.champs)
-        if (c.decalage == decalage && c.nature == NatureChamp::Texte) return ChampTexte::De(c);
-    throw FauteInterne("pas de texte a ce decalage");
-}
-
 // Reads a dispatched file: its tables in force, its handlers.
 class Application {
 public:
@@ -148,6 +141,7 @@ private:
             dernierCode_.clear();
             rangee_ = RangeeDuMarqueur(jeton);
             champs_ = rangee_ ? ChampsDe(*rangee_) : std::vector<ChampRangee>();
+            tableRangee_ = rangee_ ? TableNommee(rangee_->table) : nullptr;
             if (index_)
                 for (const char* nom : Marqueurs[static_cast<size_t>(*index_)].tables)
                     if (nom) unite_.Ouvre(*TableNommee(nom));
@@ -167,7 +161,7 @@ private:
     // of the line passed, the record put in its table.
     int32_t Gere(int32_t index) {
         const std::string_view marqueur = Marqueurs[static_cast<size_t>(index)].texte;
-        if (rangee_) return ParCle(*rangee_);
+        if (rangee_) return ParCle();
         // Rows read and dropped token by token.
         if (marqueur == "|VPA|" || marqueur == "|VEXC|" || marqueur == "|ZITYP|" || marqueur == "|ZIGRA|") return 1;
         std::string texte = "La table " + std::string(marqueur) + " n'est pas encore mise \xE0 jour par la biblioth\xE8que.";
@@ -177,22 +171,20 @@ private:
 
     // A row of the key rule: its fields into a zeroed record, the rest of
     // the line passed, the record in place of the one of its key.
-    int32_t ParCle(const RangeeParCle& rangee) {
-        const Table& table = *TableNommee(rangee.table);
-        const Disposition& d = DispositionDe(table);
-        FicheEcrite fiche(d.longueur);
+    int32_t ParCle() {
+        FicheEcrite fiche(DispositionDe(*tableRangee_).longueur);
         std::string jeton;
         for (const ChampRangee& c : champs_) {
             lecteur_.LireChamp(jeton);
             switch (c.genre) {
-                case ChampRangee::Texte: PoseTexte(fiche.Octets(), ChampTexteA(d, c.decalage), jeton); break;
+                case ChampRangee::Texte: PoseTexte(fiche.Octets(), c.texte, jeton); break;
                 case ChampRangee::Entier: fiche.Entier({"", c.decalage}, LireEntier(jeton)); break;
                 case ChampRangee::Reel: fiche.Reel({"", c.decalage}, LireReel(jeton)); break;
                 case ChampRangee::Abandonne: break;
             }
         }
         lecteur_.SauteLigne();
-        return RemplaceParCle(table, std::move(fiche.Octets()));
+        return RemplaceParCle(*tableRangee_, std::move(fiche.Octets()));
     }
 
     LecteurMaj& lecteur_;
@@ -202,8 +194,11 @@ private:
     std::optional<int32_t> index_;
     std::string libelle_;
     std::string dernierCode_;
+    // The rows of the marker in force, their fields and their table, found
+    // once at its change.
     const RangeeParCle* rangee_ = nullptr;
     std::vector<ChampRangee> champs_;
+    const Table* tableRangee_ = nullptr;
 };
 
 // The base's date in the unit: the text of VDXDAT key 1 replaced.

@@ -3,9 +3,23 @@
 #include <charconv>
 #include <stdexcept>
 
+#include "store/catalogue.h"
+#include "store/layouts.h"
+
 namespace vdx::maj {
 
+namespace {
+
+ChampTexte TexteA(const Disposition& d, uint16_t decalage) {
+    for (const Champ& c : d.champs)
+        if (c.decalage == decalage && c.nature == NatureChamp::Texte) return ChampTexte::De(c);
+    throw std::logic_error("pas de texte a ce decalage");
+}
+
+}  // namespace
+
 std::vector<ChampRangee> ChampsDe(const RangeeParCle& rangee) {
+    const Disposition& d = DispositionDe(*TableNommee(rangee.table));
     std::vector<ChampRangee> champs;
     std::string_view reste = rangee.champs;
     while (!reste.empty()) {
@@ -18,6 +32,7 @@ std::vector<ChampRangee> ChampsDe(const RangeeParCle& rangee) {
         }
         ChampRangee c{mot[0] == 'T' ? ChampRangee::Texte : mot[0] == 'E' ? ChampRangee::Entier : ChampRangee::Reel};
         std::from_chars(mot.data() + 1, mot.data() + mot.size(), c.decalage);
+        if (c.genre == ChampRangee::Texte) c.texte = TexteA(d, c.decalage);
         champs.push_back(c);
     }
     return champs;

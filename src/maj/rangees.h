@@ -8,13 +8,17 @@
 #include <string_view>
 #include <vector>
 
+#include "store/champ.h"
+
 namespace vdx::maj {
 
 // A field of a row: "T" text, "E" integer, "R" float and its offset in
-// the record, "-" a field read and dropped.
+// the record, "-" a field read and dropped. A text carries its field of the
+// table's layout, for its width.
 struct ChampRangee {
     enum Genre : uint8_t { Texte, Entier, Reel, Abandonne } genre;
     uint16_t decalage = 0;
+    ChampTexte texte{};
 };
 
 struct RangeeParCle {
@@ -47,6 +51,8 @@ inline constexpr RangeeParCle RangeesParCle[] = {
     {"|ZICLP|", "VDXZICLP", "E0 E4 -"},
 };
 
+// The fields of a row, its texts found in its table's layout (a text the
+// layout lacks at its offset is a fault of the list).
 std::vector<ChampRangee> ChampsDe(const RangeeParCle& rangee);
 const RangeeParCle* RangeeDuMarqueur(std::string_view marqueur);
 const RangeeParCle* RangeeDeLaTable(std::string_view table);

@@ -143,11 +143,7 @@ int ExportMaj(const ArgumentsCommande& args) {
             sortie << rangee->marqueur;
             for (const maj::ChampRangee& c : champs) {
                 switch (c.genre) {
-                    case maj::ChampRangee::Texte:
-                        for (const Champ& champ : source.disposition->champs)
-                            if (champ.decalage == c.decalage && champ.nature == NatureChamp::Texte)
-                                sortie << f.Texte(ChampTexte::De(champ));
-                        break;
+                    case maj::ChampRangee::Texte: sortie << f.Texte(c.texte); break;
                     case maj::ChampRangee::Entier: sortie << f.Entier({"", c.decalage}); break;
                     case maj::ChampRangee::Reel: sortie << TexteReel(f.Reel({"", c.decalage})); break;
                     case maj::ChampRangee::Abandonne: break;
