@@ -7,9 +7,11 @@
 #include <optional>
 
 #include "maj/etat.h"
+#include "maj/gestionnaires.h"
 #include "maj/lecture.h"
 #include "maj/liste.h"
 #include "maj/marqueurs.h"
+#include "maj/operations.h"
 #include "maj/rangees.h"
 #include "maj/unite.h"
 #include "platform/notices.h"
@@ -25,22 +27,10 @@ namespace vdx::maj {
 
 namespace {
 
-constexpr char TitreErreurMaj[] = "Erreur";
 // The progress goes by blocks of this many bytes, and is told at most
 // every this many bytes read.
 constexpr int64_t BlocProgression = 512;
 constexpr uint64_t PasProgression = 64 * 1024;
-
-// A store operation of the update that failed: its message box, and 0.
-int32_t EchecOperation(const char* operation, int numero, int erreur) {
-    std::string texte = "Une erreur est survenue lors de la MAJ (";
-    texte += operation;
-    texte += ") sur le fichier '";
-    texte += NomMaj(numero);
-    texte += "'. Erreur : " + std::to_string(erreur);
-    notices().BoiteMessage(texte, TitreErreurMaj, StyleExclamation);
-    return 0;
-}
 
 // The progress of a run: the bytes read against the run's total.
 class Progression {
@@ -64,47 +54,6 @@ private:
     int64_t total_;
     uint64_t debut_ = 0, dit_ = 0;
 };
-
-// The row of a key-ruled table: the record replaces the one of its first
-// key, its further keys moved with it. 1, or 0 after the message box.
-int32_t RemplaceParCle(const Table& table, std::string fiche) {
-    const Disposition& d = DispositionDe(table);
-    const std::optional<std::string> cle0 = CleDe(d, 0, fiche);
-    if (!cle0) return 1;
-    magasin::Position position = magasin::CleEgale(table.index(), cle0->data());
-    std::vector<std::string> anciennes(d.cles.size());
-    if (position == 0) {
-        position = magasin::NewRecord(table.donnees);
-        if (position == 0) return EchecOperation("NewRecord", table.donnees, magasin::GlobalesMagasin()->ErreurMagasin);
-        std::string cle = *cle0;
-        if (const int e = AjouteCle(d, 0, cle, fiche, position)) return EchecOperation("AddRecordKey", table.index(), e);
-    } else {
-        std::string ancienne(d.longueur, '\0');
-        if (magasin::LitFiche(table.donnees, position, ancienne.data()) == 0)
-            for (size_t n = 1; n < d.cles.size(); ++n) anciennes[n] = CleDe(d, n, ancienne).value_or("");
-    }
-    if (const int e = magasin::WriteRecordData(table.donnees, position, fiche.data()))
-        return EchecOperation("WriteRecordData", table.donnees, e);
-    for (size_t n = 1; n < d.cles.size(); ++n) {
-        const int numero = table.cle(static_cast<int>(n));
-        if (!anciennes[n].empty()) {
-            const int e = magasin::DeleteRecordKey(numero, anciennes[n].data(), position);
-            if (e != 0 && e != magasin::CleAbsente) return EchecOperation("DeleteRecordKey", numero, e);
-        }
-        std::optional<std::string> cle = CleDe(d, n, fiche);
-        if (!cle) continue;
-        const int e = AjouteCle(d, n, *cle, fiche, position);
-        if (e != 0 && e != magasin::CleExistante) return EchecOperation("AddRecordKey", numero, e);
-    }
-    return 1;
-}
-
-// A text field into its place in a record, cut to what the field holds
-// before its NUL.
-void PoseTexte(std::string& fiche, const ChampTexte& champ, std::string_view texte) {
-    const size_t n = std::min<size_t>(texte.size(), champ.capacite());
-    std::copy_n(texte.data(), n, fiche.data() + champ.decalage);
-}
 
 // Reads a dispatched file: its tables in force, its handlers.
 class Application {
@@ -138,10 +87,9 @@ private:
             index_ = IndexDuMarqueur(jeton);
             libelle_ = "Mise \xE0 jour de la table : " + jeton.substr(1, jeton.size() >= 2 ? jeton.size() - 2 : 0);
             progression_.Dit(lecteur_.OctetsLus(), libelle_);
-            dernierCode_.clear();
+            gestionnaires_.NouvelleTable();
             rangee_ = RangeeDuMarqueur(jeton);
             champs_ = rangee_ ? ChampsDe(*rangee_) : std::vector<ChampRangee>();
-            tableRangee_ = rangee_ ? TableNommee(rangee_->table) : nullptr;
             if (index_)
                 for (const char* nom : Marqueurs[static_cast<size_t>(*index_)].tables)
                     if (nom) unite_.Ouvre(*TableNommee(nom));
@@ -157,34 +105,20 @@ private:
         index_.reset();
     }
 
-    // The handler of a table, after its marker: its fields read, the rest
-    // of the line passed, the record put in its table.
+    // The handler of a table, after its marker: the row read by its list,
+    // the rest of the line passed, the row put in its tables; the rows of
+    // the tables the update leaves pass token by token.
     int32_t Gere(int32_t index) {
-        const std::string_view marqueur = Marqueurs[static_cast<size_t>(index)].texte;
-        if (rangee_) return ParCle();
-        // Rows read and dropped token by token.
-        if (marqueur == "|VPA|" || marqueur == "|VEXC|" || marqueur == "|ZITYP|" || marqueur == "|ZIGRA|") return 1;
-        std::string texte = "La table " + std::string(marqueur) + " n'est pas encore mise \xE0 jour par la biblioth\xE8que.";
-        notices().BoiteMessage(texte, TitreErreurMaj, StyleExclamation);
-        return 0;
-    }
-
-    // A row of the key rule: its fields into a zeroed record, the rest of
-    // the line passed, the record in place of the one of its key.
-    int32_t ParCle() {
-        FicheEcrite fiche(DispositionDe(*tableRangee_).longueur);
-        std::string jeton;
-        for (const ChampRangee& c : champs_) {
-            lecteur_.LireChamp(jeton);
-            switch (c.genre) {
-                case ChampRangee::Texte: PoseTexte(fiche.Octets(), c.texte, jeton); break;
-                case ChampRangee::Entier: fiche.Entier({"", c.decalage}, LireEntier(jeton)); break;
-                case ChampRangee::Reel: fiche.Reel({"", c.decalage}, LireReel(jeton)); break;
-                case ChampRangee::Abandonne: break;
-            }
+        if (!rangee_) {
+            const std::string texte = "La table " + std::string(Marqueurs[static_cast<size_t>(index)].texte) +
+                                      " n'est pas encore mise \xE0 jour par la biblioth\xE8que.";
+            notices().BoiteMessage(texte, TitreErreurMaj, StyleExclamation);
+            return 0;
         }
-        lecteur_.SauteLigne();
-        return RemplaceParCle(*tableRangee_, std::move(fiche.Octets()));
+        if (rangee_->regle == Regle::Aucune) return 1;
+        if (!LitLigne(lecteur_, DispositionDe(*TableNommee(rangee_->table)), champs_, ligne_))
+            return RangeeRefusee(rangee_->marqueur, "elle s'arr\xEAte avant son dernier champ");
+        return gestionnaires_.Applique(*rangee_, ligne_);
     }
 
     LecteurMaj& lecteur_;
@@ -193,12 +127,12 @@ private:
     std::string marqueur_;
     std::optional<int32_t> index_;
     std::string libelle_;
-    std::string dernierCode_;
-    // The rows of the marker in force, their fields and their table, found
-    // once at its change.
-    const RangeeParCle* rangee_ = nullptr;
+    Gestionnaires gestionnaires_;
+    // The rows of the marker in force and their fields, found once at its
+    // change.
+    const Rangee* rangee_ = nullptr;
     std::vector<ChampRangee> champs_;
-    const Table* tableRangee_ = nullptr;
+    LigneMaj ligne_;
 };
 
 // The base's date in the unit: the text of VDXDAT key 1 replaced.

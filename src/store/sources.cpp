@@ -558,26 +558,30 @@ RapportConstruction ConstruitBase(const std::vector<Source>& sources, const fs::
     return rapport;
 }
 
-std::vector<Enregistrement> LitTable(const fs::path& base, const Disposition& d) {
+std::vector<std::pair<std::string, std::string>> LitIndex(const fs::path& base, const Disposition& d, size_t numero) {
     using namespace magasin;
     const Table& t = *d.table;
+    const int numeroCle = t.cle(static_cast<int>(numero));
     FichiersOuverts fichiers(t, LectureSeule);
     fichiers.OuvreEnLecture(base);
 
-    std::string cle(static_cast<size_t>(std::max<int>(LongueurCle(t.index()), d.cles[0].longueur)), '\0');
-    std::vector<Enregistrement> fiches;
-    for (Position p = PremiereCle(t.index(), cle.data()); p != 0; p = CleSuivante(t.index(), cle.data())) {
-        Enregistrement e;
-        e.fiche.assign(t.genre == Genre::Variable ? LongueurFiche(t.donnees, p) : d.longueur, '\0');
-        Verifie(t.genre == Genre::Variable
-                    ? LitFicheVariable(t.donnees, p, e.fiche.data(), static_cast<uint32_t>(e.fiche.size()))
-                    : LitFiche(t.donnees, p, e.fiche.data()),
-                t.fichierDonnees, "LitFiche");
-        if (!d.champsCle.empty()) e.cle = cle.substr(0, d.cles[0].longueur);
-        fiches.push_back(std::move(e));
+    std::string cle(static_cast<size_t>(std::max<int>(LongueurCle(numeroCle), d.cles.at(numero).longueur)), '\0');
+    std::vector<std::pair<std::string, std::string>> cles;
+    for (Position p = PremiereCle(numeroCle, cle.data()); p != 0; p = CleSuivante(numeroCle, cle.data())) {
+        std::string fiche;
+        Verifie(LitFicheEntiere(t.donnees, p, fiche), t.fichierDonnees, "LitFiche");
+        if (t.genre == Genre::Fixe) fiche.resize(d.longueur, '\0');
+        cles.emplace_back(cle.substr(0, d.cles[numero].longueur), std::move(fiche));
     }
     if (GlobalesMagasin()->ErreurMagasin != 0) EchecMagasin(t.fichierIndex, "CleSuivante");
     fichiers.Ferme();
+    return cles;
+}
+
+std::vector<Enregistrement> LitTable(const fs::path& base, const Disposition& d) {
+    std::vector<Enregistrement> fiches;
+    for (auto& [cle, fiche] : LitIndex(base, d, 0))
+        fiches.push_back({std::move(fiche), d.champsCle.empty() ? std::string() : std::move(cle), {}, {}});
     return fiches;
 }
 

@@ -26,6 +26,7 @@
 #include <stdexcept>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include "store/catalogue.h"
@@ -118,6 +119,10 @@ RapportConstruction ConstruitBase(const std::filesystem::path& sources, const st
 RapportConstruction ConstruitBase(const std::vector<Source>& sources, const std::filesystem::path& base,
                                   const OptionsConstruction& options = {});
 
+// Every key of key number `numero` (from 0) of a table, in its order, each
+// with the record it leads to.
+std::vector<std::pair<std::string, std::string>> LitIndex(const std::filesystem::path& base,
+                                                          const Disposition& disposition, size_t numero);
 // The records of a table in the order of its first key.
 std::vector<Enregistrement> LitTable(const std::filesystem::path& base, const Disposition& disposition);
 // Whether a table of a base holds no record; throws ErreurSource when its

@@ -11,7 +11,7 @@
 #include <string>
 #include <string_view>
 
-#include "maj/rangees.h"
+#include "maj/ecriture.h"
 #include "platform/codepage.h"
 #include "store/fiche.h"
 #include "store/sources.h"
@@ -111,13 +111,6 @@ constexpr char AideExportMaj[] =
     "Only the tables whose rows the update applies are written; the others are\n"
     "named on standard error.\n";
 
-// A float as a field: fixed decimals that LireReel reads back.
-std::string TexteReel(float valeur) {
-    char texte[64];
-    std::snprintf(texte, sizeof texte, "%.6f", static_cast<double>(valeur));
-    return texte;
-}
-
 int ExportMaj(const ArgumentsCommande& args) {
     const std::optional<std::string> date = args.Valeur("--date");
     if (args.Autres().size() != 2 || !date) return Usage(AideExportMaj);
@@ -129,36 +122,22 @@ int ExportMaj(const ArgumentsCommande& args) {
         return SortieEchec;
     }
     std::ofstream sortie(args.Autres()[1], std::ios::binary);
-    sortie << "|DEBUT|" << *date << "@export@\r\n";
-    std::string absentes;
-    for (const Source& source : sources) {
-        const maj::RangeeParCle* rangee = maj::RangeeDeLaTable(source.disposition->table->nom);
-        if (!rangee) {
-            if (!source.fiches.empty()) absentes += std::string(" ") + source.disposition->table->nom;
-            continue;
-        }
-        const std::vector<maj::ChampRangee> champs = maj::ChampsDe(*rangee);
-        for (const Enregistrement& e : source.fiches) {
-            const Fiche f(e.fiche);
-            sortie << rangee->marqueur;
-            for (const maj::ChampRangee& c : champs) {
-                switch (c.genre) {
-                    case maj::ChampRangee::Texte: sortie << f.Texte(c.texte); break;
-                    case maj::ChampRangee::Entier: sortie << f.Entier({"", c.decalage}); break;
-                    case maj::ChampRangee::Reel: sortie << TexteReel(f.Reel({"", c.decalage})); break;
-                    case maj::ChampRangee::Abandonne: break;
-                }
-                sortie << '@';
-            }
-            sortie << "\r\n";
-        }
+    std::vector<std::string> absentes;
+    try {
+        absentes = maj::EcritMaj(sources, sortie, *date);
+    } catch (const ErreurSource& e) {
+        std::cerr << "vdx: " << e.what() << '\n';
+        return SortieEchec;
     }
-    sortie << "|FIN|\r\n";
     if (!sortie.flush()) {
         std::cerr << "vdx: cannot write " << args.Autres()[1] << '\n';
         return SortieEchec;
     }
-    if (!absentes.empty()) std::cerr << "vdx: tables the update does not write yet, left out:" << absentes << '\n';
+    if (!absentes.empty()) {
+        std::cerr << "vdx: tables the update does not write, left out:";
+        for (const std::string& t : absentes) std::cerr << ' ' << t;
+        std::cerr << '\n';
+    }
     return SortieSucces;
 }
 
