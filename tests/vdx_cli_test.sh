@@ -112,24 +112,29 @@ verifie "product without a base" test "$(VDX_BASE= code "$vdx" product 2756239)"
 verifie "missing base" test "$(code "$vdx" call --base "$work/nulle-part" ListeALD_Vdx)" = 1
 
 # The sample's update files on a copy of its base: a new laboratory, a
-# renamed one, rows of an unknown table passed over, the date moved; a
-# file with a table the library does not update yet stops the run.
+# renamed one, rows of an unknown table passed over, a row of every table,
+# a product renamed, the date moved; a file with a row cut short stops.
 cp -r "$work/base" "$work/maj"
 verifie "maj applies the sample's files" test "$(code "$vdx" maj "$work/maj" "$(dirname "$sources")/sample-maj")" = 0
 verifie "a new laboratory" test "$("$vdx" call --base "$work/maj" LibelleLaboratoire_Vdx NOVB | tail -n 1)" = "LABORATOIRE SUIVANT"
 verifie "a renamed one" test "$("$vdx" call --base "$work/maj" LibelleLaboratoire_Vdx SAN1 | tail -n 1)" = "SANOFI AVENTIS (MAJ)"
-verifie "the date moved" test "$("$vdx" call --base "$work/maj" Version_Vdx | tail -n 1 | cut -f2)" = 02/03/2017
+verifie "the date moved" test "$("$vdx" call --base "$work/maj" Version_Vdx | tail -n 1 | cut -f2)" = 04/03/2017
+verifie "a new label" test "$("$vdx" call --base "$work/maj" LibelleProduit_Vdx 2192156 | tail -n 1)" = \
+  "PRAVASTATINE EVOLUGE 20MG CPR B/30"
+verifie "found by it" test "$("$vdx" search --base "$work/maj" "PRAVASTATINE EVOLUGE 20MG CPR B/3" | cut -c1-7)" = 2192156
 mkdir "$work/maj-echec"
-printf '|DEBUT|03/03/2017@x@\r\n|LABF|NOVC@AUTRE@@\r\n|PRO|3000001@x@\r\n|FIN|' >"$work/maj-echec/RE170303.VDX"
-verifie "maj stops on a table it does not update" test "$(code "$vdx" maj "$work/maj" "$work/maj-echec")" = 1
+printf '|DEBUT|05/03/2017@x@\r\n|LABF|NOVC@AUTRE@@\r\n|PRO|3000001@x@\r\n|FIN|' >"$work/maj-echec/RE170305.VDX"
+verifie "maj stops on a row cut short" test "$(code "$vdx" maj "$work/maj" "$work/maj-echec")" = 1
 verifie "and the file is not applied" test "$("$vdx" call --base "$work/maj" LibelleLaboratoire_Vdx NOVC | head -1)" = -90
 verifie "maj without its arguments" test "$(code "$vdx" maj "$work/maj")" = 2
 
 # The round trip: the sample's tables that the update writes, exported as
 # an update file and applied to the base built without their rows, give
 # the tables of the base built with them.
-tables_maj="VDXLAB VDXFAM VDXIDFOR VDXIDPRE VDXIDUPR VDXIDCON VDXIDUCO VDXCLA VDXPPTER VDXPIND VDXPNAT VDXPVOI
-  VDXPMOM VDXPUPRI VDXVPAE VDXVPAU VDXYATC VDXIDPVO VDXZICLA VDXZICLC VDXZICLP"
+tables_maj="VDXPRO VDXLAB VDXFAM VDXFAMP VDXPROA VDXIDPRO VDXIDFOP VDXIDFOR VDXIDPRE VDXIDUPR VDXIDCON VDXIDUCO
+  VDXCLA VDXCLAP VDXPPROD VDXPTEXT VDXPPTER VDXPIND VDXPNAT VDXPVOI VDXPPRO VDXPMOM VDXPUPRI VDXVCOMP VDXVPAP
+  VDXVCOMG VDXVCOME VDXVEXCP VDXVPA VDXVEXC VDXVPAE VDXVPAU VDXVAMPC VDXVAMM VDXVAMMC VDXVAMPT VDXVAMST VDXYATC
+  VDXYATCP VDXIDPVO VDXZICLA VDXZICLC VDXZICLP VDXZICOU"
 mkdir "$work/sans" "$work/rt"
 cp "$sources"/*.tsv "$work/sans"/
 for t in $tables_maj; do [ -f "$work/sans/$t.tsv" ] && head -n 1 "$sources/$t.tsv" >"$work/sans/$t.tsv"; done
