@@ -933,8 +933,7 @@ VDX_API int32_t VDX_CALL IsMaj_Vdx(const char* Repertoire);
  * position. 1; 0 a row failed (its message box shown, the run stopped
  * there, the files before it applied); -10 Repertoire null or empty, or a
  * file that can't be read; -2; -500. A run that finds no file gives the
- * result of the previous run (1 at first). Tables whose rows are not yet
- * handled fail their file with a message box. ExecuteMaj2_Vdx reads tokens
+ * result of the previous run (1 at first). ExecuteMaj2_Vdx reads tokens
  * of up to 512000 bytes instead of 256000, and a fault inside it gives
  * -2000 without a message box. */
 VDX_API int32_t VDX_CALL ExecuteMaj_Vdx(const char* Repertoire);
@@ -945,6 +944,15 @@ VDX_API int32_t VDX_CALL ExecuteMaj2_Vdx(const char* Repertoire);
 VDX_API int32_t VDX_CALL SetTypeMaj_Vdx(int32_t Type);
 /* Does nothing; 0. */
 VDX_API int32_t VDX_CALL GetMajError_Vdx(int32_t Inutilise);
+/* Rebuilds the product table of Repertoire from its raw file VDXPRO.DAT:
+ * the header skipped up to the first seven digits, then records of 236
+ * bytes, those whose first seven bytes are digits kept with their code and
+ * label keys (a label already present gets a point, or its last byte
+ * raised at full length); the rebuilt pair replaces VDXPRO.DAT and
+ * VDXPRO.NDX. The steps of the creation go to the progress callback. Needs
+ * no connection. 1; 0 the file can't be opened or the table written (its
+ * message box shown); -10 Repertoire null or empty. */
+VDX_API int32_t VDX_CALL RebuildVDXPRO_Vdx(const char* Repertoire);
 
 /* ---- HTML reports of the checks ----------------------------------------- */
 

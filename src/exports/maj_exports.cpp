@@ -6,6 +6,7 @@
 #include "maj/lecture.h"
 #include "maj/liste.h"
 #include "maj/moteur.h"
+#include "maj/reconstruction.h"
 #include "maj/unite.h"
 #include "session/connexion.h"
 
@@ -50,4 +51,8 @@ VDX_EXPORT(ExecuteMaj2_Vdx, Connecte, {}, (Texte, Repertoire)) {
     } catch (const std::exception&) {
         return SortieErreur(ErreurInterne);
     }
+}
+
+VDX_EXPORT(RebuildVDXPRO_Vdx, Libre, {}, (Texte, Repertoire)) {
+    return maj::ReconstruitProduits(RepertoireRequis(Repertoire));
 }

@@ -276,5 +276,46 @@ TEST_F(LignesMaj, BadRowsFailTheirFileAndLeaveTheBase) {
     EXPECT_FLOAT_EQ(Fiche(moments[0]).Reel(VDXPMOM::Multiplicateur), maj::LireReel("1,2,3"));
 }
 
+// A record of the raw product file: code, label, the rest zeros.
+std::string FicheBrute(const char* code, const std::string& libelle) {
+    FicheEcrite f(VDXPRO::Longueur);
+    EXPECT_TRUE(f.Texte(VDXPRO::CodeCIP, code) && f.Texte(VDXPRO::Libelle, libelle));
+    return f.Octets();
+}
+
+TEST(ReconstructionProduits, RawRecordsBecomeTheTableWithItsKeys) {
+    NoticesMemorisees notices;
+    NoticesEnPlace enPlace{notices};
+    essai::DossierEssai dossier;
+    // A header of no known size, with digits but never seven in a row; a
+    // block of other bytes; two products of one label; the last record cut.
+    std::string brut = "EN-TETE 2026 v123456 ";
+    brut += FicheBrute("3000001", "DOLIPRANE 1000");
+    brut += std::string(VDXPRO::Longueur, 'x');
+    brut += FicheBrute("3000002", "DOLIPRANE 1000");
+    brut += FicheBrute("3000003", "ETC.");
+    brut += FicheBrute("3000004", "COUPE").substr(0, 100);
+    std::ofstream(dossier.Chemin("VDXPRO.DAT"), std::ios::binary) << brut;
+    ASSERT_EQ(RebuildVDXPRO_Vdx(dossier.Chemin("").c_str()), 1);
+    EXPECT_TRUE(notices.boites.empty());
+    EXPECT_FALSE(fs::exists(dossier.Chemin("VDXPROtmp.dat")));
+    const std::vector<Index> cles = ClesDe(dossier.Chemin(""), "VDXPRO");
+    ASSERT_EQ(cles[0].size(), 3u);
+    EXPECT_EQ(cles[0][0].first, "3000001");
+    EXPECT_EQ(Fiche(cles[0][1].second).Texte(VDXPRO::Libelle), "DOLIPRANE 1000.");
+    std::vector<std::string> libelles;
+    for (const auto& [cle, fiche] : cles[1]) libelles.push_back(cle.substr(0, cle.find('\0')));
+    EXPECT_EQ(libelles, (std::vector<std::string>{"DOLIPRANE 1000", "DOLIPRANE 1000.", "ETC."}));
+    // The steps of the creation, heard by the progress callback.
+    ASSERT_FALSE(notices.etapes.empty());
+    EXPECT_EQ(notices.etapes.front().libelle, "CreateDataFile : 0");
+    // No raw file: its message box, and 0; no directory: -10.
+    fs::remove(dossier.Chemin("VDXPRO.DAT"));
+    EXPECT_EQ(RebuildVDXPRO_Vdx(dossier.Chemin("").c_str()), 0);
+    ASSERT_EQ(notices.boites.size(), 1u);
+    EXPECT_EQ(notices.boites[0].texte, "Une erreur est survenue lors de l'ouverture du fichier PRO.");
+    EXPECT_EQ(RebuildVDXPRO_Vdx(""), -10);
+}
+
 }  // namespace
 }  // namespace vdx

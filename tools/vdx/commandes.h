@@ -81,5 +81,6 @@ extern const Commande CommandeMonograph;
 // The update.
 extern const Commande CommandeMaj;
 extern const Commande CommandeExportMaj;
+extern const Commande CommandeRebuildPro;
 
 }  // namespace vdx

@@ -43,6 +43,7 @@ constexpr char AideGenerale[] =
     "                       apply the update files of DIR newer than BASE\n"
     "  export-maj SOURCES FILE --date JJ/MM/AAAA\n"
     "                       write base sources as an update file\n"
+    "  rebuild-pro DIR      rebuild the product table from its raw records\n"
     "\n"
     "The commands that read a base take it as --base BASE, or from the\n"
     "environment's VDX_BASE. vdx COMMAND --help tells more of each. Exit codes:\n"
@@ -172,7 +173,7 @@ const Commande CommandeCall{"call", AideCall, {{"--base", true}, {"--list", fals
 const Commande* const Commandes[] = {&CommandeTables,  &CommandeCall,  &CommandeBuild,   &CommandeDump,
                                      &CommandeImport,  &CommandeCheck, &CommandeProduct, &CommandeSearch,
                                      &CommandeSearchSet, &CommandeMonograph, &CommandeMaj,
-                                     &CommandeExportMaj};
+                                     &CommandeExportMaj, &CommandeRebuildPro};
 
 }  // namespace
 

@@ -141,9 +141,31 @@ int ExportMaj(const ArgumentsCommande& args) {
     return SortieSucces;
 }
 
+constexpr char AideRebuildPro[] =
+    "usage: vdx rebuild-pro DIR\n"
+    "\n"
+    "Rebuilds the product table of DIR from its raw file VDXPRO.DAT (records of\n"
+    "236 bytes behind a header of any size) and puts it in place of the file,\n"
+    "showing each step of the creation. Exit codes: 0 rebuilt, 1 otherwise.\n";
+
+void VDX_CALL EtapeReconstruction(void*, int32_t, int32_t, const char* libelle) {
+    if (libelle && *libelle) std::cerr << codepage::VersUtf8(libelle) << '\n';
+}
+
+int RebuildPro(const ArgumentsCommande& args) {
+    if (args.Autres().size() != 1) return Usage(AideRebuildPro);
+    InstalleNotifications_Vdx(nullptr, EtapeReconstruction, nullptr);
+    const int32_t resultat = RebuildVDXPRO_Vdx(args.Autres()[0].c_str());
+    InstalleNotifications_Vdx(nullptr, nullptr, nullptr);
+    if (resultat < 0) return EchecLibrairie("RebuildVDXPRO_Vdx", resultat);
+    return resultat == 1 ? SortieSucces : SortieEchec;
+}
+
 }  // namespace
 
 const Commande CommandeMaj{"maj", AideMaj, {{"--type", true}}, Maj};
 const Commande CommandeExportMaj{"export-maj", AideExportMaj, {{"--date", true}}, ExportMaj};
+
+const Commande CommandeRebuildPro{"rebuild-pro", AideRebuildPro, {}, RebuildPro};
 
 }  // namespace vdx

@@ -1,0 +1,127 @@
+#include "maj/reconstruction.h"
+
+#include <algorithm>
+#include <cctype>
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+
+#include "maj/operations.h"
+#include "platform/notices.h"
+#include "session/session.h"
+#include "store/cles.h"
+#include "store/layouts.h"
+#include "store/magasin.h"
+
+namespace vdx::maj {
+
+namespace {
+
+namespace fs = std::filesystem;
+
+// Numbers that no table of the catalogue takes, free while a base is
+// connected: the rebuilt data file, its index and the index's label key.
+constexpr int NumeroDonnees = 153, NumeroIndex = 154, NumeroLibelles = 155;
+constexpr char Provisoire[] = "VDXPROtmp";
+
+// A step of the creation, told to the progress callback with its result.
+int Etape(const char* mot, int resultat) {
+    notices().Progression(0, 0, std::string(mot) + std::to_string(resultat));
+    return resultat;
+}
+
+bool SeptChiffres(std::string_view octets) {
+    return octets.size() >= 7 && std::all_of(octets.begin(), octets.begin() + 7, [](char c) { return c >= '0' && c <= '9'; });
+}
+
+// Adds a key; a key there already is accepted, any other error shown.
+int AjouteCle(int numero, const std::string& cle, magasin::Position position) {
+    const int e = magasin::AddRecordKey(numero, cle.data(), position, 0);
+    if (e != 0 && e != magasin::CleExistante)
+        notices().BoiteMessage("Une erreur est survenue lors de l'ajout d'une Cl\xE9 dans le fichier " + std::to_string(numero),
+                               TitreErreurMaj, StyleExclamation);
+    return e;
+}
+
+// The records of the raw file into the created table. False after a
+// message box.
+bool Remplit(std::string_view octets) {
+    const Disposition& d = DispositionDe(TableDuCatalogue("VDXPRO"));
+    const RegleUnicite& regle = *d.cles[1].unicite;
+    for (; octets.size() >= d.longueur; octets.remove_prefix(d.longueur)) {
+        std::string fiche(octets.substr(0, d.longueur));
+        if (!SeptChiffres(fiche)) continue;
+        const magasin::Position position = magasin::NewRecord(NumeroDonnees);
+        if (position == 0) return EchecOperation("NewRecord", 0, magasin::GlobalesMagasin()->ErreurMagasin) != 0;
+        if (const int e = magasin::WriteRecordData(NumeroDonnees, position, fiche.data()))
+            return EchecOperation("WriteRecordData", 0, e) != 0;
+        if (const int e = AjouteCle(NumeroIndex, *CleDe(d, 0, fiche), position); e != 0 && e != magasin::CleExistante)
+            return false;
+        // The label key: a point more, or its last byte raised, until it is new.
+        std::string libelle = *CleDe(d, 1, fiche);
+        for (;;) {
+            const int e = AjouteCle(NumeroLibelles, libelle, position);
+            if (e == 0) break;
+            if (e != magasin::CleExistante) return false;
+            if (!RendCleUnique(regle, libelle, fiche)) break;
+            if (const int ecrite = magasin::WriteRecordData(NumeroDonnees, position, fiche.data()))
+                return EchecOperation("WriteRecordData", 0, ecrite) != 0;
+        }
+    }
+    return true;
+}
+
+}  // namespace
+
+int32_t ReconstruitProduits(const std::string& repertoire) {
+    const fs::path dossier(repertoire);
+    std::ifstream brut(dossier / "VDXPRO.DAT", std::ios::binary);
+    if (!brut) {
+        notices().BoiteMessage("Une erreur est survenue lors de l'ouverture du fichier PRO.", TitreErreurMaj,
+                               StyleExclamation);
+        return 0;
+    }
+    const std::string octets((std::istreambuf_iterator<char>(brut)), std::istreambuf_iterator<char>());
+    brut.close();
+    // The first record: the first seven digits in a row, whatever comes before.
+    size_t debut = 0;
+    while (debut < octets.size() && !SeptChiffres(std::string_view(octets).substr(debut))) ++debut;
+
+    const Disposition& d = DispositionDe(TableDuCatalogue("VDXPRO"));
+    const bool demarre = !session().Connecte;
+    if (demarre) magasin::InitialiseMagasin(12, NombreNumeros, 16);
+    const std::string donnees = (dossier / (std::string(Provisoire) + ".dat")).string();
+    const std::string index = (dossier / (std::string(Provisoire) + ".ndx")).string();
+    bool fait =
+        Etape("CreateDataFile : ", magasin::CreateDataFile(NumeroDonnees, donnees.c_str(), d.longueur, 4096, magasin::Exclusif)) == 0;
+    fait = fait && Etape("CreateIndexFile : ", magasin::CreateIndexFile(NumeroIndex, index.c_str(), d.cles[0].longueur, 0, 0, 2,
+                                                                         4096, magasin::Exclusif)) == 0;
+    fait = fait && Etape("CreateIndexMember 1 : ", magasin::CreateIndexMember(NumeroIndex, d.cles[1].longueur, 0, 0, 1)) == 0;
+    fait = fait && Remplit(std::string_view(octets).substr(debut));
+    const int fermeIndex = Etape("CloseCtFile : ", magasin::CloseCtFile(NumeroIndex, magasin::Exclusif));
+    const int fermeDonnees = Etape("CloseCtFile : ", magasin::CloseCtFile(NumeroDonnees, magasin::Exclusif));
+    fait = fait && fermeIndex == 0 && fermeDonnees == 0;
+    if (demarre) magasin::TermineMagasin();
+    std::error_code erreur;
+    if (fait) {
+        // The rebuilt pair in place of the raw file and its index.
+        magasin::FermeFichiersInactifs();
+        for (const auto& [neuf, place] : {std::pair{donnees, "VDXPRO.DAT"}, std::pair{index, "VDXPRO.NDX"}}) {
+            const std::string cible = (dossier / place).string();
+            magasin::MarqueRemplace(cible.c_str());
+            fs::rename(neuf, cible, erreur);
+            if (erreur) break;
+        }
+    }
+    if (!fait || erreur) {
+        fs::remove(donnees, erreur);
+        fs::remove(index, erreur);
+        if (fait)
+            notices().BoiteMessage("Une erreur est survenue lors du remplacement du fichier PRO.", TitreErreurMaj,
+                                   StyleExclamation);
+        return 0;
+    }
+    return 1;
+}
+
+}  // namespace vdx::maj
