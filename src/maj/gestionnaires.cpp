@@ -222,26 +222,41 @@ int32_t Gestionnaires::Complement(const Rangee& rangee, LigneMaj& ligne) {
 }
 
 int32_t Gestionnaires::Identification(LigneMaj& ligne) {
+    const Table& produits = TableDe("VDXIDPRO");
     std::string& fiche = ligne.fiche;
     // The form's code always has four characters, blanks behind.
     std::string forme(Fiche(fiche).Texte(VDXIDPRO::CodeForme));
     if (forme.size() < 4) forme.resize(4, ' ');
     PoseTexte(fiche, VDXIDPRO::CodeForme, forme);
     const std::string code(Fiche(fiche).Texte(VDXIDPRO::CodeCIP));
-    if (RemplaceParCle(TableDe("VDXIDPRO"), fiche) == 0) return 0;
-    // The product's link to its form: the old one found by the code in the
-    // keys of the links, then the new one.
+    const std::optional<Position> ancien = ChercheEnregistrement(produits.index(), *CleDe(DispositionDe(produits), 0, fiche));
+    if (!ancien) return 0;
+    std::string ancienne(VDXIDPRO::Longueur, '\0');
+    if (*ancien != 0)
+        if (const int e = magasin::LitFiche(produits.donnees, *ancien, ancienne.data()))
+            return EchecOperation("ReadRecord", produits.donnees, e);
+    if (RemplaceParCle(produits, fiche) == 0) return 0;
+    // The product's link to its form: the old one under the product's old
+    // form, else found by the code in the keys of the links; a product new
+    // to the table has none.
     const Table& liens = TableDe("VDXIDFOP");
     const Disposition& dl = DispositionDe(liens);
-    FicheEcrite lien(VDXIDFOP::Longueur);
-    PoseTexte(lien.Octets(), VDXIDFOP::CodeForme, forme);
-    PoseTexte(lien.Octets(), VDXIDFOP::CodeCIP, code);
-    const std::string cle = *CleDe(dl, 0, lien.Octets());
-    const size_t debut = DecalageDansCle(dl, 0, VDXIDFOP::CodeCIP.decalage);
-    std::string trouvee;
-    if (const Position ancienne = ChercheSousCle(liens.index(), std::string_view(cle).substr(debut), debut, trouvee))
-        if (SupprimeFiche(liens, ancienne) == 0) return 0;
-    return AjouteFiche(liens, std::move(lien.Octets()));
+    const auto lien = [&](std::string_view f) {
+        FicheEcrite l(VDXIDFOP::Longueur);
+        PoseTexte(l.Octets(), VDXIDFOP::CodeForme, f);
+        PoseTexte(l.Octets(), VDXIDFOP::CodeCIP, code);
+        return std::move(l.Octets());
+    };
+    if (*ancien != 0) {
+        const std::string cle = *CleDe(dl, 0, lien(Fiche(ancienne).Texte(VDXIDPRO::CodeForme)));
+        std::optional<Position> vieux = ChercheEnregistrement(liens.index(), cle);
+        if (!vieux) return 0;
+        const size_t debut = DecalageDansCle(dl, 0, VDXIDFOP::CodeCIP.decalage);
+        std::string trouvee;
+        if (*vieux == 0) vieux = ChercheSousCle(liens.index(), std::string_view(cle).substr(debut), debut, trouvee);
+        if (*vieux != 0 && SupprimeFiche(liens, *vieux) == 0) return 0;
+    }
+    return AjouteFiche(liens, lien(forme));
 }
 
 int32_t Gestionnaires::Posologie(const Rangee& rangee, LigneMaj& ligne) {

@@ -227,11 +227,16 @@ TEST_F(LignesMaj, ProductsKeepTheirLabelsUniqueAndTheirIndexesWithThem) {
 
 TEST_F(LignesMaj, ChapterTextsIdentificationAndTheRowsOfTwoTables) {
     base_.Ajoute("VDXVAMPT", {{"CodeCIP", "3000001"}, {"Texte1", "ancien"}});
+    // A link filed under another form than its product's: found by its code.
+    base_.Ajoute("VDXIDPRO", {{"CodeCIP", "3000005"}, {"CodeForme", "CPR "}})
+        .Ajoute("VDXIDFOP", {{"CodeForme", "SOL "}, {"CodeCIP", "3000005"}});
     std::vector<std::string> textes(16), vides(16), identification(34);
     textes[0] = "3000002", textes[1] = "un##deux", vides[0] = "3000001";
     identification[0] = "3000002", identification[3] = "CPR", identification[5] = "2,5";
     std::string lignes = Rangee("|VAMPT|", textes) + Rangee("|VAMPT|", vides) + Rangee("|IDPRO|", identification);
     identification[3] = "GEL";
+    lignes += Rangee("|IDPRO|", identification);
+    identification[0] = "3000005";
     lignes += Rangee("|IDPRO|", identification);
     lignes += Rangee("|VCOMC|", {"12", "Paracetamol", "1", "", "", "", "", "", ""});
     lignes += Rangee("|VCOMC|", {"13", "", "", "Lactose", "Lactose EEN", "", "", "", ""});
@@ -239,9 +244,9 @@ TEST_F(LignesMaj, ChapterTextsIdentificationAndTheRowsOfTwoTables) {
     const std::vector<std::string> chapitres = Fiches("VDXVAMPT");
     ASSERT_EQ(chapitres.size(), 1u);  // all texts empty: the record goes, none added
     EXPECT_EQ(Fiche(chapitres[0]).Section(1), "un\r\ndeux");
-    EXPECT_EQ(Cles("VDXIDFOP"), (std::vector<std::string>{"GEL 3000002"}));
+    EXPECT_EQ(Cles("VDXIDFOP"), (std::vector<std::string>{"GEL 3000002", "GEL 3000005"}));
     const std::vector<std::string> produits = Fiches("VDXIDPRO");
-    ASSERT_EQ(produits.size(), 1u);
+    ASSERT_EQ(produits.size(), 2u);
     EXPECT_EQ(Fiche(produits[0]).Texte(VDXIDPRO::CodeForme), "GEL ");
     EXPECT_FLOAT_EQ(Fiche(produits[0]).Reel(VDXIDPRO::QuantitePresentation), 2.5f);
     ASSERT_EQ(Cles("VDXVPA", 1).size(), 1u);
