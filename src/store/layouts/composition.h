@@ -13,6 +13,8 @@ namespace vdx {
 // label LibelleMajuscules then the first key, twice: the searches of terms
 // and of allergy terms each walk one, and no field tells the allergy terms
 // apart, so both file every term.
+// The update's row keeps an integer and a text aside: TypeAnalyse and
+// TexteAnalyse; its last field, dropped in the row, is TypeAMM at 274.
 namespace VDXVAMM {
 inline constexpr uint32_t Longueur = 336;
 VDX_TEXTE(CodeTerme, 0, 11);
@@ -38,6 +40,7 @@ VDX_TEXTE(TexteAnalyse, 312, 24);
 
 // Terms of a product. Keys (18): CodeCIP + TypeAMM + CodeTerme;
 // CodeTerme + TypeAMM + CodeCIP.
+// The update's row keeps its second field aside: it is TypeAMM, at 8.
 namespace VDXVAMPC {
 inline constexpr uint32_t Longueur = 36;
 VDX_TEXTE(CodeCIP, 0, 8);
@@ -56,6 +59,7 @@ namespace VDXVAMST = ModeleChapitres;
 // record holds it in the free bytes 11 to 13.
 // Keys (22): CodeTerme + TypeLien + CodeLie; CodeLie (padded with blanks to
 // 10) + TypeLien + CodeTerme.
+// The update's row keeps the kind of link aside: it is TypeLien, at 11.
 namespace VDXVAMMC {
 inline constexpr uint32_t Longueur = 27;
 VDX_TEXTE(CodeTerme, 0, 11);
@@ -122,6 +126,8 @@ VDX_ENTIER(CodeExprime, 0);
 // the record holds it at 8 and the key ends with it, so that the components
 // of a product keep one key each, in their order.
 // Key (10): CodeCIP + Rang.
+// The update's row keeps the rank aside; it is stored at 8, where the key
+// and the readers take it.
 namespace VDXVCOMP {
 inline constexpr uint32_t Longueur = 116;
 VDX_TEXTE(CodeCIP, 0, 8);
@@ -134,6 +140,7 @@ VDX_ENTIER(Interactions, 108);  // 0: the row takes no part in interactions
 }  // namespace VDXVCOMP
 
 // The second list of components, with the same head. Key (10): CodeCIP + Rang.
+// The update's row keeps the rank aside; it is stored at 8 as in VDXVCOMP.
 namespace VDXVCOME {
 inline constexpr uint32_t Longueur = 112;
 VDX_TEXTE(CodeCIP, 0, 8);

@@ -51,6 +51,8 @@ VDX_TEXTE(TexteType, 4, 84);  // a template with "$1" and "$2"
 // Couples of classes: a fixed part of 1044 bytes, then the four texts one
 // behind the other, not NUL-terminated, their lengths in the fixed part.
 // Key: ClasseA + ClasseB + Numero.
+// The update's row carries the four texts in the fields it drops before
+// Genre.
 namespace VDXZICOU {
 inline constexpr uint32_t Longueur = 1044;
 VDX_ENTIER(ClasseA, 0);

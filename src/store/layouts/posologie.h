@@ -9,6 +9,8 @@
 namespace vdx {
 
 // One posology of a product. Key (9): CodeCIP + Rang, the CodePosologie.
+// The update's row keeps the rank aside; it is stored at 8, where the key
+// and the readers take it, and the row's long text goes to VDXPTEXT.
 namespace VDXPPROD {
 inline constexpr uint32_t Longueur = 120;
 VDX_TEXTE(CodeCIP, 0, 8);
@@ -68,6 +70,8 @@ namespace VDXPSPE = ModeleCodeLibelle;   // specifications of the take
 namespace VDXPDUR = ModeleCodeLibelle;   // periods and durations
 
 // Patient profiles. Key: Code.
+// The update's row keeps the kind of profile aside as a text: it is the
+// integer TypeProfil at 56.
 namespace VDXPPRO {
 inline constexpr uint32_t Longueur = 84;
 VDX_ENTIER(Code, 0);

@@ -78,6 +78,8 @@ VDX_TEXTE(Marque, 13, 2);  // "C"
 // Further product data. The record ends with the last field its readers
 // name; 104 to 119 are reserved.
 // Keys: CodeCIP; CodeStatut (its four bytes) + CodeCIP, the products by status.
+// Written by the update's "|ADDON|" rows: NombreUCD, which the row's
+// fields leave out, comes in its last field.
 namespace VDXPROA {
 inline constexpr uint32_t Longueur = 132;
 VDX_TEXTE(CodeCIP, 0, 8);
@@ -186,6 +188,8 @@ VDX_TEXTE(Zone108, 108, 2);
 // Families of a product, rows of "|ADDON|". The row keeps the family aside;
 // the record holds it at 0 so that the keys can be read from the record.
 // Keys: CodeFamille (padded with blanks to 5) + CodeCIP; CodeCIP + CodeFamille.
+// The family code is padded with blanks in the keys only: the readers look
+// it up in VDXFAM as it stands.
 namespace VDXFAMP {
 inline constexpr uint32_t Longueur = 16;
 VDX_TEXTE(CodeFamille, 0, 6);
