@@ -944,6 +944,43 @@ VDX_API int32_t VDX_CALL ExecuteMaj2_Vdx(const char* Repertoire);
 VDX_API int32_t VDX_CALL SetTypeMaj_Vdx(int32_t Type);
 /* Does nothing; 0. */
 VDX_API int32_t VDX_CALL GetMajError_Vdx(int32_t Inutilise);
+/* The doctor's private base: a directory of its own (PRO, PATH, POSO and
+ * TEXU, .DAT and .NDX). Chemin: over four characters it holds a separator
+ * ("\\" or "/") and its last part has at most four; it does not begin with
+ * "VDX" (-13). Each needs the drug base connected (-2); -10 an empty
+ * Chemin; -500 a file that can't be written, FichierErreur the base's path
+ * and the file's name. Each edit goes in whole or not at all. */
+/* Creates the base's eight files (and its directory); a base already there
+ * is left as it is. 1. */
+VDX_API int32_t VDX_CALL CreationMedecin_Vdx(const char* Chemin);
+/* Connects the base, finishing an edit or migration cut short, bringing an
+ * older PRO to its folded label keys (the old pair kept as PROold) and TEXT
+ * to TEXU. 1; -7 a doctor's base is connected; -6 PRO, PATH or POSO
+ * missing, or both TEXU and TEXT. */
+VDX_API int32_t VDX_CALL ConnectionMedecin_Vdx(const char* Chemin);
+/* Closes the base's files; 1. */
+VDX_API int32_t VDX_CALL DeConnectionMedecin_Vdx(void);
+/* Deletes the files of the base that are there; -5 the connected base. 1. */
+VDX_API int32_t VDX_CALL SuppressionMedecin_Vdx(const char* Chemin);
+/* Rebuilds the index of each table from its records. 1. */
+VDX_API int32_t VDX_CALL RepairBaseMedecin_Vdx(const char* Chemin);
+/* A product of the drug base with the doctor's comment (its label that of
+ * LibelleProduit_Vdx); Operation 0 adds, 1 replaces, 2 deletes. 1; -10 no
+ * code; -13 not 7 characters; -4 no doctor's base; -20 an empty comment to
+ * replace, or one over 511 characters; -90 no record to replace or delete,
+ * or a code the drug base lacks; -91 a record to add. */
+VDX_API int32_t VDX_CALL ProduitsMedecin_Vdx(const char* CodeCIP, const char* Commentaire, int32_t Operation);
+/* The doctor's comment of a product: 1; 0 no record; -10; -13; -4. */
+VDX_API int32_t VDX_CALL CommentaireMedecin_Vdx(const char* CodeCIP, BSTR* Commentaire);
+/* A pathology of the doctor's: Operation 0 adds (under *Code, or when it
+ * is empty under the next free code of seven digits, given back in *Code),
+ * 1 replaces, any other deletes. CodeCISP, when given, must be a code of
+ * VDXCISP. 1; -10; -13 a code not of 7 characters; -20 an empty label, or
+ * over 79 characters; -30 an unknown CISP code; -90 no record; -91 the
+ * code or the label already there; -92 the label under another code; -4. */
+VDX_API int32_t VDX_CALL PathologiesMedecin_Vdx(BSTR* Code, const char* Libelle, const char* CodeCISP,
+                                                int32_t Operation);
+
 /* Rebuilds the product table of Repertoire from its raw file VDXPRO.DAT:
  * the header skipped up to the first seven digits, then records of 236
  * bytes, those whose first seven bytes are digits kept with their code and
@@ -1188,6 +1225,13 @@ typedef struct VdxPosologieHote {
  * the doctor's); -4 a doctor's code without the doctor's base; -90 an
  * unknown code; -20 Posologie null in mode 0; -500. */
 VDX_API int32_t VDX_CALL PosoLoad_Vdx(const char* Code, VdxPosologieHote* Posologie);
+/* A posology of the doctor's, in the form PosoLoad_Vdx gives: Operation 0
+ * adds it under "#", its CodeCIP and the product's first free number from
+ * "000" (given back in CodePosologie in mode 0), its Texte into TEXU; 1
+ * replaces and 2 deletes the one of its CodePosologie. 1; -4; -16 no
+ * CodeCIP of 7 characters; -10 no CodePosologie to replace or delete; -13
+ * one of another product or length; -90 no record; -500. */
+VDX_API int32_t VDX_CALL PosologiesMedecin_Vdx(VdxPosologieHote* Posologie, int32_t Operation);
 /* Whether a product has posologies: 0 none; 1 in the base; 2 in the
  * doctor's base only (any code of the same first six digits); 3 both. -10;
  * -13; -500. */

@@ -7,6 +7,7 @@
 
 #include "exports/arguments.h"
 #include "exports/declaration.h"
+#include "medecin/edition.h"
 #include "posology/arrondi.h"
 #include "posology/catalogue.h"
 #include "posology/controle.h"
@@ -282,4 +283,14 @@ VDX_EXPORT(LibelleMoment2_Vdx, Chaines, Noms("Libelle", "Multiplicateur"), (Enti
 VDX_EXPORT(LibelleTerrain_Vdx, Chaines, Noms("Libelle"), (Texte, Terrain), (ChaineSortie, Libelle)) {
     LivreValeur(Libelle, LibelleTerrain(Terrain ? std::string_view(Terrain) : std::string_view()), Argument2);
     return Succes;
+}
+
+// A posology of the doctor's base added, modified or deleted; an added one's
+// code (its product's first free number) given back in the host's record.
+VDX_EXPORT(PosologiesMedecin_Vdx, Connecte, NomsDesChamps<PosologieHote>(), (Liste, Posologie), (Entier, Operation)) {
+    PosologieHote p = PosologieDonnee(Posologie);
+    const int32_t resultat = medecin::Posologie(p, Operation);
+    if (Operation == medecin::Ajout && session().ModeSortie == ModeTableau)
+        LivreFiche(Posologie, GabaritDe<PosologieHote>(), ValeursDe(p));
+    return resultat;
 }

@@ -185,9 +185,7 @@ int32_t Gestionnaires::Produit(LigneMaj& ligne) {
             return EchecOperation("ReadRecord", produits.donnees, e);
         const std::string ancienLibelle = *CleDe(d, 1, ancienne);
         if (ancienLibelle == libelle) {
-            // The label keeps its key, and the points that made it unique.
-            PoseTexte(fiche, VDXPRO::Libelle, Fiche(ancienne).Texte(VDXPRO::Libelle));
-            ajouteLibelle = false;
+            ajouteLibelle = false;  // the label keeps its key
         } else if (const int e = magasin::DeleteRecordKey(produits.cle(1), ancienLibelle.data(), position);
                    e != 0 && e != magasin::CleAbsente) {
             return EchecOperation("DeleteRecordKey", produits.cle(1), e);

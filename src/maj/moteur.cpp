@@ -95,7 +95,7 @@ private:
                     if (nom) unite_.Ouvre(*TableNommee(nom));
         }
         if (!index_ || etatMaj().TypeMaj < Marqueurs[static_cast<size_t>(*index_)].niveau) return 1;
-        return Gere(*index_);
+        return Gere();
     }
 
     void FermeTables() {
@@ -105,16 +105,10 @@ private:
         index_.reset();
     }
 
-    // The handler of a table, after its marker: the row read by its list,
-    // the rest of the line passed, the row put in its tables; the rows of
-    // the tables the update leaves pass token by token.
-    int32_t Gere(int32_t index) {
-        if (!rangee_) {
-            const std::string texte = "La table " + std::string(Marqueurs[static_cast<size_t>(index)].texte) +
-                                      " n'est pas encore mise \xE0 jour par la biblioth\xE8que.";
-            notices().BoiteMessage(texte, TitreErreurMaj, StyleExclamation);
-            return 0;
-        }
+    // The handler of a table, after its marker (every marker has its row):
+    // the row read by its list, the rest of the line passed, the row put in
+    // its tables; the rows the update reads and drops pass token by token.
+    int32_t Gere() {
         if (rangee_->regle == Regle::Aucune) return 1;
         if (!LitLigne(lecteur_, DispositionDe(*TableNommee(rangee_->table)), champs_, ligne_))
             return RangeeRefusee(rangee_->marqueur, "elle s'arr\xEAte avant son dernier champ");

@@ -135,6 +135,10 @@ void UniteMaj::Abandonne() {
         magasin::CloseCtFile(t->index(), magasin::Exclusif);
     }
     ouvertes_.clear();
+    // The process keeps closed files open for its next opens: the copies'
+    // go before they are removed, or a next copy at their path would be
+    // written through them.
+    magasin::FermeFichiersInactifs();
     for (const Table* t : copiees_)
         for (const char* fichier : {t->fichierDonnees, t->fichierIndex}) {
             std::error_code erreur;
