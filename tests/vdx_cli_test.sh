@@ -145,5 +145,15 @@ verifie "the export applied" muet2 "$vdx" maj "$work/base-sans" "$work/rt"
 "$vdx" dump "$work/base-sans" -o "$work/rt-obtenu" $tables_maj >/dev/null 2>&1
 verifie "the round trip gives the same tables" diff -r "$work/rt-attendu" "$work/rt-obtenu"
 
+# A doctor's private base beside the sample's.
+mkdir "$work/medecins"
+verifie "medecin create" test "$("$vdx" medecin --base "$work/base" create "$work/medecins/MED")" = 1
+verifie "a name too long" test "$(code "$vdx" medecin --base "$work/base" create "$work/medecins/MEDECIN")" = 1
+"$vdx" medecin --base "$work/base" add-product "$work/medecins/MED" 3595583 "Mon choix" >/dev/null
+verifie "a pathology under the next code" test "$("$vdx" medecin --base "$work/base" add-pathology "$work/medecins/MED" Migraine | tail -n 1)" = 0000001
+verifie "the doctor's products" test "$("$vdx" medecin --base "$work/base" list "$work/medecins/MED" DOLI | tail -n 1 | cut -f1,3)" = "3595583	Mon choix"
+verifie "call with the doctor's base" test "$("$vdx" call --base "$work/base" --medecin "$work/medecins/MED" CommentaireMedecin_Vdx 3595583 | tail -n 1)" = "Mon choix"
+verifie "an unknown action" test "$(code "$vdx" medecin --base "$work/base" erase "$work/medecins/MED")" = 2
+
 [ "$echecs" -eq 0 ] && echo "vdx: all checks passed"
 exit "$echecs"

@@ -230,7 +230,7 @@ int32_t Connexion(std::string_view chemin) {
     const std::string dossier = Dossier(chemin);
     s.CheminMedecin = dossier;
     // What a killed edit or migration left is finished first.
-    maj::TermineJournal(dossier);
+    maj::TermineMajInterrompue(dossier);
     TermineBascule(dossier, "PRO", true);
     TermineBascule(dossier, "TEXU", false);
     for (const char* nom : {"PRO", "POSO", "PATH"})

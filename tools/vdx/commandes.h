@@ -82,5 +82,11 @@ extern const Commande CommandeMonograph;
 extern const Commande CommandeMaj;
 extern const Commande CommandeExportMaj;
 extern const Commande CommandeRebuildPro;
+extern const Commande CommandeMedecin;
+
+// vdx call's work: connects to `base` in memory mode (and to the doctor's
+// base `medecin` when not empty), calls the export args[0] with the other
+// arguments as text, prints the code and the rows.
+int AppelleEnMemoire(const std::string& base, const std::vector<std::string>& args, const std::string& medecin);
 
 }  // namespace vdx

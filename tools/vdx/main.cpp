@@ -44,6 +44,8 @@ constexpr char AideGenerale[] =
     "  export-maj SOURCES FILE --date JJ/MM/AAAA\n"
     "                       write base sources as an update file\n"
     "  rebuild-pro DIR      rebuild the product table from its raw records\n"
+    "  medecin ACTION DIR [ARG...]\n"
+    "                       create, edit and read a doctor's private base\n"
     "\n"
     "The commands that read a base take it as --base BASE, or from the\n"
     "environment's VDX_BASE. vdx COMMAND --help tells more of each. Exit codes:\n"
@@ -56,11 +58,11 @@ constexpr char AideTables[] =
     "keys, kind, record length and keys.\n";
 
 constexpr char AideCall[] =
-    "usage: vdx call [--base BASE] NAME [ARG...]\n"
+    "usage: vdx call [--base BASE] [--medecin DIR] NAME [ARG...]\n"
     "       vdx call --list\n"
     "\n"
-    "Connects to BASE (or VDX_BASE) in memory mode, calls the export NAME with\n"
-    "the arguments\n"
+    "Connects to BASE (or VDX_BASE) in memory mode, and to the doctor's base DIR\n"
+    "when given, calls the export NAME with the arguments\n"
     "given as text (integers and decimals as such, lists as A@B@C), and prints\n"
     "the result code, then the rows, one per line, fields separated by tabs,\n"
     "in UTF-8. --list lists the exports it can call with their arguments.\n";
@@ -123,12 +125,10 @@ int ListeExports() {
     return SortieSucces;
 }
 
-int Call(const ArgumentsCommande& a) {
-    const std::vector<std::string>& args = a.Autres();
-    if (a.A("--list") && args.empty()) return ListeExports();
-    const std::string base = a.Base();
-    if (base.empty() || args.empty()) return Usage(AideCall);
-    const exports::Export* e = exports::ExportNomme(args[0]);
+}  // namespace
+
+int vdx::AppelleEnMemoire(const std::string& base, const std::vector<std::string>& args, const std::string& medecin) {
+    const exports::Export* e = exports::ExportNomme(args.at(0));
     if (!e) {
         std::cerr << "vdx: unknown export " << args[0] << " (vdx call --list)\n";
         return SortieUsage;
@@ -149,6 +149,9 @@ int Call(const ArgumentsCommande& a) {
     InstalleNotifications_Vdx(nullptr, nullptr, nullptr);
     const int32_t connexion = Connection2_Vdx(base.c_str(), 2, 0);
     if (connexion != 1) return EchecLibrairie("Connection2_Vdx", connexion);
+    if (!medecin.empty())
+        if (const int32_t code = ConnectionMedecin_Vdx(medecin.c_str()); code != 1)
+            return EchecLibrairie("ConnectionMedecin_Vdx", code);
     exports::Appel appel;
     try {
         appel = exports::AppelleEnMemoire(*e, textes);
@@ -162,18 +165,29 @@ int Call(const ArgumentsCommande& a) {
         for (size_t i = 0; i < ligne.size(); ++i) std::cout << (i ? "\t" : "") << ligne[i];
         std::cout << '\n';
     }
+    DeConnectionMedecin_Vdx();
     DeConnection2_Vdx();
     return SortieSucces;
 }
 
+namespace {
+
+int Call(const ArgumentsCommande& a) {
+    const std::vector<std::string>& args = a.Autres();
+    if (a.A("--list") && args.empty()) return ListeExports();
+    const std::string base = a.Base();
+    if (base.empty() || args.empty()) return Usage(AideCall);
+    return AppelleEnMemoire(base, args, a.Valeur("--medecin").value_or(""));
+}
+
 const Commande CommandeTables{"tables", AideTables, {}, Tables};
-const Commande CommandeCall{"call", AideCall, {{"--base", true}, {"--list", false}}, Call};
+const Commande CommandeCall{"call", AideCall, {{"--base", true}, {"--medecin", true}, {"--list", false}}, Call};
 
 // The commands by name; each is defined in its own file.
 const Commande* const Commandes[] = {&CommandeTables,  &CommandeCall,  &CommandeBuild,   &CommandeDump,
                                      &CommandeImport,  &CommandeCheck, &CommandeProduct, &CommandeSearch,
                                      &CommandeSearchSet, &CommandeMonograph, &CommandeMaj,
-                                     &CommandeExportMaj, &CommandeRebuildPro};
+                                     &CommandeExportMaj, &CommandeRebuildPro, &CommandeMedecin};
 
 }  // namespace
 

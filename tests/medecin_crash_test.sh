@@ -1,0 +1,51 @@
+#!/usr/bin/env bash
+# The doctor's private base killed while it is edited: vdx medecin stopped
+# at each step of the switch of its files (VDX_ESSAI_ARRET_MAJ) and with
+# SIGKILL at random moments. After each, the next connection finds the base
+# as it was before the edit or after it, whole, and the edit can be made
+# again.
+set -u
+vdx=$1
+sources=$2
+source "$(dirname "$0")/verifie.sh"
+muet() { "$@" >/dev/null 2>&1; }
+medecin() { "$vdx" medecin --base "$work/base" "$@" 2>/dev/null; }
+
+verifie "base" muet "$vdx" build "$sources" "$work/base"
+mkdir "$work/a"
+verifie "a doctor's base" muet medecin create "$work/a/MED"
+verifie "a first product" muet medecin add-product "$work/a/MED" 3595583 "avant"
+
+# entier NAME: the copy connects, the first product is there, and the new
+# one is absent or whole; then the edit goes through or is refused as done.
+entier() {
+  local vu
+  vu=$(medecin comment "$work/c/MED" 3368195 | tr '\n' ' ')
+  ! ls "$work/c/MED" | grep -q '\.maj$\|VDXMAJ' || { echo "FAILED: $1: copies left after the connection" >&2; return 1; }
+  case "$vu" in
+    "0 ") medecin add-product "$work/c/MED" 3368195 "apres" >/dev/null || { echo "FAILED: $1: the edit again" >&2; return 1; } ;;
+    "1 apres ") ;;
+    *) echo "FAILED: $1 left the product as '$vu'" >&2; return 1 ;;
+  esac
+  [ "$(medecin comment "$work/c/MED" 3595583 | tr '\n' ' ')" = "1 avant " ] || { echo "FAILED: $1 lost the first product" >&2; return 1; }
+  [ "$(medecin comment "$work/c/MED" 3368195 | tr '\n' ' ')" = "1 apres " ] || { echo "FAILED: $1: no product after" >&2; return 1; }
+}
+copie() { rm -rf "$work/c" && cp -r "$work/a" "$work/c"; }
+
+for etape in 1 2 3 4; do
+  copie
+  VDX_ESSAI_ARRET_MAJ=$etape "$vdx" medecin --base "$work/base" add-product "$work/c/MED" 3368195 apres >/dev/null 2>&1
+  verifie "stopped at step $etape of the switch" entier "step $etape"
+done
+for essai in $(seq 1 30); do
+  copie
+  "$vdx" medecin --base "$work/base" add-product "$work/c/MED" 3368195 apres >/dev/null 2>&1 &
+  pid=$!
+  sleep "0.0$(printf '%02d' $((RANDOM % 40)))"
+  kill -9 "$pid" 2>/dev/null
+  wait "$pid" 2>/dev/null
+  entier "kill $essai" || echecs=$((echecs + 1))
+done
+
+[ "$echecs" -eq 0 ] || { echo "$echecs check(s) failed" >&2; exit 1; }
+echo "doctor's base crashes: all checks passed"
