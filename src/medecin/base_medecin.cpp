@@ -29,7 +29,10 @@ constexpr int Extension = 4096;
 
 const Table& TableMedecin(const char* nom) { return *TableNommee(nom); }
 
-int ModeDonnees(const Table& t) { return t.genre == Genre::Variable ? magasin::Variable : magasin::Exclusif; }
+// The doctor's files are created and written shared with other processes
+// (mode 1, and 5 for variable records).
+int ModeDonnees(const Table& t) { return magasin::Partage | (t.genre == Genre::Variable ? magasin::Variable : 0); }
+int ModeLecture(const Table& t) { return magasin::LectureSeule | (t.genre == Genre::Variable ? magasin::Variable : 0); }
 
 bool Existe(const fs::path& chemin) {
     std::error_code erreur;
@@ -53,7 +56,7 @@ bool CreeFichiers(const Table& t, int donnees, const std::string& cheminDonnees,
     const Disposition& d = DispositionDe(t);
     if (magasin::CreateDataFile(donnees, cheminDonnees.c_str(), d.longueur, Extension, ModeDonnees(t)) != 0) return false;
     if (magasin::CreateIndexFile(donnees + 1, cheminIndex.c_str(), d.cles[0].longueur, 0, 0,
-                                 static_cast<int>(d.cles.size()), Extension, magasin::Exclusif) != 0)
+                                 static_cast<int>(d.cles.size()), Extension, magasin::Partage) != 0)
         return false;
     for (size_t k = 1; k < d.cles.size(); ++k)
         if (magasin::CreateIndexMember(donnees + 1, d.cles[k].longueur, 0, 0, static_cast<int>(k)) != 0) return false;
@@ -64,7 +67,7 @@ bool CreeFichiers(const Table& t, int donnees, const std::string& cheminDonnees,
 // `donnees` (which commits them); false when a close failed.
 bool FermeFichiers(const Table& t, int donnees) {
     const int erreurDonnees = magasin::CloseCtFile(donnees, ModeDonnees(t));
-    const int erreurIndex = magasin::CloseCtFile(donnees + 1, magasin::Exclusif);
+    const int erreurIndex = magasin::CloseCtFile(donnees + 1, magasin::Partage);
     return erreurDonnees == 0 && erreurIndex == 0;
 }
 
@@ -285,12 +288,12 @@ int32_t Reparation(std::string_view chemin) {
         if (std::ranges::any_of(d.cles, [](const Cle& c) {
                 return std::ranges::any_of(c.parties, [](const PartieCle& p) { return p.pli != Pli::Brut; });
             })) {
-            if (magasin::OpenCtFile(t.donnees, (dossier + t.fichierDonnees).c_str(), ModeDonnees(t) | magasin::LectureSeule) != 0)
+            if (magasin::OpenCtFile(t.donnees, (dossier + t.fichierDonnees).c_str(), ModeLecture(t)) != 0)
                 EchecSur(dossier, t.fichierDonnees);
             if (magasin::OpenCtFile(t.index(), (dossier + t.fichierIndex).c_str(), magasin::LectureSeule) != 0)
                 EchecSur(dossier, t.fichierIndex);
             Reconstruit(dossier, t, t.donnees, t.fichierIndex, LectureFixe(dossier, t));
-            magasin::CloseCtFile(t.donnees, ModeDonnees(t) | magasin::LectureSeule);
+            magasin::CloseCtFile(t.donnees, ModeLecture(t));
             magasin::CloseCtFile(t.index(), magasin::LectureSeule);
             Bascule(dossier, t.nom, false);
         }

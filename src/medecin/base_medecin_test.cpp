@@ -187,6 +187,37 @@ TEST_F(BaseMedecin, OlderFilesAreBroughtUpAndIndexesRepaired) {
     EXPECT_FALSE(Fichier("PRO1.DAT"));
     ASSERT_EQ(RechercheProduitParPas_Vdx("DOLI", nullptr, 2, nullptr, 10), 1);
     EXPECT_NE(Chaine().find("3000001@Doliprane@Ancien"), std::string::npos) << Chaine();
+    // A migration killed between its renames: the connection finishes it.
+    DeConnectionMedecin_Vdx();
+    for (const char* f : {"DAT", "NDX"})
+        fs::copy_file(Medecin() + "/PRO." + f, Medecin() + "/PRO1." + f, fs::copy_options::overwrite_existing);
+    fs::rename(Medecin() + "/PRO.DAT", Medecin() + "/PROold.DAT");
+    ASSERT_EQ(Connecte(), 1);
+    EXPECT_TRUE(Fichier("PRO.DAT") && Fichier("PRO.NDX"));
+    EXPECT_FALSE(Fichier("PRO1.DAT") || Fichier("PRO1.NDX"));
+    // Texts of the older form: TEXT without its key bytes, brought to TEXU.
+    DeConnectionMedecin_Vdx();
+    for (const char* f : {"TEXU.DAT", "TEXU.NDX"}) fs::remove(Medecin() + "/" + f);
+    EXPECT_EQ(Connecte(), -6);
+    {
+        const std::string dat = Medecin() + "/TEXT.DAT", ndx = Medecin() + "/TEXT.NDX";
+        ASSERT_EQ(magasin::CreateDataFile(282, dat.c_str(), 0, 4096, magasin::Variable), 0);
+        ASSERT_EQ(magasin::CreateIndexFile(283, ndx.c_str(), 11, 0, 0, 1, 4096, magasin::Exclusif), 0);
+        const std::string texte = "Un texte ancien";
+        const magasin::Position p = magasin::NouvelleFicheVariable(282, static_cast<uint32_t>(texte.size()));
+        ASSERT_EQ(magasin::EcritFicheVariable(282, p, texte.data(), static_cast<uint32_t>(texte.size())), 0);
+        ASSERT_EQ(magasin::AddRecordKey(283, "#3000001000", p, 0), 0);
+        ASSERT_EQ(magasin::CloseCtFile(282, magasin::Variable), 0);
+        ASSERT_EQ(magasin::CloseCtFile(283, magasin::Exclusif), 0);
+    }
+    ASSERT_EQ(Connecte(), 1);
+    EXPECT_TRUE(Fichier("TEXU.DAT") && Fichier("TEXT.DAT"));
+    {
+        const auto textes = LitIndex(Medecin(), *DispositionNommee("TEXU"), 0);
+        ASSERT_EQ(textes.size(), 1u);
+        EXPECT_EQ(textes[0].first, "#3000001000");
+        EXPECT_EQ(textes[0].second.substr(0, 26), "#3000001000Un texte ancien");
+    }
     // A lost index rebuilt.
     DeConnectionMedecin_Vdx();
     fs::remove(Medecin() + "/PRO.NDX");

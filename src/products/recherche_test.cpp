@@ -157,7 +157,8 @@ protected:
     }
     void SetUp() override {
         RechercheProduits::SetUp();
-        // Until the doctor's base can be connected, the session is told where it is.
+        // The fixture's directory has a long name, against the rule of the
+        // connection: the session is told where the base is.
         session().CheminMedecin = medecin_->Repertoire() + "/";
         session().ConnecteMedecin = true;
     }
