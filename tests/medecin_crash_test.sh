@@ -47,5 +47,25 @@ for essai in $(seq 1 30); do
   entier "kill $essai" || echecs=$((echecs + 1))
 done
 
+# Two processes adding 100 products each to one base while a third
+# searches it: every product is there, each search sees whole rows.
+codes=$(tail -n +2 "$sources/VDXPRO.tsv" | cut -f1 | grep -v '^3595583$' | head -n 200)
+copie
+ajoute() { for code in "$@"; do medecin add-product "$work/c/MED" "$code" "commentaire de $code" >/dev/null; done; }
+ajoute $(head -n 100 <<<"$codes") &
+premier=$!
+ajoute $(tail -n 100 <<<"$codes") &
+second=$!
+lectures=0
+while kill -0 "$premier" 2>/dev/null || kill -0 "$second" 2>/dev/null; do
+  medecin list "$work/c/MED" | tail -n +2 | awk -F'\t' -v c="commentaire de" \
+    '$3 != "avant" && index($3, c) != 1 { print "torn row: " $0; exit 1 }' >&2 || echecs=$((echecs + 1))
+  lectures=$((lectures + 1))
+done
+wait
+verifie "searches while the base was written" test "$lectures" -gt 0
+n=$(medecin list "$work/c/MED" | tail -n +2 | wc -l)
+verifie "every product of both processes ($n)" test "$n" = 201
+
 [ "$echecs" -eq 0 ] || { echo "$echecs check(s) failed" >&2; exit 1; }
 echo "doctor's base crashes: all checks passed"

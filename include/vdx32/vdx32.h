@@ -965,19 +965,20 @@ VDX_API int32_t VDX_CALL SuppressionMedecin_Vdx(const char* Chemin);
 /* Rebuilds the index of each table from its records. 1. */
 VDX_API int32_t VDX_CALL RepairBaseMedecin_Vdx(const char* Chemin);
 /* A product of the drug base with the doctor's comment (its label that of
- * LibelleProduit_Vdx); Operation 0 adds, 1 replaces, 2 deletes. 1; -10 no
- * code; -13 not 7 characters; -4 no doctor's base; -20 an empty comment to
- * replace, or one over 511 characters; -90 no record to replace or delete,
- * or a code the drug base lacks; -91 a record to add. */
+ * LibelleProduit_Vdx, the comment cut to 511 characters); Operation 0
+ * adds, 1 replaces, 2 deletes. 1; -10 no code; -13 not 7 characters; -4 no
+ * doctor's base; -20 an empty comment to replace; -90 no record to replace
+ * or delete, or a code the drug base lacks; -91 a record to add. */
 VDX_API int32_t VDX_CALL ProduitsMedecin_Vdx(const char* CodeCIP, const char* Commentaire, int32_t Operation);
 /* The doctor's comment of a product: 1; 0 no record; -10; -13; -4. */
 VDX_API int32_t VDX_CALL CommentaireMedecin_Vdx(const char* CodeCIP, BSTR* Commentaire);
 /* A pathology of the doctor's: Operation 0 adds (under *Code, or when it
  * is empty under the next free code of seven digits, given back in *Code),
- * 1 replaces, any other deletes. CodeCISP, when given, must be a code of
- * VDXCISP. 1; -10; -13 a code not of 7 characters; -20 an empty label, or
- * over 79 characters; -30 an unknown CISP code; -90 no record; -91 the
- * code or the label already there; -92 the label under another code; -4. */
+ * 1 replaces, any other deletes; the label cut to 79 characters. CodeCISP,
+ * when given, must be a code of VDXCISP. 1; -10; -13 a code not of 7
+ * characters; -20 an empty label; -90 no record, or an unknown CISP code;
+ * -91 the code or the label already there; -92 the label under another
+ * code; -4. */
 VDX_API int32_t VDX_CALL PathologiesMedecin_Vdx(BSTR* Code, const char* Libelle, const char* CodeCISP,
                                                 int32_t Operation);
 
@@ -1228,9 +1229,10 @@ VDX_API int32_t VDX_CALL PosoLoad_Vdx(const char* Code, VdxPosologieHote* Posolo
 /* A posology of the doctor's, in the form PosoLoad_Vdx gives: Operation 0
  * adds it under "#", its CodeCIP and the product's first free number from
  * "000" (given back in CodePosologie in mode 0), its Texte into TEXU; 1
- * replaces and 2 deletes the one of its CodePosologie. 1; -4; -16 no
- * CodeCIP of 7 characters; -10 no CodePosologie to replace or delete; -13
- * one of another product or length; -90 no record; -500. */
+ * replaces and 2 deletes the one of its CodePosologie. 1; -4; -20 a record
+ * without its strings (CodeCIP null); -16 no CodeCIP of 7 characters; -10
+ * no CodePosologie to replace or delete; -13 one of another product or
+ * length; -90 no record; -500. */
 VDX_API int32_t VDX_CALL PosologiesMedecin_Vdx(VdxPosologieHote* Posologie, int32_t Operation);
 /* Whether a product has posologies: 0 none; 1 in the base; 2 in the
  * doctor's base only (any code of the same first six digits); 3 both. -10;

@@ -288,6 +288,8 @@ VDX_EXPORT(LibelleTerrain_Vdx, Chaines, Noms("Libelle"), (Texte, Terrain), (Chai
 // A posology of the doctor's base added, modified or deleted; an added one's
 // code (its product's first free number) given back in the host's record.
 VDX_EXPORT(PosologiesMedecin_Vdx, Connecte, NomsDesChamps<PosologieHote>(), (Liste, Posologie), (Entier, Operation)) {
+    // A host's record without its strings.
+    if (session().ModeSortie == ModeTableau && Posologie && !Posologie->CodeCIP) throw Echec{Argument2};
     PosologieHote p = PosologieDonnee(Posologie);
     const int32_t resultat = medecin::Posologie(p, Operation);
     if (Operation == medecin::Ajout && session().ModeSortie == ModeTableau)

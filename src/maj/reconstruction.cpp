@@ -19,9 +19,8 @@ namespace {
 
 namespace fs = std::filesystem;
 
-// Numbers that no table of the catalogue takes, free while a base is
-// connected: the rebuilt data file, its index and the index's label key.
-constexpr int NumeroDonnees = 153, NumeroIndex = 154, NumeroLibelles = 155;
+// The rebuilt data file and its index.
+constexpr int NumeroDonnees = NumeroTravail, NumeroIndex = NumeroTravail + 1;
 constexpr char Provisoire[] = "VDXPROtmp";
 
 // A step of the creation, told to the progress callback with its result.
@@ -34,11 +33,13 @@ bool SeptChiffres(std::string_view octets) {
     return octets.size() >= 7 && std::all_of(octets.begin(), octets.begin() + 7, [](char c) { return c >= '0' && c <= '9'; });
 }
 
-// Adds a key; a key there already is accepted, any other error shown.
-int AjouteCle(int numero, const std::string& cle, magasin::Position position) {
-    const int e = magasin::AddRecordKey(numero, cle.data(), position, 0);
+// Adds a key, a label made unique; a key there already is accepted, any
+// other error shown.
+int AjouteCleProduit(const Disposition& d, size_t numero, std::string& cle, std::string& fiche, magasin::Position position) {
+    const int e = vdx::AjouteCle(d, numero, cle, fiche, position, NumeroDonnees);
     if (e != 0 && e != magasin::CleExistante)
-        notices().BoiteMessage("Une erreur est survenue lors de l'ajout d'une Cl\xE9 dans le fichier " + std::to_string(numero),
+        notices().BoiteMessage("Une erreur est survenue lors de l'ajout d'une Cl\xE9 dans le fichier " +
+                                   std::to_string(NumeroDonnees + 1 + static_cast<int>(numero)),
                                TitreErreurMaj, StyleExclamation);
     return e;
 }
@@ -47,7 +48,6 @@ int AjouteCle(int numero, const std::string& cle, magasin::Position position) {
 // message box.
 bool Remplit(std::string_view octets) {
     const Disposition& d = DispositionDe(TableDuCatalogue("VDXPRO"));
-    const RegleUnicite& regle = *d.cles[1].unicite;
     for (; octets.size() >= d.longueur; octets.remove_prefix(d.longueur)) {
         std::string fiche(octets.substr(0, d.longueur));
         if (!SeptChiffres(fiche)) continue;
@@ -55,17 +55,10 @@ bool Remplit(std::string_view octets) {
         if (position == 0) return EchecOperation("NewRecord", 0, magasin::GlobalesMagasin()->ErreurMagasin) != 0;
         if (const int e = magasin::WriteRecordData(NumeroDonnees, position, fiche.data()))
             return EchecOperation("WriteRecordData", 0, e) != 0;
-        if (const int e = AjouteCle(NumeroIndex, *CleDe(d, 0, fiche), position); e != 0 && e != magasin::CleExistante)
-            return false;
         // The label key: a point more, or its last byte raised, until it is new.
-        std::string libelle = *CleDe(d, 1, fiche);
-        for (;;) {
-            const int e = AjouteCle(NumeroLibelles, libelle, position);
-            if (e == 0) break;
-            if (e != magasin::CleExistante) return false;
-            if (!RendCleUnique(regle, libelle, fiche)) break;
-            if (const int ecrite = magasin::WriteRecordData(NumeroDonnees, position, fiche.data()))
-                return EchecOperation("WriteRecordData", 0, ecrite) != 0;
+        for (size_t k = 0; k < d.cles.size(); ++k) {
+            std::string cle = *CleDe(d, k, fiche);
+            if (const int e = AjouteCleProduit(d, k, cle, fiche, position); e != 0 && e != magasin::CleExistante) return false;
         }
     }
     return true;

@@ -5,6 +5,7 @@
 #include <tuple>
 
 #include "maj/unite.h"
+#include "medecin/verrou.h"
 #include "platform/chemin.h"
 #include "session/cadre.h"
 #include "session/codes.h"
@@ -20,9 +21,6 @@ namespace {
 
 namespace fs = std::filesystem;
 
-// Numbers that no table of the catalogue takes: the files built beside a
-// table of the doctor's, its index and the index's member.
-constexpr int NumeroTravail = 153;
 // The numbers the older texts' files are read on (those of PATH, closed then).
 constexpr int NumeroAncienTexte = 282;
 constexpr int Extension = 4096;
@@ -143,7 +141,7 @@ void Reconstruit(const std::string& dossier, const Table& t, int source, const s
                                     : magasin::WriteRecordData(NumeroTravail, n, fiche.data())) == 0;
         for (size_t k = 0; ecrit && k < d.cles.size(); ++k) {
             std::string c = *CleDe(d, k, fiche, fiche);
-            const int e = magasin::AddRecordKey(NumeroTravail + 1 + static_cast<int>(k), c.data(), n, 0);
+            const int e = AjouteCle(d, k, c, fiche, n, NumeroTravail);
             ecrit = e == 0 || e == magasin::CleExistante;
         }
     }
@@ -232,7 +230,10 @@ int32_t Connexion(std::string_view chemin) {
     if (s.ConnecteMedecin) throw Echec{MedecinDejaConnecte};
     const std::string dossier = Dossier(chemin);
     s.CheminMedecin = dossier;
-    // What a killed edit or migration left is finished first.
+    if (std::error_code erreur; !fs::is_directory(dossier, erreur)) throw Echec{FichiersManquants};
+    // What a killed edit or migration left is finished first, the base
+    // held against another process's edit.
+    const VerrouMedecin verrou(dossier);
     maj::TermineMajInterrompue(dossier);
     TermineBascule(dossier, "PRO", true);
     TermineBascule(dossier, "TEXU", false);
@@ -257,6 +258,8 @@ int32_t Suppression(std::string_view chemin) {
     const Session& s = session();
     std::error_code erreur;
     if (s.ConnecteMedecin && fs::equivalent(dossier, s.CheminMedecin, erreur)) throw Echec{MedecinEnUsage};
+    if (!fs::is_directory(dossier, erreur)) return Succes;
+    const VerrouMedecin verrou(dossier);
     magasin::FermeFichiersInactifs();
     for (const char* nom : {"PRO", "PATH", "POSO", "TEXT", "TEXU"})
         for (const char* extension : {".DAT", ".NDX"}) fs::remove(dossier + nom + extension, erreur);
@@ -265,6 +268,8 @@ int32_t Suppression(std::string_view chemin) {
 
 int32_t Reparation(std::string_view chemin) {
     const std::string dossier = Dossier(chemin);
+    if (std::error_code erreur; !fs::is_directory(dossier, erreur)) throw Echec{FichiersManquants};
+    const VerrouMedecin verrou(dossier);
     magasin::FermeFichiersInactifs();
     for (const char* nom : TablesMedecin) {
         const Table& t = TableMedecin(nom);

@@ -101,8 +101,11 @@ TEST_F(BaseMedecin, ProductsCommentsAndTheirCodes) {
     ASSERT_EQ(ProduitsMedecin_Vdx("3000001", "Premier", 0), 1);
     EXPECT_EQ(ProduitsMedecin_Vdx("3000001", "Encore", 0), -91);
     EXPECT_EQ(ProduitsMedecin_Vdx("3000001", "", 1), -20);
-    EXPECT_EQ(ProduitsMedecin_Vdx("3000001", std::string(600, 'c').c_str(), 1), -20);
+
     EXPECT_EQ(ProduitsMedecin_Vdx("3000002", "Absent", 1), -90);
+    ASSERT_EQ(ProduitsMedecin_Vdx("3000001", std::string(600, 'c').c_str(), 1), 1);
+    EXPECT_EQ(CommentaireMedecin_Vdx("3000001", nullptr), 1);
+    EXPECT_EQ(Chaine(), std::string(511, 'c'));
     ASSERT_EQ(ProduitsMedecin_Vdx("3000001", "Second", 1), 1);
     EXPECT_EQ(CommentaireMedecin_Vdx("3000001", nullptr), 1);
     EXPECT_EQ(Chaine(), "Second");
@@ -126,7 +129,7 @@ TEST_F(BaseMedecin, PathologiesGetTheNextCodeAndUniqueLabels) {
     std::string autre;
     EXPECT_EQ(Pathologie(autre, "MIGRAINE", "", 0), -91);  // the same label folded
     EXPECT_EQ(Pathologie(second, "Migraine", "", 1), -92);
-    EXPECT_EQ(Pathologie(second, "Sciatique", "Z99", 1), -30);
+    EXPECT_EQ(Pathologie(second, "Sciatique", "Z99", 1), -90);
     EXPECT_EQ(Pathologie(second, "", "", 1), -20);
     std::string court = "12";
     EXPECT_EQ(Pathologie(court, "Autre", "", 1), -13);
@@ -136,6 +139,12 @@ TEST_F(BaseMedecin, PathologiesGetTheNextCodeAndUniqueLabels) {
     std::string troisieme;
     ASSERT_EQ(Pathologie(troisieme, "Migraine", "", 0), 1);  // its label free again
     EXPECT_EQ(troisieme, "0000003");
+    // Codes go on past nine; a label over its field is cut.
+    for (int n = 4; n <= 10; ++n) {
+        std::string code;
+        ASSERT_EQ(Pathologie(code, ("Pathologie " + std::to_string(n) + std::string(100, 'x')).c_str(), "", 0), 1);
+        EXPECT_EQ(code, n < 10 ? "000000" + std::to_string(n) : "0000010");
+    }
 }
 
 TEST_F(BaseMedecin, PosologiesTakeTheFirstFreeNumberAndKeepTheirTexts) {
@@ -154,6 +163,8 @@ TEST_F(BaseMedecin, PosologiesTakeTheFirstFreeNumberAndKeepTheirTexts) {
     EXPECT_EQ(std::string(reinterpret_cast<const char*>(h.CodePosologie), SysStringByteLen(h.CodePosologie)), "#3000001000");
     ASSERT_EQ(PosologiesMedecin_Vdx(&h, 0), 1);
     EXPECT_EQ(std::string(reinterpret_cast<const char*>(h.CodePosologie), SysStringByteLen(h.CodePosologie)), "#3000001001");
+    VdxPosologieHote vide{};
+    EXPECT_EQ(PosologiesMedecin_Vdx(&vide, 0), -20);
     VdxPosologieHote lue{};
     ASSERT_EQ(PosoLoad_Vdx("#3000001000", &lue), 1);
     EXPECT_FLOAT_EQ(lue.DoseMin.Valeur, 1.5f);

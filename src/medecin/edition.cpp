@@ -4,6 +4,7 @@
 #include <initializer_list>
 
 #include "maj/unite.h"
+#include "medecin/verrou.h"
 #include "products/produits.h"
 #include "session/cadre.h"
 #include "session/codes.h"
@@ -44,6 +45,7 @@ std::string CodeRequis(std::string_view code, size_t longueur) {
 template <typename Changement>
 int32_t DansUnite(std::initializer_list<const Table*> tables, Changement change) {
     const std::string& dossier = session().CheminMedecin;
+    const VerrouMedecin verrou(dossier);
     maj::UniteMaj unite(dossier);
     try {
         for (const Table* t : tables) unite.Ouvre(*t);
@@ -170,8 +172,8 @@ std::string FicheTexte(const std::string& code, std::string_view texte) {
 int32_t Produit(std::string_view code, std::string_view commentaire, int32_t operation) {
     const std::string cip = CodeRequis(code, LongueurCode);
     ExigeBase();
-    if ((operation == Modification && commentaire.empty()) || commentaire.size() > PRO::Commentaire.capacite())
-        throw Echec{Argument2};
+    if (operation == Modification && commentaire.empty()) throw Echec{Argument2};
+    commentaire = commentaire.substr(0, PRO::Commentaire.capacite());
     std::string libelle;
     if (operation != Retrait) libelle = LibelleProduit(cip).substr(0, PRO::Libelle.capacite());
     const Table& t = TableMedecin("PRO");
@@ -205,9 +207,10 @@ int32_t Pathologie(std::string& code, std::string_view libelle, std::string_view
     if (!code.empty() || operation != Ajout) CodeRequis(code, LongueurCode);
     ExigeBase();
     if (operation != Ajout && operation != Modification) operation = Retrait;
-    if (operation != Retrait && (libelle.empty() || libelle.size() > PATH::Libelle.capacite())) throw Echec{Argument2};
+    if (operation != Retrait && libelle.empty()) throw Echec{Argument2};
+    libelle = libelle.substr(0, PATH::Libelle.capacite());
     if (cisp.size() > PATH::CodeCISP.capacite() || (operation != Retrait && !cisp.empty() && !CispConnu(cisp)))
-        throw Echec{Argument3};
+        throw Echec{CodeInconnu};
     const Table& t = TableMedecin("PATH");
     return DansUnite({&t}, [&] {
         if (code.empty()) code = CodeSuivant(t);

@@ -20,16 +20,16 @@ enum Operation : int32_t { Ajout = 0, Modification = 1, Retrait = 2 };
 // code of another length, -500 (FichierErreur the base's path and the
 // file's name).
 
-// A product of the drug base with the doctor's comment: its label from
-// the drug base. -20 an empty comment to modify, or one over 511
-// characters; -90 no record to modify or delete; -91 one to add.
+// A product of the drug base with the doctor's comment (cut to 511
+// characters): its label from the drug base. -20 an empty comment to
+// modify; -90 no record to modify or delete; -91 one to add.
 int32_t Produit(std::string_view code, std::string_view commentaire, int32_t operation);
 // The doctor's comment of a product; none when it has no record.
 std::optional<std::string> Commentaire(std::string_view code);
 // A pathology: on adding with an empty code the next free one, given back
-// in `code`. -20 an empty label, or too long; -30 a CISP code the drug
-// base lacks; -90 no record to modify or delete; -91 the label already
-// there; -92 the label under another code.
+// in `code`; its label cut to its field. -20 an empty label; -90 no record
+// to modify or delete, or a CISP code the drug base lacks; -91 the label
+// already there; -92 the label under another code.
 int32_t Pathologie(std::string& code, std::string_view libelle, std::string_view cisp, int32_t operation);
 // A posology of a product: added under the first free number of its
 // product ("000" on, given back in CodePosologie), its text into TEXU;

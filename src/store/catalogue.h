@@ -29,6 +29,10 @@ struct Table {
 
 // Highest file number + 1: numbers go from 0 to 288.
 inline constexpr int NombreNumeros = 289;
+// The first of three numbers no table takes (a data file, its index, the
+// index's member), free while a base is connected: for the tables a tool
+// builds beside one of the catalogue.
+inline constexpr int NumeroTravail = 153;
 
 // Every table, by file number.
 inline constexpr Table CatalogueTables[] = {

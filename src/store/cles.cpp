@@ -114,15 +114,16 @@ bool RendCleUnique(const RegleUnicite& regle, std::string& cle, std::string& fic
     return true;
 }
 
-int AjouteCle(const Disposition& d, size_t numero, std::string& cle, std::string& fiche, uint32_t position) {
-    const Table& t = *d.table;
-    const int numeroCle = t.cle(static_cast<int>(numero));
+int AjouteCle(const Disposition& d, size_t numero, std::string& cle, std::string& fiche, uint32_t position,
+              std::optional<int> donnees) {
+    const int numeroDonnees = donnees.value_or(d.table->donnees);
+    const int numeroCle = numeroDonnees + 1 + static_cast<int>(numero);
     const std::optional<RegleUnicite>& regle = d.cles.at(numero).unicite;
     for (;;) {
         const int erreur = magasin::AddRecordKey(numeroCle, cle.data(), position, 0);
         if (erreur != magasin::CleExistante || !regle) return erreur;
         if (!RendCleUnique(*regle, cle, fiche)) return erreur;
-        if (const int e = magasin::WriteRecordData(t.donnees, position, fiche.data())) return e;
+        if (const int e = magasin::WriteRecordData(numeroDonnees, position, fiche.data())) return e;
     }
 }
 

@@ -59,7 +59,9 @@ bool RendCleUnique(const RegleUnicite& regle, std::string& cle, std::string& fic
 // under a rule of uniqueness, makes the key unique and writes the changed
 // record again. Returns the store's error (CleExistante for a present key
 // without rule); `cle` and `fiche` are left as filed.
+// `donnees`: the number the table's data file is opened on, when not its own
+// (its keys on the numbers behind it).
 int AjouteCle(const Disposition& disposition, size_t numero, std::string& cle, std::string& fiche,
-              uint32_t position);
+              uint32_t position, std::optional<int> donnees = std::nullopt);
 
 }  // namespace vdx

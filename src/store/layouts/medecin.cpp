@@ -7,9 +7,11 @@ namespace vdx::disposition {
 std::vector<Disposition> FamilleMedecin() {
     std::vector<Disposition> d;
     {
+        // Two products of one label (the drug base's cut to the field) are
+        // both keyed: the second label gets a point, as in VDXPRO.
         using namespace PRO;
         d.push_back(Fixe("PRO", Longueur, {CodeCIP, Libelle, Commentaire},
-                         {Sur({P(CodeCIP)}), Sur({P(Libelle, Pli::Libelle)})}));
+                         {Sur({P(CodeCIP)}), Unique(Sur({P(Libelle, Pli::Libelle)}), Libelle)}));
     }
     {
         using namespace PATH;

@@ -20,7 +20,7 @@ namespace PATH {
 inline constexpr uint32_t Longueur = 174;
 VDX_TEXTE(CodePathologie, 0, 8);
 VDX_TEXTE(Libelle, 8, 80);
-VDX_TEXTE(CodeCISP, 88, 86);
+VDX_TEXTE(CodeCISP, 88, 8);  // the rest of the record NUL
 }  // namespace PATH
 
 // Own posologies, in the working form of a posology (FichePosologie).
