@@ -153,6 +153,9 @@ verifie "a name too long" test "$(code "$vdx" medecin --base "$work/base" create
 verifie "a pathology under the next code" test "$("$vdx" medecin --base "$work/base" add-pathology "$work/medecins/MED" Migraine | tail -n 1)" = 0000001
 verifie "the doctor's products" test "$("$vdx" medecin --base "$work/base" list "$work/medecins/MED" DOLI | tail -n 1 | cut -f1,3)" = "3595583	Mon choix"
 verifie "call with the doctor's base" test "$("$vdx" call --base "$work/base" --medecin "$work/medecins/MED" CommentaireMedecin_Vdx 3595583 | tail -n 1)" = "Mon choix"
+verifie "the sample's doctor's base" muet2 bash "$(dirname "$0")/../scripts/sample-medecin.sh" "$vdx" "$work/base" "$work/medecins/SMED"
+verifie "a comment cut to 511" test "$("$vdx" call --base "$work/base" --medecin "$work/medecins/SMED" CommentaireMedecin_Vdx 3569309 | tail -n 1 | wc -c)" = 512
+verifie "a posology with its text" grep -q "Un comprimé le soir" <<<"$("$vdx" call --base "$work/base" --medecin "$work/medecins/SMED" PosoLoad_Vdx "#2192156000")"
 verifie "an unknown action" test "$(code "$vdx" medecin --base "$work/base" erase "$work/medecins/MED")" = 2
 
 [ "$echecs" -eq 0 ] && echo "vdx: all checks passed"

@@ -5,6 +5,7 @@
 #include <gtest/gtest.h>
 
 #include <filesystem>
+#include <fstream>
 
 #include "platform/notices.h"
 #include "session/session.h"
@@ -69,6 +70,10 @@ TEST_F(BaseMedecin, CreatedConnectedOnceAndDeletedWhenNotInUse) {
     EXPECT_EQ(ConnectionMedecin_Vdx(Medecin().c_str()), -6);
     EXPECT_EQ(CreationMedecin_Vdx("C:\\ABCDE"), -13);
     EXPECT_EQ(CreationMedecin_Vdx(""), -10);
+    // A path that is a file: -500, the path named.
+    std::ofstream(dossier_.Chemin("FICH")) << "x";
+    EXPECT_EQ(CreationMedecin_Vdx(dossier_.Chemin("FICH").c_str()), -500);
+    EXPECT_NE(session().FichierErreur.find("FICH"), std::string::npos);
     ASSERT_EQ(Cree(), 1);
     for (const char* f : {"PRO.DAT", "PRO.NDX", "PATH.DAT", "PATH.NDX", "POSO.DAT", "POSO.NDX", "TEXU.DAT", "TEXU.NDX"})
         EXPECT_TRUE(Fichier(f)) << f;

@@ -5,7 +5,9 @@
 #include <string>
 #include <vector>
 
+#include "platform/codepage.h"
 #include "tools/vdx/commandes.h"
+#include "vdx32/vdx32.h"
 
 namespace vdx {
 
@@ -21,6 +23,9 @@ constexpr char AideMedecin[] =
     "  add-product DIR CODE COMMENT    a product of the drug base, commented\n"
     "  comment DIR CODE                the comment of a product\n"
     "  add-pathology DIR LABEL [CISP]  a pathology under the next free code\n"
+    "  add-posology DIR CODE TITLE TEXT [DOSE [TAKES]]\n"
+    "                                  a posology of a product, under its next\n"
+    "                                  free number\n"
     "  list DIR [TEXT]                 the products whose label begins with TEXT\n"
     "  repair DIR                      rebuild the indexes\n"
     "  delete DIR                      delete the base's files\n"
@@ -48,10 +53,46 @@ const std::map<std::string, Action, std::less<>>& Actions() {
     return actions;
 }
 
+// The text of an argument in code page 1252 as a host string.
+BSTR Chaine(const std::string& utf8) {
+    const std::string texte = codepage::DepuisUtf8(utf8).value_or(utf8);
+    return SysAllocStringByteLen(texte.data(), static_cast<uint32_t>(texte.size()));
+}
+
+// A posology given by its title, text, dose and takes, in the host's
+// record of array mode.
+int AjoutePosologie(const std::string& base, const std::vector<std::string>& a) {
+    const int32_t connexion = Connection2_Vdx(base.c_str(), 0, 0);
+    if (connexion != 1) return EchecLibrairie("Connection2_Vdx", connexion);
+    if (const int32_t code = ConnectionMedecin_Vdx(a[1].c_str()); code != 1) return EchecLibrairie("ConnectionMedecin_Vdx", code);
+    VdxPosologieHote h{};
+    try {
+        h.DoseMin.Valeur = a.size() > 5 ? std::stof(a[5]) : 0;
+        h.PrisesMin = a.size() > 6 ? std::stoi(a[6]) : 0;
+    } catch (const std::exception&) {
+        std::cerr << "vdx: DOSE and TAKES are numbers\n";
+        return SortieUsage;
+    }
+    h.CodeCIP = Chaine(a[2]);
+    h.Libelle = Chaine(a[3]);
+    h.Texte = Chaine(a[4]);
+    const int32_t resultat = PosologiesMedecin_Vdx(&h, 0);
+    std::cout << resultat << '\n';
+    if (resultat == 1) std::cout << std::string(reinterpret_cast<const char*>(h.CodePosologie), SysStringByteLen(h.CodePosologie)) << '\n';
+    for (BSTR b : {h.CodePosologie, h.CodeCIP, h.Libelle, h.TypeRef, h.Texte}) SysFreeString(b);
+    DeConnectionMedecin_Vdx();
+    DeConnection2_Vdx();
+    return resultat == 1 ? SortieSucces : EchecLibrairie("PosologiesMedecin_Vdx", resultat);
+}
+
 int Medecin(const ArgumentsCommande& args) {
     const std::vector<std::string>& autres = args.Autres();
     const std::string base = args.Base();
     if (base.empty() || autres.size() < 2) return Usage(AideMedecin);
+    if (autres[0] == "add-posology") {
+        if (autres.size() < 5 || autres.size() > 7) return Usage(AideMedecin);
+        return AjoutePosologie(base, autres);
+    }
     const auto action = Actions().find(autres[0]);
     if (action == Actions().end()) return Usage(AideMedecin);
     const Action& a = action->second;
