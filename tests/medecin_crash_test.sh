@@ -37,7 +37,7 @@ for etape in 1 2 3 4; do
   VDX_ESSAI_ARRET_MAJ=$etape "$vdx" medecin --base "$work/base" add-product "$work/c/MED" 3368195 apres >/dev/null 2>&1
   verifie "stopped at step $etape of the switch" entier "step $etape"
 done
-for essai in $(seq 1 30); do
+for essai in $(seq 1 100); do
   copie
   "$vdx" medecin --base "$work/base" add-product "$work/c/MED" 3368195 apres >/dev/null 2>&1 &
   pid=$!
@@ -47,14 +47,14 @@ for essai in $(seq 1 30); do
   entier "kill $essai" || echecs=$((echecs + 1))
 done
 
-# Two processes adding 100 products each to one base while a third
+# Two processes adding 120 products each to one base while a third
 # searches it: every product is there, each search sees whole rows.
-codes=$(tail -n +2 "$sources/VDXPRO.tsv" | cut -f1 | grep -v '^3595583$' | head -n 200)
+codes=$(tail -n +2 "$sources/VDXPRO.tsv" | cut -f1 | grep -v '^3595583$' | head -n 240)
 copie
 ajoute() { for code in "$@"; do medecin add-product "$work/c/MED" "$code" "commentaire de $code" >/dev/null; done; }
-ajoute $(head -n 100 <<<"$codes") &
+ajoute $(head -n 120 <<<"$codes") &
 premier=$!
-ajoute $(tail -n 100 <<<"$codes") &
+ajoute $(tail -n 120 <<<"$codes") &
 second=$!
 lectures=0
 while kill -0 "$premier" 2>/dev/null || kill -0 "$second" 2>/dev/null; do
@@ -65,7 +65,7 @@ done
 wait
 verifie "searches while the base was written" test "$lectures" -gt 0
 n=$(medecin list "$work/c/MED" | tail -n +2 | wc -l)
-verifie "every product of both processes ($n)" test "$n" = 201
+verifie "every product of both processes ($n)" test "$n" = 241
 
 [ "$echecs" -eq 0 ] || { echo "$echecs check(s) failed" >&2; exit 1; }
 echo "doctor's base crashes: all checks passed"

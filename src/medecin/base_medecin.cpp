@@ -2,7 +2,8 @@
 
 #include <algorithm>
 #include <filesystem>
-#include <tuple>
+#include <utility>
+#include <vector>
 
 #include "maj/unite.h"
 #include "medecin/verrou.h"
@@ -68,6 +69,26 @@ bool FermeFichiers(const Table& t, int donnees) {
     const int erreurIndex = magasin::CloseCtFile(donnees + 1, magasin::Partage);
     return erreurDonnees == 0 && erreurIndex == 0;
 }
+
+// Files opened read-only on numbers of the caller's, closed on every way
+// out.
+class Ouverts {
+public:
+    explicit Ouverts(const std::string& dossier) : dossier_(dossier) {}
+    ~Ouverts() {
+        for (const auto& [numero, mode] : ouverts_) magasin::CloseCtFile(numero, mode);
+    }
+    Ouverts(const Ouverts&) = delete;
+    Ouverts& operator=(const Ouverts&) = delete;
+    void Ouvre(int numero, const char* fichier, int mode) {
+        if (magasin::OpenCtFile(numero, (dossier_ + fichier).c_str(), mode) != 0) EchecSur(dossier_, fichier);
+        ouverts_.emplace_back(numero, mode);
+    }
+
+private:
+    const std::string& dossier_;
+    std::vector<std::pair<int, int>> ouverts_;
+};
 
 // A file renamed, or Echec(-500) naming it.
 void Renomme(const fs::path& de, const fs::path& vers) {
@@ -169,24 +190,24 @@ void MigreProduits(const std::string& dossier) {
     Bascule(dossier, t.nom, true);
 }
 
-// TEXT, records without their key, into TEXU, whose records begin with it.
+// TEXT, records without their key, into TEXU1, whose records begin with it.
+void CopieTextes(const std::string& dossier, const Table& t) {
+    Ouverts anciens(dossier);
+    anciens.Ouvre(NumeroAncienTexte, "TEXT.DAT", magasin::LectureSeule | magasin::Variable);
+    anciens.Ouvre(NumeroAncienTexte + 1, "TEXT.NDX", magasin::LectureSeule);
+    const size_t longueurCle = DispositionDe(t).cles[0].longueur;
+    Reconstruit(dossier, t, NumeroAncienTexte, "TEXT.NDX", [&](magasin::Position p, const std::string& cle) {
+        std::string texte;
+        if (magasin::LitFicheEntiere(NumeroAncienTexte, p, texte) != 0) EchecSur(dossier, "TEXT.DAT");
+        std::string fiche = cle.substr(0, longueurCle) + texte;
+        if (fiche.size() < DispositionDe(t).longueur) fiche.resize(DispositionDe(t).longueur, '\0');
+        return fiche;
+    });
+}
+
 void MigreTextes(const std::string& dossier) {
     const Table& t = TableMedecin("TEXU");
-    for (const auto& [numero, fichier, mode] : {std::tuple{NumeroAncienTexte, "TEXT.DAT", magasin::LectureSeule | magasin::Variable},
-                                                std::tuple{NumeroAncienTexte + 1, "TEXT.NDX", int(magasin::LectureSeule)}})
-        if (magasin::OpenCtFile(numero, (dossier + fichier).c_str(), mode) != 0) EchecSur(dossier, fichier);
-    const size_t longueurCle = DispositionDe(t).cles[0].longueur;
-    Reconstruit(
-        dossier, t, NumeroAncienTexte, "TEXT.NDX",
-        [&](magasin::Position p, const std::string& cle) {
-            std::string texte;
-            if (magasin::LitFicheEntiere(NumeroAncienTexte, p, texte) != 0) EchecSur(dossier, "TEXT.DAT");
-            std::string fiche = cle.substr(0, longueurCle) + texte;
-            if (fiche.size() < DispositionDe(t).longueur) fiche.resize(DispositionDe(t).longueur, '\0');
-            return fiche;
-        });
-    magasin::CloseCtFile(NumeroAncienTexte, magasin::LectureSeule | magasin::Variable);
-    magasin::CloseCtFile(NumeroAncienTexte + 1, magasin::LectureSeule);
+    CopieTextes(dossier, t);
     Bascule(dossier, t.nom, false);
 }
 
@@ -293,13 +314,12 @@ int32_t Reparation(std::string_view chemin) {
         if (std::ranges::any_of(d.cles, [](const Cle& c) {
                 return std::ranges::any_of(c.parties, [](const PartieCle& p) { return p.pli != Pli::Brut; });
             })) {
-            if (magasin::OpenCtFile(t.donnees, (dossier + t.fichierDonnees).c_str(), ModeLecture(t)) != 0)
-                EchecSur(dossier, t.fichierDonnees);
-            if (magasin::OpenCtFile(t.index(), (dossier + t.fichierIndex).c_str(), magasin::LectureSeule) != 0)
-                EchecSur(dossier, t.fichierIndex);
-            Reconstruit(dossier, t, t.donnees, t.fichierIndex, LectureFixe(dossier, t));
-            magasin::CloseCtFile(t.donnees, ModeLecture(t));
-            magasin::CloseCtFile(t.index(), magasin::LectureSeule);
+            {
+                Ouverts table(dossier);
+                table.Ouvre(t.donnees, t.fichierDonnees, ModeLecture(t));
+                table.Ouvre(t.index(), t.fichierIndex, magasin::LectureSeule);
+                Reconstruit(dossier, t, t.donnees, t.fichierIndex, LectureFixe(dossier, t));
+            }
             Bascule(dossier, t.nom, false);
         }
     }

@@ -85,7 +85,10 @@ TEST_F(BaseMedecin, CreatedConnectedOnceAndDeletedWhenNotInUse) {
     EXPECT_EQ(SuppressionMedecin_Vdx(Medecin().c_str()), -5);
     EXPECT_TRUE(Fichier("PRO.DAT"));
     EXPECT_EQ(DeConnectionMedecin_Vdx(), 1);
+    // Its labels folded, the next connection leaves PRO as it is.
+    for (const char* f : {"PROold.DAT", "PROold.NDX"}) fs::remove(Medecin() + "/" + f);
     ASSERT_EQ(Connecte(), 1);
+    EXPECT_FALSE(Fichier("PROold.DAT"));
     EXPECT_EQ(CommentaireMedecin_Vdx("3000001", nullptr), 1);
     EXPECT_EQ(Chaine(), "Mon choix");
     DeConnectionMedecin_Vdx();
