@@ -4,7 +4,7 @@
 # changed: a new laboratory, a renamed one, the rows of a table the library
 # does not know passed over (RE170301, RE170302), a row of every table
 # again (RE170303, with one class of no substance under a father, which
-# changes no answer), then a second issue (RE170304) that renames a product
+# changes no answer), then a second update (RE170304) that renames a product
 # and changes its price, its composition and its classes, a chapter text
 # and an interaction couple; and the base's new date.
 #   scripts/sample-maj.sh [VDX] [BASE]

@@ -211,6 +211,15 @@ void MigreTextes(const std::string& dossier) {
     Bascule(dossier, t.nom, false);
 }
 
+// Whether two directory names, each ending with a separator, name one
+// directory (Windows tells nothing of a name with its final separator).
+bool MemeDossier(const std::string& a, const std::string& b) {
+    const auto sans = [](const std::string& d) { return fs::path(d.substr(0, d.find_last_not_of("\\/") + 1)); };
+    std::error_code erreur;
+    const bool meme = fs::equivalent(sans(a), sans(b), erreur);
+    return erreur ? sans(a).lexically_normal() == sans(b).lexically_normal() : meme;
+}
+
 bool PaireExiste(const std::string& dossier, const char* nom) {
     return Existe(dossier + nom + ".DAT") && Existe(dossier + nom + ".NDX");
 }
@@ -278,7 +287,7 @@ int32_t Suppression(std::string_view chemin) {
     const std::string dossier = Dossier(chemin);
     const Session& s = session();
     std::error_code erreur;
-    if (s.ConnecteMedecin && fs::equivalent(dossier, s.CheminMedecin, erreur)) throw Echec{MedecinEnUsage};
+    if (s.ConnecteMedecin && MemeDossier(dossier, s.CheminMedecin)) throw Echec{MedecinEnUsage};
     if (!fs::is_directory(dossier, erreur)) return Succes;
     const VerrouMedecin verrou(dossier);
     magasin::FermeFichiersInactifs();

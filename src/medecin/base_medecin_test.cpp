@@ -47,6 +47,12 @@ protected:
         RemetSession();
     }
     std::string Medecin() const { return dossier_.Chemin("MED1"); }
+    // Disconnected, and the files the process keeps open for its next
+    // opens closed, so that the test may move them (Windows).
+    void Libere() {
+        DeConnectionMedecin_Vdx();
+        magasin::FermeFichiersInactifs();
+    }
     bool Fichier(const char* nom) const { return fs::exists(Medecin() + "/" + nom); }
     int32_t Cree() { return CreationMedecin_Vdx(Medecin().c_str()); }
     int32_t Connecte() { return ConnectionMedecin_Vdx(Medecin().c_str()); }
@@ -85,6 +91,7 @@ TEST_F(BaseMedecin, CreatedConnectedOnceAndDeletedWhenNotInUse) {
     EXPECT_EQ(SuppressionMedecin_Vdx(Medecin().c_str()), -5);
     EXPECT_TRUE(Fichier("PRO.DAT"));
     EXPECT_EQ(DeConnectionMedecin_Vdx(), 1);
+    Libere();
     // Its labels folded, the next connection leaves PRO as it is.
     for (const char* f : {"PROold.DAT", "PROold.NDX"}) fs::remove(Medecin() + "/" + f);
     ASSERT_EQ(Connecte(), 1);
@@ -207,7 +214,7 @@ TEST_F(BaseMedecin, OlderFilesAreBroughtUpAndIndexesRepaired) {
     ASSERT_EQ(RechercheProduitParPas_Vdx("DOLI", nullptr, 2, nullptr, 10), 1);
     EXPECT_NE(Chaine().find("3000001@Doliprane@Ancien"), std::string::npos) << Chaine();
     // A migration killed between its renames: the connection finishes it.
-    DeConnectionMedecin_Vdx();
+    Libere();
     for (const char* f : {"DAT", "NDX"})
         fs::copy_file(Medecin() + "/PRO." + f, Medecin() + "/PRO1." + f, fs::copy_options::overwrite_existing);
     fs::rename(Medecin() + "/PRO.DAT", Medecin() + "/PROold.DAT");
@@ -215,7 +222,7 @@ TEST_F(BaseMedecin, OlderFilesAreBroughtUpAndIndexesRepaired) {
     EXPECT_TRUE(Fichier("PRO.DAT") && Fichier("PRO.NDX"));
     EXPECT_FALSE(Fichier("PRO1.DAT") || Fichier("PRO1.NDX"));
     // Texts of the older form: TEXT without its key bytes, brought to TEXU.
-    DeConnectionMedecin_Vdx();
+    Libere();
     for (const char* f : {"TEXU.DAT", "TEXU.NDX"}) fs::remove(Medecin() + "/" + f);
     EXPECT_EQ(Connecte(), -6);
     {
@@ -238,7 +245,7 @@ TEST_F(BaseMedecin, OlderFilesAreBroughtUpAndIndexesRepaired) {
         EXPECT_EQ(textes[0].second.substr(0, 26), "#3000001000Un texte ancien");
     }
     // A lost index rebuilt.
-    DeConnectionMedecin_Vdx();
+    Libere();
     fs::remove(Medecin() + "/PRO.NDX");
     EXPECT_EQ(Connecte(), -6);
     ASSERT_EQ(RepairBaseMedecin_Vdx(Medecin().c_str()), 1);

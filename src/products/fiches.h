@@ -21,6 +21,9 @@ const Table& TableSpecialites();  // VDXYCSCP, the speciality (CIS) of a product
 // nullopt when there is none. A code that is not seven long is never
 // found. Throws Echec(-500) on a failure of the store.
 std::optional<std::string> FicheDuCode(const Table& table, std::string_view code);
+// The same without a copy: the bytes stay good while the caller holds the
+// table open.
+std::optional<std::string_view> VueDuCode(const Table& table, std::string_view code);
 // The same, leaving with Echec(-90) when there is none.
 std::string FicheRequise(const Table& table, std::string_view code);
 

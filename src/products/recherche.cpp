@@ -143,8 +143,7 @@ Lignes Parcourt(const Contexte& contexte, const Parcours& parcours, std::string_
 }
 
 Produit ProduitDe(Position position) {
-    const std::string octets = FicheA(TableProduits(), position);
-    const Fiche f(octets);
+    const Fiche f(VueFicheA(TableProduits(), position));
     Produit p{std::string(f.Texte(VDXPRO::CodeCIP)), std::string(f.Texte(VDXPRO::Libelle)), {}};
     Etat(p, f);
     return p;
@@ -153,11 +152,10 @@ Produit ProduitDe(Position position) {
 // A product of the doctor's: code, label and comment of the private record,
 // its state from VDXPRO when the product is there.
 Produit ProduitMedecin(Position position) {
-    const std::string octets = FicheA(TableMedecin(), position);
-    const Fiche f(octets);
+    const Fiche f(VueFicheA(TableMedecin(), position));
     Produit p{std::string(f.Texte(PRO::CodeCIP)), std::string(f.Texte(PRO::Libelle)),
               std::string(f.Texte(PRO::Commentaire))};
-    if (const std::optional<std::string> produit = FicheDuCode(TableProduits(), p.code)) Etat(p, Fiche(*produit));
+    if (const std::optional<std::string_view> produit = VueDuCode(TableProduits(), p.code)) Etat(p, Fiche(*produit));
     return p;
 }
 
@@ -168,10 +166,6 @@ Produit ProduitCategorie(Position position) {
     p.supprime = !f.Texte(VDXVPRO::Suppression).empty();
     return p;
 }
-
-// The doctor's PRO files, opened for reading in his directory and closed
-// in order on every way out.
-
 
 // The CodeCIP of a Suite given as a code, in the form the session gives
 // codes out.
