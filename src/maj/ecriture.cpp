@@ -34,22 +34,27 @@ public:
 
     void Rangees(const Rangee& rangee) {
         const std::vector<ChampRangee> champs = ChampsDe(rangee);
-        const Disposition& d = DispositionDe(*TableNommee(rangee.table));
         switch (rangee.speciale) {
             case Speciale::Complement: return Complements(rangee, champs);
             case Speciale::Posologie: return Posologies(rangee, champs);
             case Speciale::Substances: return Substances(rangee, champs);
             default: break;
         }
-        std::vector<const Enregistrement*> fiches;
-        for (const Enregistrement& e : Fiches(rangee.table)) fiches.push_back(&e);
-        // The rows of one parent come together.
-        if (rangee.regle == Regle::Parent)
-            std::ranges::stable_sort(fiches, {}, [&](const Enregistrement* e) { return ParentDe(d, rangee.parent, e->fiche).code; });
-        for (const Enregistrement* e : fiches) Ligne(rangee, champs, *e, {});
+        for (const Enregistrement* e : DansLOrdre(rangee)) Ligne(rangee, champs, *e, {});
     }
 
 private:
+    // The records of a row's table in the order of its sources, those of one
+    // parent brought together for the parent rule.
+    std::vector<const Enregistrement*> DansLOrdre(const Rangee& rangee) const {
+        const Disposition& d = DispositionDe(*TableNommee(rangee.table));
+        std::vector<const Enregistrement*> fiches;
+        for (const Enregistrement& e : Fiches(rangee.table)) fiches.push_back(&e);
+        if (rangee.regle == Regle::Parent)
+            std::ranges::stable_sort(fiches, {}, [&](const Enregistrement* e) { return ParentDe(d, rangee.parent, e->fiche).code; });
+        return fiches;
+    }
+
     // A row: its marker, each field and "@", CR LF.
     void Ligne(const Rangee& rangee, const std::vector<ChampRangee>& champs, const Enregistrement& e,
                const std::vector<std::string>& aparte) {
@@ -126,10 +131,7 @@ private:
         for (const Enregistrement& e : Fiches("VDXPTEXT"))
             textes[std::string(AvantNul(e.cle))] = std::string(PartiesDe(dt, e.fiche).at(0));
         const Disposition& d = DispositionDe(*TableNommee(rangee.table));
-        std::vector<const Enregistrement*> fiches;
-        for (const Enregistrement& e : Fiches(rangee.table)) fiches.push_back(&e);
-        std::ranges::stable_sort(fiches, {}, [&](const Enregistrement* e) { return ParentDe(d, rangee.parent, e->fiche).code; });
-        for (const Enregistrement* e : fiches) {
+        for (const Enregistrement* e : DansLOrdre(rangee)) {
             const auto texte = textes.find(AvantNul(*CleDe(d, 0, e->fiche)));
             Ligne(rangee, champs, *e, {texte == textes.end() ? "" : texte->second});
         }

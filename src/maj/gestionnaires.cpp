@@ -1,6 +1,7 @@
 #include "maj/gestionnaires.h"
 
 #include <algorithm>
+#include <bit>
 #include <optional>
 #include <stdexcept>
 
@@ -109,12 +110,7 @@ bool LitLigne(LecteurMaj& lecteur, const Disposition& d, const std::vector<Champ
         switch (c.genre) {
             case ChampRangee::Texte: PoseTexte(ligne.fiche, c.texte, jeton); break;
             case ChampRangee::Entier: EcritMot(ligne.fiche, c.decalage, LireEntier(jeton)); break;
-            case ChampRangee::Reel: {
-                FicheEcrite f(std::move(ligne.fiche));
-                f.Reel({"", c.decalage}, LireReel(jeton));
-                ligne.fiche = std::move(f.Octets());
-                break;
-            }
+            case ChampRangee::Reel: EcritMot(ligne.fiche, c.decalage, std::bit_cast<int32_t>(LireReel(jeton))); break;
             case ChampRangee::CleExterne: ligne.cle = jeton; break;
             case ChampRangee::Partie: ligne.parties.at(c.decalage) = jeton; break;
             case ChampRangee::Aparte: ligne.aparte.push_back(jeton); break;

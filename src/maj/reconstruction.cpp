@@ -12,6 +12,7 @@
 #include "store/cles.h"
 #include "store/layouts.h"
 #include "store/magasin.h"
+#include "store/sources.h"
 
 namespace vdx::maj {
 
@@ -24,8 +25,8 @@ constexpr int NumeroDonnees = NumeroTravail, NumeroIndex = NumeroTravail + 1;
 constexpr char Provisoire[] = "VDXPROtmp";
 
 // A step of the creation, told to the progress callback with its result.
-int Etape(const char* mot, int resultat) {
-    notices().Progression(0, 0, std::string(mot) + std::to_string(resultat));
+int Etape(const std::string& mot, int resultat) {
+    notices().Progression(0, 0, mot + std::to_string(resultat));
     return resultat;
 }
 
@@ -85,11 +86,8 @@ int32_t ReconstruitProduits(const std::string& repertoire) {
     if (demarre) magasin::InitialiseMagasin(12, NombreNumeros, 16);
     const std::string donnees = (dossier / (std::string(Provisoire) + ".dat")).string();
     const std::string index = (dossier / (std::string(Provisoire) + ".ndx")).string();
-    bool fait =
-        Etape("CreateDataFile : ", magasin::CreateDataFile(NumeroDonnees, donnees.c_str(), d.longueur, 4096, magasin::Exclusif)) == 0;
-    fait = fait && Etape("CreateIndexFile : ", magasin::CreateIndexFile(NumeroIndex, index.c_str(), d.cles[0].longueur, 0, 0, 2,
-                                                                         4096, magasin::Exclusif)) == 0;
-    fait = fait && Etape("CreateIndexMember 1 : ", magasin::CreateIndexMember(NumeroIndex, d.cles[1].longueur, 0, 0, 1)) == 0;
+    bool fait = CreeFichiersTable(d, NumeroDonnees, donnees, index, magasin::Exclusif, magasin::Exclusif,
+                                  [](const std::string& mot, int resultat) { Etape(mot + " : ", resultat); }) == 0;
     fait = fait && Remplit(std::string_view(octets).substr(debut));
     const int fermeIndex = Etape("CloseCtFile : ", magasin::CloseCtFile(NumeroIndex, magasin::Exclusif));
     const int fermeDonnees = Etape("CloseCtFile : ", magasin::CloseCtFile(NumeroDonnees, magasin::Exclusif));

@@ -15,6 +15,7 @@
 #include "store/cles.h"
 #include "store/layouts.h"
 #include "store/magasin.h"
+#include "store/sources.h"
 
 namespace vdx::medecin {
 
@@ -24,9 +25,6 @@ namespace fs = std::filesystem;
 
 // The numbers the older texts' files are read on (those of PATH, closed then).
 constexpr int NumeroAncienTexte = 282;
-constexpr int Extension = 4096;
-
-const Table& TableMedecin(const char* nom) { return *TableNommee(nom); }
 
 // The doctor's files are created and written shared with other processes
 // (mode 1, and 5 for variable records).
@@ -52,14 +50,7 @@ std::string Dossier(std::string_view chemin) {
 // The two files of a table of the doctor's created on the numbers from
 // `donnees`, left open for writing. False at the first step that fails.
 bool CreeFichiers(const Table& t, int donnees, const std::string& cheminDonnees, const std::string& cheminIndex) {
-    const Disposition& d = DispositionDe(t);
-    if (magasin::CreateDataFile(donnees, cheminDonnees.c_str(), d.longueur, Extension, ModeDonnees(t)) != 0) return false;
-    if (magasin::CreateIndexFile(donnees + 1, cheminIndex.c_str(), d.cles[0].longueur, 0, 0,
-                                 static_cast<int>(d.cles.size()), Extension, magasin::Partage) != 0)
-        return false;
-    for (size_t k = 1; k < d.cles.size(); ++k)
-        if (magasin::CreateIndexMember(donnees + 1, d.cles[k].longueur, 0, 0, static_cast<int>(k)) != 0) return false;
-    return true;
+    return CreeFichiersTable(DispositionDe(t), donnees, cheminDonnees, cheminIndex, ModeDonnees(t), magasin::Partage) == 0;
 }
 
 // Closes both files of a table opened for writing on the numbers from

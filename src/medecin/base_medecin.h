@@ -9,10 +9,13 @@
 #include <string>
 #include <string_view>
 
+#include "store/catalogue.h"
+
 namespace vdx::medecin {
 
 // The tables of the doctor's base, in their order.
 inline constexpr const char* TablesMedecin[] = {"PRO", "PATH", "POSO", "TEXU"};
+inline const Table& TableMedecin(const char* nom) { return *TableNommee(nom); }
 
 // The name rule of the four calls that take a path: over four characters
 // the path holds a separator ("\\", or "/" where it is the system's) and its

@@ -4,6 +4,7 @@
 #include <initializer_list>
 
 #include "maj/unite.h"
+#include "medecin/base_medecin.h"
 #include "medecin/verrou.h"
 #include "products/produits.h"
 #include "session/cadre.h"
@@ -22,8 +23,6 @@ namespace {
 using magasin::Position;
 
 constexpr size_t LongueurCode = 7;
-
-const Table& TableMedecin(const char* nom) { return *TableNommee(nom); }
 
 // The failure of the store on a file of the doctor's base (-500).
 [[noreturn]] void EchecSur(const char* fichier, int erreur = magasin::GlobalesMagasin()->ErreurMagasin) {
@@ -101,7 +100,7 @@ void Supprime(const Table& t, Position p) {
 }
 
 // A record whose first key is `code`, for the lookups.
-std::string FicheDuCode(const Table& t, const ChampTexte& champ, std::string_view code) {
+std::string FicheAvecCode(const Table& t, const ChampTexte& champ, std::string_view code) {
     FicheEcrite f(DispositionDe(t).longueur);
     if (!f.Texte(champ, code)) throw Echec{CodeMalForme};
     return std::move(f.Octets());
@@ -178,7 +177,7 @@ int32_t Produit(std::string_view code, std::string_view commentaire, int32_t ope
     if (operation != Retrait) libelle = LibelleProduit(cip).substr(0, PRO::Libelle.capacite());
     const Table& t = TableMedecin("PRO");
     return DansUnite({&t}, [&] {
-        const Position p = Cherche(t, 0, Cle(t, 0, FicheDuCode(t, PRO::CodeCIP, cip)));
+        const Position p = Cherche(t, 0, Cle(t, 0, FicheAvecCode(t, PRO::CodeCIP, cip)));
         if (operation == Ajout && p != 0) throw Echec{DejaPresent};
         if (operation != Ajout && p == 0) throw Echec{CodeInconnu};
         if (p != 0) Supprime(t, p);
@@ -196,7 +195,7 @@ std::optional<std::string> Commentaire(std::string_view code) {
     const Table& t = TableMedecin("PRO");
     TablesOuvertes medecin;
     medecin.OuvreMedecin(t);
-    const Position p = Cherche(t, 0, Cle(t, 0, FicheDuCode(t, PRO::CodeCIP, cip)));
+    const Position p = Cherche(t, 0, Cle(t, 0, FicheAvecCode(t, PRO::CodeCIP, cip)));
     std::optional<std::string> commentaire;
     if (p != 0) commentaire = std::string(Fiche(Lit(t, p)).Texte(PRO::Commentaire));
     medecin.Ferme();
@@ -214,7 +213,7 @@ int32_t Pathologie(std::string& code, std::string_view libelle, std::string_view
     const Table& t = TableMedecin("PATH");
     return DansUnite({&t}, [&] {
         if (code.empty()) code = CodeSuivant(t);
-        const Position p = Cherche(t, 0, Cle(t, 0, FicheDuCode(t, PATH::CodePathologie, code)));
+        const Position p = Cherche(t, 0, Cle(t, 0, FicheAvecCode(t, PATH::CodePathologie, code)));
         if (operation == Ajout && p != 0) throw Echec{DejaPresent};
         if (operation != Ajout && p == 0) throw Echec{CodeInconnu};
         FicheEcrite f(PATH::Longueur);
@@ -245,10 +244,10 @@ int32_t Posologie(PosologieHote& h, int32_t operation) {
                 if (n == 1000) throw Echec{Argument1};
                 const std::string numero = std::to_string(n);
                 h.CodePosologie = MarquePrivee + h.CodeCIP + std::string(3 - numero.size(), '0') + numero;
-                if (Cherche(t, 0, Cle(t, 0, FicheDuCode(t, POSO::CodePosologie, h.CodePosologie))) == 0) break;
+                if (Cherche(t, 0, Cle(t, 0, FicheAvecCode(t, POSO::CodePosologie, h.CodePosologie))) == 0) break;
             }
         }
-        const std::string cle = Cle(t, 0, FicheDuCode(t, POSO::CodePosologie, h.CodePosologie));
+        const std::string cle = Cle(t, 0, FicheAvecCode(t, POSO::CodePosologie, h.CodePosologie));
         const Position p = Cherche(t, 0, cle);
         if (operation != Ajout && p == 0) throw Echec{CodeInconnu};
         if (p != 0) Supprime(t, p);

@@ -558,6 +558,27 @@ RapportConstruction ConstruitBase(const std::vector<Source>& sources, const fs::
     return rapport;
 }
 
+int CreeFichiersTable(const Disposition& d, int donnees, const std::string& cheminDonnees, const std::string& cheminIndex,
+                      int modeDonnees, int modeIndex, const std::function<void(const std::string&, int)>& etape) {
+    const auto dit = [&](const std::string& nom, int resultat) {
+        if (etape) etape(nom, resultat);
+        return resultat;
+    };
+    constexpr int Extension = 4096;
+    if (const int e = dit("CreateDataFile", magasin::CreateDataFile(donnees, cheminDonnees.c_str(), d.longueur, Extension,
+                                                                     modeDonnees)))
+        return e;
+    if (const int e = dit("CreateIndexFile",
+                          magasin::CreateIndexFile(donnees + 1, cheminIndex.c_str(), d.cles[0].longueur, 0, 0,
+                                                   static_cast<int>(d.cles.size()), Extension, modeIndex)))
+        return e;
+    for (size_t k = 1; k < d.cles.size(); ++k)
+        if (const int e = dit("CreateIndexMember " + std::to_string(k),
+                              magasin::CreateIndexMember(donnees + 1, d.cles[k].longueur, 0, 0, static_cast<int>(k))))
+            return e;
+    return 0;
+}
+
 std::vector<std::pair<std::string, std::string>> LitIndex(const fs::path& base, const Disposition& d, size_t numero) {
     using namespace magasin;
     const Table& t = *d.table;

@@ -21,6 +21,7 @@
 
 #include <cstddef>
 #include <filesystem>
+#include <functional>
 #include <iosfwd>
 #include <optional>
 #include <stdexcept>
@@ -118,6 +119,15 @@ RapportConstruction ConstruitBase(const std::filesystem::path& sources, const st
                                   const OptionsConstruction& options = {});
 RapportConstruction ConstruitBase(const std::vector<Source>& sources, const std::filesystem::path& base,
                                   const OptionsConstruction& options = {});
+
+// The two files of a table created by its layout on the numbers from
+// `donnees` (the data file, its index, the index's members), left open in
+// `modeDonnees` and `modeIndex`. `etape`, when given, hears each step by its
+// name ("CreateDataFile", "CreateIndexFile", "CreateIndexMember 1"...) and
+// result. The store's error of the first step that failed, or 0.
+int CreeFichiersTable(const Disposition& disposition, int donnees, const std::string& cheminDonnees,
+                      const std::string& cheminIndex, int modeDonnees, int modeIndex,
+                      const std::function<void(const std::string& etape, int resultat)>& etape = {});
 
 // Every key of key number `numero` (from 0) of a table, in its order, each
 // with the record it leads to.
