@@ -47,25 +47,34 @@ for essai in $(seq 1 100); do
   entier "kill $essai" || echecs=$((echecs + 1))
 done
 
-# Two processes adding 120 products each to one base while a third
-# searches it: every product is there, each search sees whole rows.
-codes=$(tail -n +2 "$sources/VDXPRO.tsv" | cut -f1 | grep -v '^3595583$' | head -n 240)
+# Two processes adding 500 products each to one base while a third
+# searches it: every product is there, each search sees whole rows. The
+# sample's products widened by 800 made up for the test, each a copy of the
+# sample's first product under a code and a label of its own.
+mkdir "$work/large"
+cp "$sources"/* "$work/large/"
+sed -n 2p "$sources/VDXPRO.tsv" | awk -F'\t' -v OFS='\t' \
+  '{ for (i = 1; i <= 800; i++) { $1 = 9100000 + i; $2 = sprintf("PRODUIT D ESSAI %04d CPR", i); print } }' \
+  >>"$work/large/VDXPRO.tsv"
+verifie "a base of the widened sources" muet "$vdx" build "$work/large" "$work/base-large"
+large() { "$vdx" medecin --base "$work/base-large" "$@" 2>/dev/null; }
+codes=$(tail -n +2 "$work/large/VDXPRO.tsv" | cut -f1 | grep -v '^3595583$' | head -n 1000)
 copie
-ajoute() { for code in "$@"; do medecin add-product "$work/c/MED" "$code" "commentaire de $code" >/dev/null; done; }
-ajoute $(head -n 120 <<<"$codes") &
+ajoute() { for code in "$@"; do large add-product "$work/c/MED" "$code" "commentaire de $code" >/dev/null; done; }
+ajoute $(head -n 500 <<<"$codes") &
 premier=$!
-ajoute $(tail -n 120 <<<"$codes") &
+ajoute $(tail -n 500 <<<"$codes") &
 second=$!
 lectures=0
 while kill -0 "$premier" 2>/dev/null || kill -0 "$second" 2>/dev/null; do
-  medecin list "$work/c/MED" | tail -n +2 | awk -F'\t' -v c="commentaire de" \
-    '$3 != "avant" && index($3, c) != 1 { print "torn row: " $0; exit 1 }' >&2 || echecs=$((echecs + 1))
+  large list "$work/c/MED" | tail -n +2 | awk -F'\t' -v c="commentaire de" \
+    '$3 != "avant" && (index($3, c) != 1 || $3 != c " " $1) { print "torn row: " $0; exit 1 }' >&2 || echecs=$((echecs + 1))
   lectures=$((lectures + 1))
 done
 wait
-verifie "searches while the base was written" test "$lectures" -gt 0
-n=$(medecin list "$work/c/MED" | tail -n +2 | wc -l)
-verifie "every product of both processes ($n)" test "$n" = 241
+verifie "searches while the base was written ($lectures)" test "$lectures" -gt 0
+n=$(large list "$work/c/MED" | tail -n +2 | wc -l)
+verifie "every product of both processes ($n)" test "$n" = 1001
 
 [ "$echecs" -eq 0 ] || { echo "$echecs check(s) failed" >&2; exit 1; }
 echo "doctor's base crashes: all checks passed"

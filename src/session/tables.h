@@ -110,7 +110,7 @@ private:
     const Table& table_;
     int numero_;
     size_t longueur_;
-    std::vector<char> tampon_;
+    std::string tampon_;  // short keys stay within the string itself
 };
 
 // The bytes of the record at a position, fixed or variable; a failure names

@@ -102,7 +102,7 @@ int Medecin(const ArgumentsCommande& args) {
     std::vector<std::string> appel{a.export_};
     if (!a.connecte) appel.push_back(dossier);
     if (autres[0] == "list") {
-        appel.insert(appel.end(), {donnes ? autres[2] : "", "2", "", "1000"});
+        appel.insert(appel.end(), {donnes ? autres[2] : "", "2", "", std::to_string(INT32_MAX)});
     } else if (autres[0] == "add-pathology") {
         appel.insert(appel.end(), {autres[2], donnes > 1 ? autres[3] : "", "0"});
     } else {
