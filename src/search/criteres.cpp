@@ -8,6 +8,7 @@
 #include "platform/notices.h"
 #include "products/fiches.h"
 #include "products/substances.h"
+#include "search/termes.h"
 #include "session/cadre.h"
 #include "session/codeproduit.h"
 #include "session/messages.h"
@@ -25,12 +26,6 @@ VDX_TABLE(TableFormesProduits, "VDXIDFOP")
 VDX_TABLE(TableLaboratoiresProduits, "VDXLABP")
 VDX_TABLE(TableVoiesProduits, "VDXIDPVO")
 VDX_TABLE(TableTermes, "VDXVAMM")
-VDX_TABLE(TableTermesProduits, "VDXVAMPC")
-VDX_TABLE(TableLiensTermes, "VDXVAMMC")
-VDX_TABLE(TableEquivalents, "VDXVAMME")
-VDX_TABLE(TableCISP, "VDXVCISP")
-VDX_TABLE(TableCIM10, "VDXVCIM")
-VDX_TABLE(TableCISPVersCIM10, "VDXVCICI")
 VDX_TABLE(TableSynonymes, "VDXWSYNC")
 VDX_TABLE(TableConcepts, "VDXWCCCO")
 VDX_TABLE(TableAlias, "VDXWALCR")
@@ -51,21 +46,6 @@ enum class Critere : int32_t {
     SansInteraction = 11,
     Voie = 12,
 };
-
-// The modes of the term walk: the TypeAMM digit of the terms it reads.
-enum ModeTermes : int32_t { ModeIndication = 1, ModeContreIndication = 2, ModePrecaution = 3, ModeEffet = 4 };
-// What a term code is given as.
-enum Qualifiant : int32_t { ParTerme = 1, ParCISP = 2, ParCIM10 = 3 };
-
-constexpr size_t LongueurTerme = VDXVAMM::CodeTerme.capacite();
-constexpr size_t LongueurCodeLie = VDXVAMMC::LongueurCodeLieCle;
-// A term's link of its own type, "01" for an indication.
-constexpr size_t LongueurTypeLien = VDXVAMMC::TypeLien.capacite();
-// The codes the walks never take: products of these first characters are
-// no presentations of the market.
-bool CodeEcarte(std::string_view cip) { return cip.starts_with('8') || cip.starts_with('1'); }
-// The file named when the lookup of an equivalent term fails.
-constexpr char FichierEquivalents[] = "VDXPRO.NDX";
 
 // The CodeCIP a key holds at `debut`, up to its first NUL.
 std::string_view CIPDeCle(std::string_view cle, size_t debut) {
@@ -107,114 +87,33 @@ int32_t ParPrefixe(EnsembleCIP& ensemble, const CritereRecherche& c, const Prefi
 
 // --- The terms: indications, contra-indications, precautions, effects ----
 
-class MarcheTermes {
-public:
-    MarcheTermes(const CritereRecherche& c, int32_t mode) : c_(c), mode_(mode) {}
-
-    Candidats Produits() {
-        TablesOuvertes tables{&TableTermes(), &TableTermesProduits(), &TableLiensTermes(), &TableEquivalents(),
-                              &TableCISP(), &TableCIM10(), &TableCISPVersCIM10()};
-        const std::vector<std::string> liste = Liste();
-        if (liste.empty()) {
-            ProduitsDuTerme(CleTexte(c_.Code, LongueurTerme), true);
-        } else {
-            const std::string suffixe = "0" + std::to_string(mode_);
-            Curseur liens(TableLiensTermes(), 1);
-            for (const std::string& entree : liste) {
-                const std::string_view debut = TexteDeCle(entree, 0);
-                const std::string sonde = CleTexte(debut, LongueurCodeLie, ' ') + suffixe;
-                for (auto p = liens.SuperieureOuEgale(sonde); p && liens.Cle().starts_with(debut); p = liens.Suivante())
-                    if (liens.Cle().substr(LongueurCodeLie, LongueurTypeLien) == suffixe)
-                        ProduitsDuTerme(std::string(liens.Cle().substr(LongueurCodeLie + LongueurTypeLien, LongueurTerme)),
-                                        false);
-            }
-        }
-        tables.Ferme();
-        TrieSansDoublons(candidats_);
-        return std::move(candidats_);
-    }
-
-private:
-    // The vocabulary codes the term is reached by, and the label an exact
-    // term must bear for a CISP or CIM10 code.
-    std::vector<std::string> Liste() {
-        std::vector<std::string> liste;
-        switch (c_.qualifiant) {
-            case ParTerme: {
-                std::string sonde = CleTexte(c_.Code, LongueurTerme);
-                if (mode_ == ModeIndication) sonde += "01";
-                Curseur liens(TableLiensTermes());
-                for (auto p = liens.SuperieureOuEgale(sonde); p && liens.Cle().starts_with(sonde); p = liens.Suivante()) {
-                    std::string_view lie = TexteDeCle(liens.Cle(), LongueurTerme + LongueurTypeLien);
-                    if (lie.ends_with(".9")) lie.remove_suffix(2);
-                    liste.push_back(CleTexte(lie, LongueurCodeLie));
-                }
-                break;
-            }
-            case ParCISP: {
-                libelle_ = LibelleDuCode(TableCISP());
-                Curseur cles(TableCISPVersCIM10());
-                for (auto p = cles.PremiereAvec(c_.Code); p; p = cles.SuivanteAvec(c_.Code))
-                    liste.push_back(CleTexte(TexteDeCle(cles.Cle(), LongueurCodeLie), LongueurCodeLie));
-                break;
-            }
-            case ParCIM10:
-                libelle_ = LibelleDuCode(TableCIM10());
-                liste.push_back(CleTexte(c_.Code, LongueurCodeLie));
-                break;
-            default:
-                break;
-        }
-        return liste;
-    }
-
-    std::optional<std::string> LibelleDuCode(const Table& table) const {
-        Curseur cles(table);
-        const auto p = cles.SuperieureOuEgale(c_.Code);
-        if (!p || TexteDeCle(cles.Cle(), 0) != c_.Code) return std::nullopt;
-        return std::string(Fiche(VueFicheA(table, *p)).Texte(ModeleVocabulaire::Libelle));
-    }
-
-    // The products of a term of this mode's type: with Operation 1 only
-    // those of an exact term. Without a list of codes, only a term code
-    // makes a term exact.
-    void ProduitsDuTerme(const std::string& terme, bool sansListe) {
-        if (c_.Operation == 1 && !Exact(TexteDeCle(terme, 0), sansListe)) return;
-        const std::string sonde = CleTexte(terme, LongueurTerme) + std::to_string(mode_);
-        Curseur produits(TableTermesProduits(), 1);
-        for (auto p = produits.PremiereAvec(sonde); p; p = produits.SuivanteAvec(sonde)) {
-            const std::string_view cip = CIPDeCle(produits.Cle(), sonde.size());
-            if (!CodeEcarte(cip)) candidats_.push_back(CodeDe(cip));
-        }
-    }
-
-    // The term itself, or one VDXVAMME gives as its equivalent; for a CISP
-    // or CIM10 code, a term of the code's label.
-    bool Exact(std::string_view code, bool sansListe) {
-        if (c_.qualifiant == ParTerme) {
-            if (code == c_.Code) return true;
-            try {
-                return Curseur(TableEquivalents()).Egale(CleTexte(c_.Code, LongueurTerme) + CleTexte(code, LongueurTerme))
-                    .has_value();
-            } catch (Echec& e) {
-                e.fichier = FichierEquivalents;
-                throw;
-            }
-        }
-        if (sansListe || !libelle_) return false;
-        const auto p = Curseur(TableTermes()).Egale(CleTexte(code, LongueurTerme) + std::to_string(mode_));
-        return p && Fiche(VueFicheA(TableTermes(), *p)).Texte(VDXVAMM::Libelle) == *libelle_;
-    }
-
-    const CritereRecherche& c_;
-    const int32_t mode_;
-    std::optional<std::string> libelle_;
-    Candidats candidats_;
-};
+// The products of the terms the code reaches, in this mode; with Operation
+// 1 only those of an exact term: the term itself or one VDXVAMME gives as
+// its equivalent; for a CISP or CIM10 code, a term of the code's label
+// (none when the code was taken as a term for want of a list).
+Candidats ProduitsDesTermes(const CritereRecherche& c, int32_t mode) {
+    TablesOuvertes tables{&TableTermes(), &TableTermesProduits(), &TableLiensTermes(), &TableEquivalents(),
+                          &TableCISP(), &TableCIM10(), &TableCISPVersCIM10()};
+    const MarcheTermes marche({c.Code, c.qualifiant, mode, true});
+    const auto exact = [&](std::string_view terme) {
+        if (c.qualifiant == ParTerme) return marche.TermeDuCode(terme);
+        if (marche.Directe() || !marche.LibelleDuCode()) return false;
+        const auto p = Curseur(TableTermes()).Egale(CleTexte(terme, LongueurTerme) + std::to_string(mode));
+        return p && Fiche(VueFicheA(TableTermes(), *p)).Texte(VDXVAMM::Libelle) == *marche.LibelleDuCode();
+    };
+    Candidats candidats;
+    marche.Parcourt([&](std::string_view terme) { return c.Operation != 1 || exact(terme); },
+                    [&](std::string_view, std::string_view cip) {
+                        if (!CodeEcarte(cip)) candidats.push_back(CodeDe(cip));
+                    });
+    tables.Ferme();
+    TrieSansDoublons(candidats);
+    return candidats;
+}
 
 int32_t ParTermes(EnsembleCIP& ensemble, const CritereRecherche& c, int32_t mode) {
     if (mode > ModeIndication) VerifieNonVide(ensemble);
-    const Candidats candidats = MarcheTermes(c, mode).Produits();
+    const Candidats candidats = ProduitsDesTermes(c, mode);
     return FusionEnsemble(ensemble, candidats, mode > ModeIndication);
 }
 
