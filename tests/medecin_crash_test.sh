@@ -58,7 +58,9 @@ sed -n 2p "$sources/VDXPRO.tsv" | awk -F'\t' -v OFS='\t' \
   >>"$work/large/VDXPRO.tsv"
 verifie "a base of the widened sources" muet "$vdx" build "$work/large" "$work/base-large"
 large() { "$vdx" medecin --base "$work/base-large" "$@" 2>/dev/null; }
-codes=$(tail -n +2 "$work/large/VDXPRO.tsv" | cut -f1 | grep -v '^3595583$' | head -n 1000)
+# Hospital products (Drapeaux 8) are not shown by the search: left out.
+codes=$(awk -F'\t' 'NR == 1 { for (i = 1; i <= NF; i++) if ($i == "Drapeaux") d = i; next }
+  $1 != 3595583 && int($d / 8) % 2 == 0 { print $1 }' "$work/large/VDXPRO.tsv" | head -n 1000)
 copie
 ajoute() { for code in "$@"; do large add-product "$work/c/MED" "$code" "commentaire de $code" >/dev/null; done; }
 ajoute $(head -n 500 <<<"$codes") &

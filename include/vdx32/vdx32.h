@@ -542,6 +542,29 @@ VDX_API int32_t VDX_CALL CopyRecherche_Vdx(int32_t* Source, int32_t* Destination
 /* Frees the set and sets *Handle to 0; no connection needed. 1; 0 for a
  * null pointer. */
 VDX_API int32_t VDX_CALL FreeRecherche_Vdx(int32_t* Handle);
+/* The products indicated for a code: Type 1 a term code (the CIM10 codes it
+ * is linked to as an indication, a final ".9" cut, then every term linked
+ * to those codes), 2 a CISP code (its CIM10 codes), 3 a CIM10 code; without
+ * such codes (and for another Type) the code is taken as a term. A row for
+ * each product of each term met, a product met twice giving two rows:
+ * Exact 1 when the term is the searched term code or one VDXVAMME gives as
+ * its equivalent (Type 1 only), the product's code and label, the term's
+ * wording (empty when the vocabulary lacks the term). A row whose wording
+ * is the label of an equivalent of a later row's term takes, as that later
+ * row does, the first row's wording, "," and the later row's. Products
+ * missing from VDXPRO, hospital products (unless ActiveHospitaliers_Vdx
+ * switched them on) and codes beginning with "8" or "1" are left out. Rows
+ * sorted by label as unsigned bytes; "Exact@CodeCIP@Libelle@Indication" in
+ * the flat modes. Code is read to 10 characters. The number of rows; -2;
+ * -10 no Code; -20 no array in mode 0; -500, naming "VDXPRO.NDX" for a
+ * failure of VDXVAMME and "VDXVCIM10.NDX" or "VDXVCIM10.DAT" for VDXVCIM. */
+typedef struct VdxIndicationProduit {
+    intptr_t Exact;
+    BSTR CodeCIP;
+    BSTR Libelle;
+    BSTR Indication;
+} VdxIndicationProduit;
+VDX_API int32_t VDX_CALL RechercheIndicationProduits_Vdx(const char* Code, int32_t Type, SAFEARRAY** Resultat);
 
 /* The texts of the marketing authorisation. The terms of a product of one
  * kind (Type 1 indications, 2 contra-indications, 3 precautions, 4 adverse

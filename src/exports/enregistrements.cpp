@@ -20,6 +20,7 @@
 #include "products/equivalents.h"
 #include "products/optimisation.h"
 #include "products/produits.h"
+#include "search/indications.h"
 #include "vdx32/vdx32.h"
 
 namespace vdx {
@@ -235,6 +236,7 @@ VDX_REMPLIT(LigneOptimisation, VdxOptimisation);
 VDX_REMPLIT(TermeProduit, VdxTermeProduit);
 VDX_REMPLIT(ChapitreAMM, VdxDeuxChaines);
 VDX_REMPLIT(LigneAMMEquivalent, VdxDeuxChaines);
+VDX_REMPLIT(LigneIndication, VdxIndicationProduit);
 #undef VDX_REMPLIT
 
 }  // namespace vdx

@@ -7,6 +7,9 @@
 #include "platform/hote.h"
 #include "products/fiches.h"
 #include "search/criteres.h"
+#include "search/indications.h"
+#include "search/termes.h"
+#include "session/resultat.h"
 #include "session/entrees.h"
 #include "session/tables.h"
 #include "store/fiche.h"
@@ -94,4 +97,13 @@ VDX_EXPORT(FreeRecherche_Vdx, Libre, {}, (Poignee, Handle)) {
     if (*Handle != 0) ensembles::Libere(*Handle);
     *Handle = 0;
     return Succes;
+}
+
+VDX_EXPORT(RechercheIndicationProduits_Vdx, Connecte, NomsDesChamps<LigneIndication>(), (Texte, Code), (Entier, Type),
+           (Tableau, Resultat)) {
+    const std::string_view code = exports::TexteBorne(Code, LongueurTerme);
+    if (code.empty()) throw Echec{Argument1};
+    vdx::Resultat resultat(Resultat, GabaritDe<LigneIndication>(), Argument2);
+    resultat.Prend(LignesSansCleSelon<LigneIndication>(RechercheIndicationProduits(session(), code, Type)));
+    return resultat.Livre();
 }

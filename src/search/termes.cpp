@@ -25,9 +25,6 @@ constexpr size_t LongueurCodeLie = VDXVAMMC::LongueurCodeLieCle;
 constexpr size_t LongueurTypeLien = VDXVAMMC::TypeLien.capacite();
 constexpr size_t LongueurCodeCISPCle = VDXVCICI::CodeCISP.capacite();
 
-// The file named when the lookup of an equivalent term fails.
-constexpr char FichierEquivalents[] = "VDXPRO.NDX";
-
 // The type of link of a mode: "01" to "04".
 std::string TypeLien(int32_t mode) { return "0" + std::to_string(mode); }
 

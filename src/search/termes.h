@@ -29,6 +29,9 @@ enum ModeTermes : int32_t { ModeIndication = 1, ModeContreIndication = 2, ModePr
 // What the searched code is.
 enum Qualifiant : int32_t { ParTerme = 1, ParCISP = 2, ParCIM10 = 3 };
 
+// The file named when the lookup of an equivalent term fails.
+inline constexpr char FichierEquivalents[] = "VDXPRO.NDX";
+
 inline constexpr size_t LongueurTerme = VDXVAMM::CodeTerme.capacite();
 
 // The codes the walks never take: products of these first characters are

@@ -1,0 +1,88 @@
+#include "search/indications.h"
+
+#include <algorithm>
+
+#include "products/equivalents.h"
+#include "products/fiches.h"
+#include "search/termes.h"
+#include "session/cadre.h"
+#include "session/codeproduit.h"
+#include "session/tables.h"
+#include "store/cles.h"
+#include "store/fiche.h"
+#include "store/layouts.h"
+
+namespace vdx {
+namespace {
+
+VDX_TABLE(TableTermes, "VDXVAMM")
+
+// The names a failure of VDXVCIM gives its files.
+constexpr char IndexCIM10[] = "VDXVCIM10.NDX";
+constexpr char DonneesCIM10[] = "VDXVCIM10.DAT";
+
+void NommeFichier(Echec& e) {
+    const Table& equivalents = TableEquivalents();
+    const Table& cim10 = TableCIM10();
+    if (e.fichier == equivalents.fichierIndex || e.fichier == equivalents.fichierDonnees)
+        e.fichier = FichierEquivalents;
+    else if (e.fichier == cim10.fichierIndex)
+        e.fichier = IndexCIM10;
+    else if (e.fichier == cim10.fichierDonnees)
+        e.fichier = DonneesCIM10;
+}
+
+// The wording of an indication term, empty when the vocabulary lacks it.
+std::string Libelle(std::string_view terme) {
+    Curseur termes(TableTermes());
+    const auto p = termes.Egale(CleTexte(terme, LongueurTerme) + std::to_string(ModeIndication));
+    return p ? std::string(Fiche(VueFicheA(TableTermes(), *p)).Texte(VDXVAMM::Libelle)) : std::string();
+}
+
+// A new row of `terme`: each row before it whose wording is the label of an
+// equivalent of the term takes, as the new row does, the first row's
+// wording, a comma and the new row's.
+void Ajoute(std::vector<LigneIndication>& lignes, LigneIndication nouvelle, std::string_view terme) {
+    const std::vector<LigneAMMEquivalent> equivalents = AMMEquivalents(terme);
+    for (LigneIndication& ligne : lignes)
+        for (const LigneAMMEquivalent& equivalent : equivalents)
+            if (equivalent.Libelle == ligne.Indication) {
+                std::string jointe = lignes.front().Indication + "," + nouvelle.Indication;
+                ligne.Indication = jointe;
+                nouvelle.Indication = std::move(jointe);
+            }
+    lignes.push_back(std::move(nouvelle));
+}
+
+}  // namespace
+
+std::vector<LigneIndication> RechercheIndicationProduits(const Contexte& contexte, std::string_view code, int32_t type) {
+    const DansContexte dans(contexte);
+    std::vector<LigneIndication> lignes;
+    try {
+        TablesOuvertes tables{&TableProduits(),      &TableLiensTermes(), &TableCISPVersCIM10(), &TableTermesProduits(),
+                              &TableTermes(),        &TableEquivalents(), &TableCISP(),          &TableCIM10()};
+        const MarcheTermes marche({code, type, ModeIndication, false});
+        marche.Parcourt([](std::string_view) { return true; }, [&](std::string_view terme, std::string_view cip) {
+            std::string indication = Libelle(terme);
+            const bool exact = type == ParTerme && marche.TermeDuCode(terme);
+            const std::optional<std::string_view> produit = VueDuCode(TableProduits(), cip);
+            if (!produit) return;
+            const Fiche f(*produit);
+            if (!contexte.HospitaliersActifs && (f.Entier(VDXPRO::Drapeaux) & VDXPRO::Hospitalier)) return;
+            if (CodeEcarte(cip)) return;
+            Ajoute(lignes, {exact ? 1 : 0, CIPSortant(cip), std::string(f.Texte(VDXPRO::Libelle)), std::move(indication)},
+                   terme);
+        });
+        tables.Ferme();
+    } catch (Echec& e) {
+        NommeFichier(e);
+        throw;
+    }
+    // Strings compare as unsigned bytes.
+    std::stable_sort(lignes.begin(), lignes.end(),
+                     [](const LigneIndication& a, const LigneIndication& b) { return a.Libelle < b.Libelle; });
+    return lignes;
+}
+
+}  // namespace vdx
