@@ -613,6 +613,77 @@ VDX_API int32_t VDX_CALL MonographieHtml_Vdx(const char* Code, const char* Fichi
 VDX_API int32_t VDX_CALL MonographieHtml2_Vdx(const char* Code, const char* Fichier, const char* FeuilleStyle);
 VDX_API int32_t VDX_CALL InfoHtml_Vdx(const char* Code, const char* Fichier, const char* FeuilleStyle);
 
+/* The side documents of a product. Every one: -2; -10 no code; -13 not 7
+ * characters (13 mapped under ActiveCIP13_Vdx(1)); -20 no array in mode 0
+ * or no file name; -500. A product whose own monograph is a linked
+ * document (a link of kind 3) has that document for MonographieHtml_Vdx.
+ *
+ * NoticeHtml_Vdx: the patient notice (HTML, as stored; "Information
+ * provisoirement indisponible." when empty) into Fichier, and its pictures
+ * beside it, each under its own name in the directory of Fichier (the
+ * working directory for a name alone). 1; 0 for a product without notice,
+ * no file written; -13 a picture whose name is no plain file name, nothing
+ * written. A picture that can't be written leaves its path in the error
+ * file name and the result 1.
+ * ProduitNotice_Vdx: Type 1 (-30 otherwise), the notice's text, its RTF and
+ * the product's label as title; "Information provisoirement indisponible"
+ * as the text when there is none. 1. */
+typedef struct VdxTexteNotice {
+    BSTR Texte;
+    BSTR Rtf;
+    BSTR Titre;
+} VdxTexteNotice;
+VDX_API int32_t VDX_CALL NoticeHtml_Vdx(const char* Code, const char* Fichier);
+VDX_API int32_t VDX_CALL ProduitNotice_Vdx(const char* Code, VdxTexteNotice* Textes, int32_t Type);
+/* Links to documents: the number, title, document name and kind (1 a
+ * document, 2 a transparency sheet, 3 the product's own monograph) of each
+ * link of the product in the order of their numbers, one row a document;
+ * "NumeroLien@Libelle@NomDocument@TypeLien" rows in the flat modes. The
+ * transparency sheets have besides the label of the long-term illness the
+ * product is listed under. ExisteLien_Vdx and ExisteFicheTransparence_Vdx:
+ * 1 or 0. GenererLien_Vdx: the document of that name written into Fichier
+ * ("w+b"; a file that won't open is no failure), 1; -10 no name; -90 an
+ * unknown name. */
+typedef struct VdxLien {
+    BSTR NumeroLien;
+    BSTR Libelle;
+    BSTR NomDocument;
+    intptr_t TypeLien;
+} VdxLien;
+typedef struct VdxFicheTransparence {
+    BSTR NumeroLien;
+    BSTR Libelle;
+    BSTR NomDocument;
+    intptr_t TypeLien;
+    BSTR LibelleALD;
+} VdxFicheTransparence;
+VDX_API int32_t VDX_CALL ExisteLien_Vdx(const char* Code);
+VDX_API int32_t VDX_CALL ListeLien_Vdx(const char* Code, SAFEARRAY** Resultat);
+VDX_API int32_t VDX_CALL ExisteFicheTransparence_Vdx(const char* Code);
+VDX_API int32_t VDX_CALL FicheTransparence_Vdx(const char* Code, SAFEARRAY** Resultat);
+VDX_API int32_t VDX_CALL GenererLien_Vdx(const char* Nom, const char* Fichier);
+/* The texts of a pharmacy product, a record per non-empty text under its
+ * title (accessories, category 60: five titles; veterinary products,
+ * category 40: nine; the others "Descriptif" and "Situation"). The number
+ * of records; 0 for a code beginning with "2", "3" or "5". */
+typedef struct VdxTextePharm {
+    BSTR Titre;
+    BSTR Texte;
+} VdxTextePharm;
+VDX_API int32_t VDX_CALL ProduitTextePharm_Vdx(const char* Code, SAFEARRAY** Resultat);
+/* The important changes of a product in date order: date JJ/MM/AAAA and
+ * text. The number of changes. HistoriqueHtml_Vdx writes them as the page
+ * "Historique" (also without any) into Fichier, FeuilleStyle linked when
+ * not empty. InteroperabiliteHtml_Vdx: the identity sheet as a page, with
+ * the rows it can fill; 1; -90 a product VDXPRO lacks, no file written. */
+typedef struct VdxHistorique {
+    BSTR Date;
+    BSTR Texte;
+} VdxHistorique;
+VDX_API int32_t VDX_CALL Historique_Vdx(const char* Code, SAFEARRAY** Resultat);
+VDX_API int32_t VDX_CALL HistoriqueHtml_Vdx(const char* Code, const char* Fichier, const char* FeuilleStyle);
+VDX_API int32_t VDX_CALL InteroperabiliteHtml_Vdx(const char* Code, const char* Fichier, const char* FeuilleStyle);
+
 /* Simple lookups: one fact of a product. -10, -13; -90 the product is not
  * in the table that holds the fact; -500.
  * Into a host string, 1: the UCD code, the EAN code (GenCode), the CIS code

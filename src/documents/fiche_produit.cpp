@@ -249,16 +249,21 @@ std::vector<std::string> ExcipientsNotoires(const std::vector<std::string>& prod
     return libelles;
 }
 
+std::vector<RangeeIdentite> IdentiteInteroperable(const std::string& cip) {
+    const std::string ucd = SiConnu([&] { return TexteConsulte(consultations::UCD, cip); }).value_or("");
+    const std::string cis = SiConnu([&] { return TexteConsulte(consultations::CIS, cip); }).value_or("");
+    return {{"Libell&eacute; sp&eacute;cialit&eacute;*", cis.empty() ? "" : LibelleCIS(cis).value_or("")},
+            {"Code Identifiant Sp&eacute;cialit&eacute;*", cis},
+            {"Libell&eacute; pr&eacute;sentation*", LibelleProduitInterne(cip).value_or("")},
+            {"Code CIP* ", CodeCIP13(cip).value_or(cip)},
+            {"Code UCD", ucd}};
+}
+
 std::string FicheInteroperable(const std::string& cip) {
-    const auto ucd = SiConnu([&] { return TexteConsulte(consultations::UCD, cip); });
-    const auto cis = SiConnu([&] { return TexteConsulte(consultations::CIS, cip); });
-    if (!ucd || ucd->empty() || !cis || cis->empty()) return {};
+    const std::vector<RangeeIdentite> identite = IdentiteInteroperable(cip);
+    if (identite[RangUCD].valeur.empty() || identite[RangCIS].valeur.empty()) return {};
     std::string rangees;
-    rangees += Rangee("Libell&eacute; sp&eacute;cialit&eacute;*", LibelleCIS(*cis).value_or(""));
-    rangees += Rangee("Code Identifiant Sp&eacute;cialit&eacute;*", *cis);
-    rangees += Rangee("Libell&eacute; pr&eacute;sentation*", LibelleProduitInterne(cip).value_or(""));
-    rangees += Rangee("Code CIP* ", CodeCIP13(cip).value_or(cip));
-    rangees += Rangee("Code UCD", *ucd);
+    for (const RangeeIdentite& r : identite) rangees += Rangee(r.nom, r.valeur);
     return Tableau(rangees);
 }
 

@@ -37,9 +37,18 @@ std::vector<std::string> ExcipientsNotoires(const std::vector<std::string>& prod
 enum class Classement { Therapeutique, ATC };
 std::string ChapitreClasses(const std::string& cip, Classement classement);
 
-// The identity sheet: "Libellé spécialité*", "Code Identifiant
-// Spécialité*", "Libellé présentation*", "Code CIP* ", "Code UCD"; empty
-// unless the product has both a UCD code and a speciality.
+// The rows of the identity sheet: "Libellé spécialité*", "Code
+// Identifiant Spécialité*", "Libellé présentation*", "Code CIP* ", "Code
+// UCD" (names as entities), with the product's values, empty where it has
+// none.
+struct RangeeIdentite {
+    const char* nom;
+    std::string valeur;
+};
+inline constexpr size_t RangCIS = 1, RangUCD = 4;
+std::vector<RangeeIdentite> IdentiteInteroperable(const std::string& cip);
+// The sheet as a chapter of the monograph: empty unless the product has
+// both a UCD code and a speciality.
 std::string FicheInteroperable(const std::string& cip);
 
 // The rows of "Données technico-réglementaires", in their order.

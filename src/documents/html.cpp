@@ -56,4 +56,12 @@ std::string AttributHtml(std::string_view texte) {
     return attribut;
 }
 
+std::string TetePage(std::string_view titre, std::string_view feuilleStyle) {
+    std::string t = "<HTML>\r\n<HEAD>\r\n";
+    if (!titre.empty()) t += "<TITLE>" + std::string(titre) + "</TITLE>\r\n";
+    if (!feuilleStyle.empty())
+        t += "<link rel=\"stylesheet\" type=\"text/css\" href=\"" + AttributHtml(feuilleStyle) + "\">\r\n";
+    return t;
+}
+
 }  // namespace vdx

@@ -28,4 +28,8 @@ std::string Bout(const Parties&... parties) {
 // A text inside a double-quoted attribute: '"' as "&quot;", '&' as "&amp;".
 std::string AttributHtml(std::string_view texte);
 
+// The head of a page up to the end of its links: "<HTML>", "<HEAD>", the
+// title when there is one, the link to the stylesheet when there is a path.
+std::string TetePage(std::string_view titre, std::string_view feuilleStyle);
+
 }  // namespace vdx

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "checks/avis.h"
+#include "documents/annexes.h"
 #include "documents/chapitre.h"
 #include "documents/fiche_produit.h"
 #include "documents/html.h"
@@ -28,9 +29,6 @@ namespace {
 VDX_TABLE(TableProduitsDCI, "VDXYDCIP")
 VDX_TABLE(TableTextes, "VDXVAMPT")
 VDX_TABLE(TableTextesPlus, "VDXVAMST")
-VDX_TABLE(TableLiensProduits, "VDXYLCIP")
-VDX_TABLE(TableLiens, "VDXYLIEN")
-VDX_TABLE(TableDocuments, "VDXYLBIN")
 
 // A chapter without a date of its own.
 constexpr int32_t SansDate = -1;
@@ -247,32 +245,6 @@ void AjouteLigneDC(Assemblage& a, const std::string& code) {
                      "Excipients \xE0 effet notoire", ListeHtml(ExcipientsNotoires(produits)), SansDate, false);
 }
 
-// The bytes of the product's own monograph, when one of its links is of
-// that kind and its document is there.
-std::optional<std::string> DocumentPropre(const std::string& cip) {
-    TablesOuvertes tables{&TableLiensProduits(), &TableLiens(), &TableDocuments()};
-    std::optional<std::string> document;
-    Curseur cles(TableLiensProduits());
-    for (auto p = cles.PremiereAvec(cip); p && !document; p = cles.SuivanteAvec(cip)) {
-        const auto lien = Curseur(TableLiens()).Egale(TexteDeCle(cles.Cle(), LongueurCIP));
-        if (!lien) continue;
-        const Fiche f(VueFicheA(TableLiens(), *lien));
-        if (f.Entier(VDXYLIEN::TypeLien) != VDXYLIEN::LienMonographie) continue;
-        if (const auto d = Curseur(TableDocuments()).Egale(f.Texte(VDXYLIEN::NomDocument)))
-            document = FicheA(TableDocuments(), *d);
-    }
-    tables.Ferme();
-    return document;
-}
-
-std::string Tete(std::string_view nom, std::string_view feuilleStyle) {
-    std::string t = "<HTML>\r\n<HEAD>\r\n";
-    if (!nom.empty()) t += "<TITLE>" + std::string(nom) + "</TITLE>\r\n";
-    if (!feuilleStyle.empty())
-        t += "<link rel=\"stylesheet\" type=\"text/css\" href=\"" + AttributHtml(feuilleStyle) + "\">\r\n";
-    return t;
-}
-
 std::string Nom(const std::string& cip, bool ligneDC) {
     if (ligneDC) return SiConnu([&] { return LibelleMedDC2(cip); }).value_or("");
     return LibelleProduitInterne(cip).value_or("");
@@ -284,13 +256,13 @@ std::string PageMonographie(const Contexte& contexte, const std::string& cip, Fo
                             std::string_view feuilleStyle) {
     const DansContexte dans(contexte);
     if (forme == FormeMonographie::Complete)
-        if (const std::optional<std::string> document = DocumentPropre(cip))
+        if (const std::optional<std::string> document = MonographiePropre(cip))
             return "<link rel=\"stylesheet\" type=\"text/css\" href=\"monographie.css\">\r\n<STYLE>.Texte{font-family: "
                    "Arial, Helvetica, sans-serif; font-size: 12px}</STYLE>\r\n" +
                    *document;
     const bool ligneDC = EstMedDC(cip);
     const std::string nom = Nom(cip, ligneDC);
-    std::string page = Tete(nom, feuilleStyle);
+    std::string page = TetePage(nom, feuilleStyle);
     page += "<style type=\"text/css\">\r\n.Bordure {\r\n\tborder-top: 1px Aucune #0152A3;\r\n\tborder-right: 1px solid "
             "#0152A3;\r\n\tborder-bottom: 1px Aucune #0152A3;\r\n\tborder-left: 1px Aucune #0152A3;\r\n}\r\n</style>\r\n"
             "</HEAD>\r\n<BODY>\r\n<div align=\"center\">\r\n<a name=\"sommaire\"></a><p><font face=\"Arial\" "
@@ -333,16 +305,19 @@ std::string PageInfo(const Contexte& contexte, const std::string& cip, std::stri
         titres += Bout("<td class=\"Texte\"><font face=\"Arial\"><b>", titre, "</b></font></td>");
         valeurs += Bout("<td class=\"Texte\"><font face=\"Arial\">", oui ? "OUI" : "NON", "</font></td>");
     }
-    std::string page = Tete(nom, feuilleStyle) + "</HEAD>\r\n<BODY>\r\n";
+    std::string page = TetePage(nom, feuilleStyle) + "</HEAD>\r\n<BODY>\r\n";
     page += "<table border=\"1\" cellspacing=\"0\" cellpadding=\"3\">\r\n<tr>" + titres + "</tr>\r\n<tr>" + valeurs +
             "</tr>\r\n</table>\r\n</BODY></HTML>";
     return EncodeHtml(page, false);
 }
 
-void EcritPage(const char* fichier, std::string_view page) {
-    std::unique_ptr<FILE, int (*)(FILE*)> f(std::fopen(fichier, "w+b"), &std::fclose);
-    if (!f) return;
-    std::fwrite(page.data(), 1, page.size(), f.get());
+void EcritPage(const char* fichier, std::string_view page) { EcritFichier(fichier, page); }
+
+bool EcritFichier(const char* fichier, std::string_view octets) {
+    FILE* f = std::fopen(fichier, "w+b");
+    if (!f) return false;
+    const bool ecrit = std::fwrite(octets.data(), 1, octets.size(), f) == octets.size();
+    return std::fclose(f) == 0 && ecrit;
 }
 
 }  // namespace vdx

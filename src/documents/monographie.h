@@ -35,5 +35,8 @@ std::string PageInfo(const Contexte& contexte, const std::string& cip, std::stri
 // Writes a page in one block into `fichier`, opened with "w+b"; a file that
 // can't be opened gets nothing, and that is no failure.
 void EcritPage(const char* fichier, std::string_view page);
+// The bytes into a file opened with "w+b": whether they were all written and
+// the file closed without failure.
+bool EcritFichier(const char* fichier, std::string_view octets);
 
 }  // namespace vdx

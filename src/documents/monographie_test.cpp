@@ -60,10 +60,10 @@ public:
         for (const char* cip : {"3000001", "3000003"})
             b.Ajoute("VDXYDCIP", {{"CodeDCI", "9000001"}, {"CodeCIP", cip}});
         // 3000007 has a link of another kind, then its own monograph.
-        b.Ajoute("VDXYLIEN", {{"NumeroLien", "00001"}, {"TypeLien", 2}, {"NomDocument", "fiche.pdf"}});
-        b.Ajoute("VDXYLIEN", {{"NumeroLien", "00002"}, {"TypeLien", 1}, {"NomDocument", "skenan.htm"}});
-        for (const char* numero : {"00001", "00002"})
-            b.Ajoute("VDXYLCIP", {{"CodeCIP", "3000007"}, {"NumeroLien", numero}});
+        b.Ajoute("VDXYLIEN", {{"NumeroLien", "00001"}, {"NomDocument", "fiche.pdf"}});
+        b.Ajoute("VDXYLIEN", {{"NumeroLien", "00002"}, {"NomDocument", "skenan.htm"}});
+        b.Ajoute("VDXYLCIP", {{"CodeCIP", "3000007"}, {"NumeroLien", "00001"}, {"TypeLien", VDXYLCIP::LienTransparence}});
+        b.Ajoute("VDXYLCIP", {{"CodeCIP", "3000007"}, {"NumeroLien", "00002"}, {"TypeLien", VDXYLCIP::LienMonographie}});
         b.Ajoute("VDXYLBIN", {{"NomDocument", "fiche.pdf"}, {"Document", "25504446"}});
         b.Ajoute("VDXYLBIN", {{"NomDocument", "skenan.htm"}, {"Document", "3c703e536be96e616e3c2f703e"}});
     }

@@ -1,5 +1,6 @@
 // The C exports of the documents: RTF to text, the stored texts of the
 // marketing authorisation, the monograph and the page of the flags.
+#include "documents/annexes.h"
 #include "documents/monographie.h"
 #include "documents/rtf.h"
 #include "documents/textes_amm.h"
@@ -8,6 +9,7 @@
 #include "products/produits.h"
 #include "session/codeproduit.h"
 #include "session/connexion.h"
+#include "session/resultat.h"
 #include "session/messages.h"
 #include "session/texte.h"
 
@@ -118,5 +120,95 @@ VDX_EXPORT(Rtf_To_Texte, Libre, {}, (Texte, Texte), (ChaineSortie, Sortie)) {
         return TamponRtfIndisponible;
     }
     RangeEnOctets(Sortie, resultat);
+    return Succes;
+}
+
+// The side documents.
+
+VDX_EXPORT(NoticeHtml_Vdx, Connecte, {}, (Texte, Code), (Texte, Fichier)) {
+    const std::string cip = CodeCIPRequis(Code);
+    const std::string_view fichier = exports::TexteDe(Fichier);
+    if (fichier.empty()) throw Echec{Argument2};
+    const std::optional<std::string> notice = NoticeHtml(cip);
+    if (!notice) return Rien;
+    const std::vector<ImageNotice> images = ImagesNotice(cip);
+    for (const ImageNotice& image : images)
+        if (!NomDeFichierSimple(image.nom)) throw Echec{CodeMalForme};
+    EcritPage(Fichier, *notice);
+    // The pictures beside the notice; one that can't be written is named in
+    // FichierErreur, and the notice stands.
+    for (const ImageNotice& image : images) {
+        const std::string chemin = std::string(DossierDe(fichier)) + image.nom;
+        if (!EcritFichier(chemin.c_str(), image.octets)) session().FichierErreur = chemin;
+    }
+    return Succes;
+}
+
+VDX_EXPORT(ProduitNotice_Vdx, Connecte, NomsDesChamps<TexteNotice>(), (Texte, Code), (Fiche, Textes), (Entier, Type)) {
+    const std::string cip = CodeCIPRequis(Code);
+    if (Type != TypeNotice) throw Echec{Argument3};
+    if (session().ModeSortie == ModeTableau) VideFiche(Requis(Textes, Argument2), GabaritDe<TexteNotice>());
+    LivreFiche(Textes, GabaritDe<TexteNotice>(), ValeursDe(ProduitNotice(cip)));
+    return Succes;
+}
+
+VDX_EXPORT(ExisteLien_Vdx, Connecte, {}, (Texte, Code)) { return ExisteLien(CodeCIPRequis(Code)) ? Succes : Rien; }
+
+VDX_EXPORT(ListeLien_Vdx, Connecte, NomsDesChamps<LigneLien>(), (Texte, Code), (Tableau, Resultat)) {
+    const std::string cip = CodeCIPRequis(Code);
+    vdx::Resultat resultat(Resultat, GabaritDe<LigneLien>(), Argument2);
+    resultat.Prend(LignesSansCleSelon<LigneLien>(ListeLiens(cip)));
+    return resultat.Livre();
+}
+
+VDX_EXPORT(ExisteFicheTransparence_Vdx, Connecte, {}, (Texte, Code)) {
+    return ExisteTransparence(CodeCIPRequis(Code)) ? Succes : Rien;
+}
+
+VDX_EXPORT(FicheTransparence_Vdx, Connecte, NomsDesChamps<LigneTransparence>(), (Texte, Code), (Tableau, Resultat)) {
+    const std::string cip = CodeCIPRequis(Code);
+    vdx::Resultat resultat(Resultat, GabaritDe<LigneTransparence>(), Argument2);
+    resultat.Prend(LignesSansCleSelon<LigneTransparence>(Transparences(cip)));
+    return resultat.Livre();
+}
+
+// The file is written whatever its path; one that won't open is no failure.
+VDX_EXPORT(GenererLien_Vdx, Connecte, {}, (Texte, Nom), (Texte, Fichier)) {
+    const std::string_view nom = exports::TexteDe(Nom);
+    if (nom.empty()) throw Echec{Argument1};
+    if (exports::TexteDe(Fichier).empty()) throw Echec{Argument2};
+    const std::optional<std::string> document = DocumentLie(nom);
+    if (!document) throw Echec{CodeInconnu};
+    EcritFichier(Fichier, *document);
+    return Succes;
+}
+
+VDX_EXPORT(ProduitTextePharm_Vdx, Connecte, NomsDesChamps<TextePharmacie>(), (Texte, Code), (Tableau, Resultat)) {
+    const std::string cip = CodeCIPRequis(Code);
+    vdx::Resultat resultat(Resultat, GabaritDe<TextePharmacie>(), Argument2);
+    resultat.Prend(LignesSansCleSelon<TextePharmacie>(TextesPharmacie(cip)));
+    return resultat.Livre();
+}
+
+VDX_EXPORT(Historique_Vdx, Connecte, NomsDesChamps<LigneHistorique>(), (Texte, Code), (Tableau, Resultat)) {
+    const std::string cip = CodeCIPRequis(Code);
+    vdx::Resultat resultat(Resultat, GabaritDe<LigneHistorique>(), Argument2);
+    resultat.Prend(LignesSansCleSelon<LigneHistorique>(Historique(cip)));
+    return resultat.Livre();
+}
+
+// The page is written also for a product without changes.
+VDX_EXPORT(HistoriqueHtml_Vdx, Connecte, {}, (Texte, Code), (Texte, Fichier), (Texte, FeuilleStyle)) {
+    const std::string cip = CodeCIPRequis(Code);
+    if (exports::TexteDe(Fichier).empty()) throw Echec{Argument2};
+    const std::vector<LigneHistorique> changements = Historique(cip);
+    EcritPage(Fichier, PageHistorique(cip, changements, exports::TexteDe(FeuilleStyle)));
+    return static_cast<int32_t>(changements.size());
+}
+
+VDX_EXPORT(InteroperabiliteHtml_Vdx, Connecte, {}, (Texte, Code), (Texte, Fichier), (Texte, FeuilleStyle)) {
+    const std::string cip = CodeCIPRequis(Code);
+    if (exports::TexteDe(Fichier).empty()) throw Echec{Argument2};
+    EcritPage(Fichier, PageInteroperabilite(cip, exports::TexteDe(FeuilleStyle)));
     return Succes;
 }

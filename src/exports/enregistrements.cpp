@@ -11,6 +11,7 @@
 #include "checks/grossesse.h"
 #include "checks/interactions.h"
 #include "checks/surdosage.h"
+#include "documents/annexes.h"
 #include "posology/catalogue.h"
 #include "posology/controle.h"
 #include "posology/phrase.h"
@@ -237,6 +238,11 @@ VDX_REMPLIT(TermeProduit, VdxTermeProduit);
 VDX_REMPLIT(ChapitreAMM, VdxDeuxChaines);
 VDX_REMPLIT(LigneAMMEquivalent, VdxDeuxChaines);
 VDX_REMPLIT(LigneIndication, VdxIndicationProduit);
+VDX_REMPLIT(TexteNotice, VdxTexteNotice);
+VDX_REMPLIT(LigneLien, VdxLien);
+VDX_REMPLIT(LigneTransparence, VdxFicheTransparence);
+VDX_REMPLIT(TextePharmacie, VdxTextePharm);
+VDX_REMPLIT(LigneHistorique, VdxHistorique);
 #undef VDX_REMPLIT
 
 }  // namespace vdx

@@ -14,10 +14,7 @@ std::vector<Disposition> FamilleDocuments() {
         using namespace VDXZAPPC;
         d.push_back(Fixe("VDXZAPPC", Longueur, {CodeCIP, NumeroTexte}, {Sur({P(CodeCIP), P(NumeroTexte)})}));
     }
-    d.push_back(Chapitres("VDXZAPTX",
-                          {"Section1", "Section2", "Section3", "Section4", "Section5", "Section6", "Section7",
-                           "Section8", "Section9"},
-                          VDXZAPTX::NumeroTexte));
+    d.push_back(Chapitres("VDXZAPTX", SectionsEnPaires(VDXZAPTX::Textes), VDXZAPTX::NumeroTexte));
     {
         Disposition image = TexteFinal("VDXZNOTG", 0, 0, {}, {VDXZNOTG::CodeCIP, VDXZNOTG::NomImage}, "Image");
         image.corps = Corps::OctetsFinal;

@@ -28,12 +28,14 @@ VDX_TEXTE(CodeCIP, 0, 8);
 VDX_TEXTE(NumeroTexte, 8, 6);
 }  // namespace VDXZAPPC
 
-// A text of a pharmacy product: nine sections behind the header of lengths,
-// as many as the titles of its longest kind. Key (outside the record):
-// NumeroTexte.
+// A text of a pharmacy product: nine texts behind the header of lengths, as
+// many as the titles of its longest kind, each in a pair of fields (the
+// plain text, then its RTF), as the chapters of the texts of the marketing
+// authorisation. Key (outside the record): NumeroTexte.
 namespace VDXZAPTX {
 inline constexpr uint32_t Longueur = 128;
 VDX_TEXTE_PLEIN(NumeroTexte, 0, 5);
+inline constexpr int Textes = 9;
 }  // namespace VDXZAPTX
 
 // Pictures of a notice: the bytes of the picture.

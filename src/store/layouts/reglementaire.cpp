@@ -24,11 +24,11 @@ std::vector<Disposition> FamilleReglementaire() {
     }
     {
         using namespace VDXYLIEN;
-        d.push_back(Fixe("VDXYLIEN", Longueur, {NumeroLien, TypeLien, Libelle, NomDocument}, {Sur({P(NumeroLien)})}));
+        d.push_back(Fixe("VDXYLIEN", Longueur, {NumeroLien, Libelle, NomDocument, DateLien}, {Sur({P(NumeroLien)})}));
     }
     {
         using namespace VDXYLCIP;
-        d.push_back(Fixe("VDXYLCIP", Longueur, {CodeCIP, NumeroLien}, {Sur({P(CodeCIP), P(NumeroLien)})}));
+        d.push_back(Fixe("VDXYLCIP", Longueur, {CodeCIP, NumeroLien, TypeLien}, {Sur({P(CodeCIP), P(NumeroLien)})}));
     }
     {
         Disposition document = TexteFinal("VDXYLBIN", 0, 0, {}, {VDXYLBIN::NomDocument}, "Document");

@@ -42,25 +42,28 @@ VDX_TEXTE(Libelle, 3, 125);
 
 namespace VDXYALDC = ModeleLien;
 
-// Links to documents. TypeLien tells the kinds of link apart (the
-// transparency sheets among them); NomDocument is the key of VDXYLBIN.
-// Key: NumeroLien (five digits).
+// Links to documents: the title of the link, the name of its document in
+// VDXYLBIN, its date (JJ/MM/AAAA). Key: NumeroLien (five digits).
 namespace VDXYLIEN {
-inline constexpr uint32_t Longueur = 196;
+inline constexpr uint32_t Longueur = 204;
 VDX_TEXTE(NumeroLien, 0, 6);
-VDX_ENTIER(TypeLien, 8);
-VDX_TEXTE(Libelle, 12, 120);
-VDX_TEXTE(NomDocument, 132, 64);
-
-// The kind of a product's own monograph, which replaces the assembled one.
-inline constexpr int32_t LienMonographie = 1;
+VDX_TEXTE(Libelle, 8, 120);
+VDX_TEXTE(NomDocument, 128, 64);
+VDX_TEXTE(DateLien, 192, 11);
 }  // namespace VDXYLIEN
 
-// Links of a product. Key (12): CodeCIP + NumeroLien.
+// Links of a product, with the kind of each. Key (12): CodeCIP + NumeroLien.
 namespace VDXYLCIP {
-inline constexpr uint32_t Longueur = 14;
+inline constexpr uint32_t Longueur = 20;
 VDX_TEXTE(CodeCIP, 0, 8);
 VDX_TEXTE(NumeroLien, 8, 6);
+VDX_ENTIER(TypeLien, 16);
+
+// The kinds of link: a document, a transparency sheet, the product's own
+// monograph (which replaces the assembled one).
+inline constexpr int32_t LienDocument = 1;
+inline constexpr int32_t LienTransparence = 2;
+inline constexpr int32_t LienMonographie = 3;
 }  // namespace VDXYLCIP
 
 // The bytes of a document. Key (outside the record): NomDocument.
