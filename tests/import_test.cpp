@@ -537,6 +537,61 @@ TEST(ImportPosologie, TheVocabulariesAreFiledAndTheRoutesNumberedByName) {
     EXPECT_TRUE(e.Table("VDXPPTER").empty());
 }
 
+// --- Side documents ---------------------------------------------------------------------
+
+// Bytes of a source column in hexadecimal.
+std::string DepuisHexa(const std::string& hexa) {
+    std::string octets;
+    for (size_t i = 0; i + 1 < hexa.size(); i += 2) octets += static_cast<char>(std::stoi(hexa.substr(i, 2), nullptr, 16));
+    return octets;
+}
+
+TEST(ImportDocuments, OneTransparencySheetASpecialityItsOpinionsNewestFirstLinkedToEachPresentation) {
+    Extrait e;
+    e.Importe();
+    ASSERT_EQ(e.Table("VDXYLBIN").size(), 1u);  // DOLIPRANE alone has opinions
+    const Ligne lien = e.Fiche("VDXYLIEN", "NumeroLien", "00001");
+    EXPECT_EQ(lien.at("NomDocument"), "transparence-60000001.htm");
+    EXPECT_EQ(lien.at("DateLien"), "20/06/2016");
+    const auto liens = e.Table("VDXYLCIP");
+    ASSERT_EQ(liens.size(), 2u);
+    for (const Ligne& l : liens) {
+        EXPECT_EQ(l.at("NumeroLien"), "00001");
+        EXPECT_EQ(l.at("TypeLien"), "2");
+    }
+    const std::string document = DepuisHexa(e.Fiche("VDXYLBIN", "NomDocument", "transparence-60000001.htm").at("Document"));
+    EXPECT_NE(document.find("DOLIPRANE 1000 mg, comprim\xE9"), std::string::npos);
+    const size_t recent = document.find("20/06/2016"), milieu = document.find("01/03/2013"), ancien = document.find("15/01/2010"),
+                 asmr = document.find("(ASMR)");
+    EXPECT_LT(recent, milieu);
+    EXPECT_LT(milieu, ancien);
+    EXPECT_LT(ancien, asmr);
+    EXPECT_NE(document.find("SMR &lt;important&gt;."), std::string::npos);
+}
+
+TEST(ImportDocuments, TheHistoryOfEachPresentationByDayWithTheAlertOfTheExtractsMonth) {
+    Extrait e;
+    std::string specialites = Specialites;
+    specialites.replace(specialites.find("01/01/2003\t\t"), 12, "01/01/2003\tAlerte\t");
+    e.Pose("bdpm/CIS_bdpm.txt", specialites);
+    OptionsImport options = e.Options({}, "sources", 0);
+    fs::copy(options.bdpm, e.chemin() / "bdpm-2017-03");
+    options.bdpm = e.chemin() / "bdpm-2017-03";
+    import::Importe(options);
+    const auto dolipranes = Selon(e.Table("VDXPHIMP"), "CodeCIP", "1111111");
+    ASSERT_EQ(dolipranes.size(), 2u);
+    EXPECT_EQ(dolipranes[0].at("DateModification"), "20000101");
+    EXPECT_EQ(dolipranes[0].at("Texte"), "Autorisation de mise sur le march\xC3\xA9");
+    EXPECT_EQ(dolipranes[1].at("DateModification"), "20110316");
+    EXPECT_EQ(dolipranes[1].at("Texte"), "D\xC3\xA9" "claration de commercialisation");
+    EXPECT_EQ(e.Fiche("VDXPHIMP", "DateModification", "20151029").at("Texte"),
+              "D\xC3\xA9" "claration d'arr\xC3\xAAt de commercialisation");
+    const auto warfarine = Selon(e.Table("VDXPHIMP"), "CodeCIP", "4444444");
+    ASSERT_EQ(warfarine.size(), 3u);
+    EXPECT_EQ(warfarine[2].at("DateModification"), "20170301");
+    EXPECT_EQ(warfarine[2].at("Texte"), "Alerte");
+}
+
 // --- Interactions -----------------------------------------------------------------------
 
 TEST(ImportInteractions, CouplesInBothOrdersWithTheirSeverityKindAndTexts) {
@@ -625,7 +680,8 @@ TEST(Import, LinesInAnotherOrderGiveTheSameBytes) {
                                         "60000004\tcomprimé\t2202\tPARACETAMOL\t1 g\tun comprimé\tSA\t2\t\n");
     e.Importe({}, "un");
     for (const char* fichier : {"bdpm/CIS_bdpm.txt", "bdpm/CIS_CIP_bdpm.txt", "bdpm/CIS_COMPO_bdpm.txt",
-                                "bdpm/CIS_GENER_bdpm.txt", "bdpm/CIS_CPD_bdpm.txt", "interactions-2016-08/substances.txt",
+                                "bdpm/CIS_GENER_bdpm.txt", "bdpm/CIS_CPD_bdpm.txt", "bdpm/CIS_HAS_SMR_bdpm.txt",
+                                "interactions-2016-08/substances.txt",
                                 "interactions-2016-08/substance-classes.tsv", "interactions-2016-08/couples.tsv"}) {
         const fs::path chemin = e.chemin() / fichier;
         std::vector<std::string> lignes;

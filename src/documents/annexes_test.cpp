@@ -11,6 +11,7 @@
 #include <sstream>
 
 #include "session/valeurs_hote.h"
+#include "store/sources.h"
 #include "tests/support/essai_produits.h"
 #include "tests/support/tableau_hote.h"
 
@@ -19,14 +20,6 @@ namespace {
 
 namespace fs = std::filesystem;
 using essai::BaseDeTest;
-
-// Bytes as the sources give them, in hexadecimal.
-std::string Hexa(std::string_view octets) {
-    static constexpr char Chiffres[] = "0123456789abcdef";
-    std::string h;
-    for (unsigned char o : octets) h += {Chiffres[o >> 4], Chiffres[o & 0xF]};
-    return h;
-}
 
 const std::string Png("\x89PNG\r\n\x1a\n\0\0\0\rIHDR", 16), Gif = "GIF89a\x01\x00\x01\x00", Pdf("%PDF-1.4\r\n\0\x01%%EOF", 17);
 
@@ -49,7 +42,7 @@ void Remplit(BaseDeTest& b) {
     for (auto [cip, nom, octets] : {std::tuple{"3000001", "logo.png", Png}, {"3000001", "schema.gif", Gif},
                                     {"3000011", "autre.png", Png}, {"3000004", "../evade.png", Png},
                                     {"3000010", "full", Gif}})
-        b.Ajoute("VDXZNOTG", {{"CodeCIP", cip}, {"NomImage", nom}, {"Image", Hexa(octets)}});
+        b.Ajoute("VDXZNOTG", {{"CodeCIP", cip}, {"NomImage", nom}, {"Image", VersHexa(octets)}});
     for (auto [numero, titre, document] : {std::tuple{"00001", "Notice de bon usage", "bon-usage.pdf"},
                                            {"00002", "Rappel", "bon-usage.pdf"}, {"00003", "Avis de la commission", "ct.htm"},
                                            {"00004", "Monographie", "skenan.htm"}})
@@ -61,7 +54,7 @@ void Remplit(BaseDeTest& b) {
         b.Ajoute("VDXYLCIP", {{"CodeCIP", cip}, {"NumeroLien", numero}, {"TypeLien", type}});
     for (auto [nom, octets] : {std::pair{"bon-usage.pdf", Pdf}, {"ct.htm", std::string("<p>SMR important</p>")},
                                {"skenan.htm", std::string("<p>Skenan</p>")}})
-        b.Ajoute("VDXYLBIN", {{"NomDocument", nom}, {"Document", Hexa(octets)}});
+        b.Ajoute("VDXYLBIN", {{"NomDocument", nom}, {"Document", VersHexa(octets)}});
     b.Ajoute("VDXYALD", {{"Code", "12"}, {"Libelle", "Hypertension artérielle sévère"}});
     b.Ajoute("VDXYALDC", {{"Code", "3000003"}, {"CodeLie", "12"}});
     for (auto [cip, numero] : {std::pair{"6000002", "00001"}, {"7000001", "00003"}, {"7000001", "00002"},

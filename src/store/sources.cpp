@@ -16,15 +16,9 @@
 #include "store/magasin.h"
 
 namespace vdx {
-namespace {
-
-namespace fs = std::filesystem;
-
-// --- Values ---------------------------------------------------------------
-
-constexpr char Hexa[] = "0123456789abcdef";
 
 std::string VersHexa(std::string_view octets) {
+    static constexpr char Hexa[] = "0123456789abcdef";
     std::string hexa;
     for (unsigned char o : octets) {
         hexa += Hexa[o >> 4];
@@ -32,6 +26,12 @@ std::string VersHexa(std::string_view octets) {
     }
     return hexa;
 }
+
+namespace {
+
+namespace fs = std::filesystem;
+
+// --- Values ---------------------------------------------------------------
 
 int ChiffreHexa(char c) {
     if (c >= '0' && c <= '9') return c - '0';

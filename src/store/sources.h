@@ -84,6 +84,9 @@ private:
     std::vector<std::optional<std::string>> clesImposees_;
 };
 
+// Bytes as a source column gives them: two lower-case hexadecimal digits a
+// byte.
+std::string VersHexa(std::string_view octets);
 // The values of a record in the order of Colonnes, as Redaction takes them.
 std::vector<std::string> Valeurs(const Disposition& disposition, const Enregistrement& enregistrement);
 

@@ -64,6 +64,13 @@ inline const char* const Conditions =
     "60000003\tréservé à l'usage HOSPITALIER\n"
     "60000004\tliste I\n";
 
+// Three SMR opinions and one ASMR on DOLIPRANE, none on the others.
+inline const char* const AvisSMR =
+    "60000001\tCT-1\tInscription (CT)\t20100115\tImportant\tLe service médical rendu est important.\n"
+    "60000001\tCT-3\tRéévaluation SMR\t20160620\tModéré\tLe service médical rendu est modéré.\n"
+    "60000001\tCT-2\tRenouvellement d'inscription (CT)\t20130301\tImportant\tSMR <important>.\n";
+inline const char* const AvisASMR = "60000001\tCT-1\tInscription (CT)\t20100115\tV\tPas d'amélioration (ASMR V).\n";
+
 inline const char* const SubstancesThesaurus = "PARACETAMOL\nRANITIDINE\nMORPHINE\nWARFARINE\nFLUINDIONE\n";
 inline const char* const ClassesThesaurus =
     "molecule\tfamille\n"
@@ -137,6 +144,8 @@ public:
         Pose("bdpm/CIS_COMPO_bdpm.txt", Composition);
         Pose("bdpm/CIS_GENER_bdpm.txt", Groupes);
         Pose("bdpm/CIS_CPD_bdpm.txt", Conditions);
+        Pose("bdpm/CIS_HAS_SMR_bdpm.txt", AvisSMR);
+        Pose("bdpm/CIS_HAS_ASMR_bdpm.txt", AvisASMR);
         Pose("interactions-2016-08/substances.txt", SubstancesThesaurus);
         Pose("interactions-2016-08/substance-classes.tsv", ClassesThesaurus);
         Pose("interactions-2016-08/couples.tsv", CouplesThesaurus);

@@ -78,6 +78,7 @@ extern const Commande CommandeSearch;
 extern const Commande CommandeSearchSet;
 // The documents.
 extern const Commande CommandeMonograph;
+extern const Commande CommandeNotice;
 // The update.
 extern const Commande CommandeMaj;
 extern const Commande CommandeExportMaj;

@@ -59,6 +59,10 @@ void EcritVigilance(const Bdpm& bdpm, const Thesaurus& thesaurus, const Substanc
 // The vocabularies of the posology (VDXPDUR, VDXPDURC, VDXPMOM, VDXPSPE,
 // VDXPNAT, VDXPPRO) and the routes of the database numbered (VDXPVOI).
 void EcritPosologie(const Bdpm& bdpm, Sortie& sortie);
+// The transparency sheets of the HAS opinions (VDXYLBIN, VDXYLIEN,
+// VDXYLCIP) and the history of the presentations (VDXPHIMP); `anneeMois`
+// ("2017-03") dates the alert status, which is left out without it.
+void EcritDocuments(const Bdpm& bdpm, const Selection& selection, const std::string& anneeMois, Sortie& sortie);
 // The members of a thesaurus class among the selected substances.
 std::set<int> MembresClasse(const Thesaurus& thesaurus, const Substances& substances, const Selection& selection,
                             const std::string& classe);

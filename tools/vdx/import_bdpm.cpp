@@ -35,7 +35,7 @@ std::vector<Specialite> LitSpecialites(const fs::path& dossier, Journal& journal
             continue;
         }
         s.push_back({Nettoie(c[0]), Nettoie(c[1]), Nettoie(c[2]), Decoupe(c[3], ';'), Nettoie(c[5]), Nettoie(c[6]),
-                     Decoupe(c[10], ';'), Nettoie(c[7]), Nettoie(c[4])});
+                     Decoupe(c[10], ';'), Nettoie(c[7]), Nettoie(c[4]), Nettoie(c[8])});
     }
     return s;
 }
@@ -105,6 +105,20 @@ std::vector<Condition> LitConditions(const fs::path& dossier, Journal& journal) 
     return s;
 }
 
+// The opinions of one of the two files; a date that is not AAAAMMJJ is told
+// to the journal.
+void LitAvis(const fs::path& dossier, const char* fichier, bool amelioration, std::vector<AvisHAS>& avis,
+             Journal& journal) {
+    for (auto& l : LitTableau(dossier / fichier, 6, "", journal)) {
+        auto& c = l.champs;
+        if (!CodeChiffres(Nettoie(c[3]), 8)) {
+            journal.Rejette(fichier, l.numero, "date not AAAAMMJJ");
+            continue;
+        }
+        avis.push_back({Nettoie(c[0]), amelioration, Nettoie(c[2]), Nettoie(c[3]), Nettoie(c[4]), Nettoie(c[5])});
+    }
+}
+
 }  // namespace
 
 Bdpm LitBdpm(const fs::path& dossier, Journal& journal) {
@@ -114,6 +128,8 @@ Bdpm LitBdpm(const fs::path& dossier, Journal& journal) {
     b.composants = LitComposants(dossier, journal);
     b.groupes = LitGroupes(dossier, journal);
     b.conditions = LitConditions(dossier, journal);
+    LitAvis(dossier, "CIS_HAS_SMR_bdpm.txt", false, b.avis, journal);
+    LitAvis(dossier, "CIS_HAS_ASMR_bdpm.txt", true, b.avis, journal);
     return b;
 }
 

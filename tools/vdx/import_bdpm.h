@@ -22,6 +22,7 @@ struct Specialite {  // CIS_bdpm.txt
     std::vector<std::string> titulaires;
     std::string dateAMM;  // JJ/MM/AAAA
     std::string statut;   // of the authorisation: "Autorisation active"
+    std::string alerte;   // "Alerte", "Warning disponibilité", or empty
 };
 
 struct Presentation {  // CIS_CIP_bdpm.txt
@@ -63,15 +64,27 @@ struct Condition {  // CIS_CPD_bdpm.txt
     std::string texte;
 };
 
+// An opinion of the transparency commission on a speciality
+// (CIS_HAS_SMR_bdpm.txt, CIS_HAS_ASMR_bdpm.txt).
+struct AvisHAS {
+    std::string cis;
+    bool amelioration = false;  // an ASMR, else an SMR
+    std::string motif;          // "Inscription (CT)"
+    std::string date;           // AAAAMMJJ
+    std::string niveau;         // "Important", "V"
+    std::string texte;
+};
+
 struct Bdpm {
     std::vector<Specialite> specialites;
     std::vector<Presentation> presentations;
     std::vector<Composant> composants;
     std::vector<MembreGroupe> groupes;
     std::vector<Condition> conditions;
+    std::vector<AvisHAS> avis;
 };
 
-// Reads the five files of `dossier`; a line it can't use is told to the
+// Reads the seven files of `dossier`; a line it can't use is told to the
 // journal. A missing file is an ErreurImport naming it.
 Bdpm LitBdpm(const std::filesystem::path& dossier, Journal& journal);
 

@@ -39,6 +39,8 @@ constexpr char AideGenerale[] =
     "                       run criteria searches on one set of products\n"
     "  monograph BASE CODE FILE [--css PATH]\n"
     "                       write the monograph of a product as an HTML page\n"
+    "  notice BASE CODE DIR write the notice of a product, its pictures and its linked\n"
+    "                       documents\n"
     "  maj BASE DIR [--type N]\n"
     "                       apply the update files of DIR newer than BASE\n"
     "  export-maj SOURCES FILE --date JJ/MM/AAAA\n"
@@ -186,7 +188,7 @@ const Commande CommandeCall{"call", AideCall, {{"--base", true}, {"--medecin", t
 // The commands by name; each is defined in its own file.
 const Commande* const Commandes[] = {&CommandeTables,  &CommandeCall,  &CommandeBuild,   &CommandeDump,
                                      &CommandeImport,  &CommandeCheck, &CommandeProduct, &CommandeSearch,
-                                     &CommandeSearchSet, &CommandeMonograph, &CommandeMaj,
+                                     &CommandeSearchSet, &CommandeMonograph, &CommandeNotice, &CommandeMaj,
                                      &CommandeExportMaj, &CommandeRebuildPro, &CommandeMedecin};
 
 }  // namespace

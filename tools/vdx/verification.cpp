@@ -17,6 +17,7 @@
 #include "platform/codepage.h"
 #include "checks/contreindications.h"
 #include "checks/interactions.h"
+#include "documents/annexes.h"
 #include "products/codes.h"
 #include "products/composition.h"
 #include "session/entrees.h"
@@ -58,6 +59,12 @@ constexpr char AideMonograph[] =
     "\n"
     "Writes the monograph of product CODE of BASE into FILE as an HTML page (code page 1252),\n"
     "linked to the stylesheet PATH when given.\n";
+
+constexpr char AideNotice[] =
+    "usage: vdx notice BASE CODE DIR\n"
+    "\n"
+    "Writes into DIR the patient notice of product CODE of BASE as notice-CODE.html, its\n"
+    "pictures beside it, and each document linked to the product under its own name.\n";
 
 constexpr char AideSearch[] =
     "usage: vdx search [--base BASE] TEXT [COUNT]\n"
@@ -127,6 +134,34 @@ int Monograph(const ArgumentsCommande& args) {
     if (!std::filesystem::exists(fichier)) {
         std::cerr << "vdx: cannot write " << fichier << '\n';
         return SortieEchec;
+    }
+    return SortieSucces;
+}
+
+int Notice(const ArgumentsCommande& args) {
+    if (args.Autres().size() != 3) return Usage(AideNotice);
+    const std::string& code = args.Autres()[1];
+    const std::filesystem::path dossier = args.Autres()[2];
+    std::error_code erreur;
+    std::filesystem::create_directories(dossier, erreur);
+    const Connexion connexion(args.Autres()[0]);
+    if (connexion.code != 1) return EchecLibrairie("Connection2_Vdx", connexion.code);
+    const std::string notice = (dossier / ("notice-" + code + ".html")).string();
+    const int32_t n = NoticeHtml_Vdx(code.c_str(), notice.c_str());
+    if (n < 0) return EchecLibrairie("NoticeHtml_Vdx", n);
+    std::cout << (n == 1 ? notice : "no notice for " + code) << '\n';
+    TableauHote<VdxLien> liens(GabaritDe<LigneLien>());
+    const int32_t l = ListeLien_Vdx(code.c_str(), liens.Adresse());
+    if (l < 0) return EchecLibrairie("ListeLien_Vdx", l);
+    for (const VdxLien& lien : liens.Lignes()) {
+        const std::string nom(hote::Octets(lien.NomDocument));
+        if (!NomDeFichierSimple(nom)) {
+            std::cerr << "vdx: a document named out of the directory left: " << nom << '\n';
+            continue;
+        }
+        const std::string chemin = (dossier / nom).string();
+        if (const int32_t g = GenererLien_Vdx(nom.c_str(), chemin.c_str()); g != 1) return EchecLibrairie("GenererLien_Vdx", g);
+        std::cout << chemin << '\n';
     }
     return SortieSucces;
 }
@@ -549,5 +584,6 @@ const Commande CommandeCheck{"check",
 const Commande CommandeProduct{"product", AideProduct, {{"--base", true}}, Product};
 const Commande CommandeSearch{"search", AideSearch, {{"--base", true}}, Search};
 const Commande CommandeMonograph{"monograph", AideMonograph, {{"--css", true}}, Monograph};
+const Commande CommandeNotice{"notice", AideNotice, {}, Notice};
 
 }  // namespace vdx
