@@ -17,3 +17,22 @@ document.body.setAttribute("data-charset", this.contentDocument.characterSet); }
   navigateur --allow-file-access-from-files --virtual-time-budget=3000 --dump-dom "file://$work/cadre-$nom.html" \
     2>/dev/null | grep -q 'data-charset="windows-1252"' || { echo "FAILED: $nom read as windows-1252" >&2; echecs=$((echecs + 1)); }
 }
+
+# images NAME: every picture of $work/NAME.html loads in a frame (none
+# broken: each complete, with a width).
+images() {
+  local nom=$1
+  printf '<html><body><iframe src="%s"></iframe><script>document.querySelector("iframe").onload = function () {
+var i = Array.from(this.contentDocument.images);
+document.body.setAttribute("data-images", i.length + "/" + i.filter(function (x) { return x.complete && x.naturalWidth > 0; }).length);
+};</script></body></html>' "$nom.html" >"$work/images-$nom.html"
+  local vu
+  vu=$(navigateur --allow-file-access-from-files --virtual-time-budget=3000 --dump-dom "file://$work/images-$nom.html" \
+    2>/dev/null | grep -o 'data-images="[0-9]*/[0-9]*"')
+  case "$vu" in
+    'data-images="'*) [ "${vu#*\"}" != "0/0\"" ] && [ "$(echo "$vu" | sed 's/.*"\([0-9]*\)\/\([0-9]*\)"/\1/')" = \
+      "$(echo "$vu" | sed 's/.*"\([0-9]*\)\/\([0-9]*\)"/\2/')" ] && return 0 ;;
+  esac
+  echo "FAILED: the pictures of $nom load ($vu)" >&2
+  echecs=$((echecs + 1))
+}

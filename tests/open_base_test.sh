@@ -2,7 +2,8 @@
 # The open base from the public data, end to end: import, build, then a
 # few answers every integrator expects (all presentations counted, known
 # couples of the thesaurus found from either side with their level, the
-# monograph of any product, the report of real prescriptions in a browser).
+# monograph of any product, the report of real prescriptions, the
+# transparency sheets, the history and the identity sheet in a browser).
 set -u
 vdx=$1
 donnees=$2
@@ -126,6 +127,29 @@ while IFS=$'\t' read -r a b niveau note; do
     "$work/rapport-$rang.html" "" 0 0 0 0 "" | head -1)" = "$(head -1 "$work/lignes-$rang.tsv")"
   page "rapport-$rang" --interactions "$work/lignes-$rang.tsv"
 done <"$(dirname "$0")/donnees/interactions-reelles.tsv"
+
+# The transparency sheets: a speciality with three SMR opinions has one
+# sheet, its opinions newest first.
+cis=$(cut -f1 "$donnees/bdpm-2017-03/CIS_HAS_SMR_bdpm.txt" | sort | uniq -c | awk '$1 == 3 {print $2; exit}')
+cip=$(awk -F'\t' -v c="$cis" '$1 == c {print $2; exit}' "$donnees/bdpm-2017-03/CIS_CIP_bdpm.txt")
+verifie "one transparency sheet for three opinions" \
+  test "$("$vdx" call --base "$work/base" FicheTransparence_Vdx "$cip" | head -1)" = 1
+verifie "the linked documents written" "$vdx" notice "$work/base" "$cip" "$work/documents"
+smr=$(sed '/(ASMR)/,$d' "$work/documents/transparence-$cis.htm" | grep -o '<td>[0-9][0-9]/[0-9][0-9]/[0-9]\{4\}</td>' |
+  sed 's|<td>\(..\)/\(..\)/\(....\)</td>|\3\2\1|')
+verifie "three opinions" test "$(wc -l <<<"$smr")" = 3
+verifie "the newest first" test "$smr" = "$(sort -r <<<"$smr")"
+cp "$work/documents/transparence-$cis.htm" "$work/transparence.html"
+page transparence "Avis de la commission de la transparence" "Service médical rendu (SMR)"
+# The history and the identity sheet of ten products across the base.
+for code in $(awk -F'\t' 'NR > 1 && NR % 2000 == 0 {print $1}' "$work/sources/VDXPRO.tsv"); do
+  verifie "history of $code" test "$("$vdx" call --base "$work/base" HistoriqueHtml_Vdx "$code" "$work/historique-$code.html" "" |
+    head -1)" -gt 0
+  verifie "identity of $code" test "$("$vdx" call --base "$work/base" InteroperabiliteHtml_Vdx "$code" \
+    "$work/identite-$code.html" "" | head -1)" = 1
+  page "historique-$code" "Modifications importantes pour" "Autorisation de mise sur le marché"
+  page "identite-$code" "Fiche d'identité interopérable" "Code CIP*"
+done
 
 [ "$echecs" -eq 0 ] && echo "open base: all checks passed"
 exit "$echecs"

@@ -6,7 +6,7 @@
 # console message, has an anchor for each of its links and a chapter for
 # each entry of its summary, shows its titles and its code page 1252 letters
 # right, and is read as windows-1252. The stylesheet's path comes out
-# escaped inside its attribute.
+# escaped inside its attribute. The notice's pictures load.
 set -u
 vdx=$1
 base=$2
@@ -45,6 +45,20 @@ verifie "two rows of one pair close it once" test "$(grep -c 'cellpadding="20"' 
 page contre-indications "Contre Indication(s) absolue(s) :" "Grossesse" "Ulcère gastroduodénal en évolution"
 page allergies "Allergie(s) avec " 'href="st&quot;y&amp;le.css"'
 page surdosage "Risque de surdosage" "appartiennent à la même classe chimique"
+
+# The side documents: the notice with its pictures, the history, the
+# identity sheet and a transparency sheet.
+verifie "notice" muet "$vdx" notice "$base" 3595583 "$work"
+mv "$work/notice-3595583.html" "$work/notice.html"
+verifie "history" muet "$vdx" call --base "$base" HistoriqueHtml_Vdx 3595583 "$work/historique.html" "$css"
+verifie "identity sheet" muet "$vdx" call --base "$base" InteroperabiliteHtml_Vdx 3595583 "$work/identite.html" ""
+mv "$work/transparence-60234100.htm" "$work/transparence.html"
+page notice "DOLIPRANE 1000 mg, comprimé" "Veuillez lire attentivement cette notice"
+images notice
+page historique "Modifications importantes pour DOLIPRANE 1000MG CPR B/8" "Autorisation de mise sur le marché" \
+  "09/07/2002" "Déclaration de commercialisation" 'href="st&quot;y&amp;le.css"'
+page identite "Fiche d'identité interopérable" "Code CIP*" "Code UCD" "DOLIPRANE 1000MG CPR B/8"
+page transparence "Avis de la commission de la transparence" "Service médical rendu (SMR)"
 
 verifie "the stylesheet's path escaped in the file" grep -q 'href="st&quot;y&amp;le.css"' "$work/complete.html"
 verifie "no stylesheet without a path" test "$(grep -c stylesheet "$work/partielle.html")" = 0
