@@ -2,18 +2,22 @@
 // stored chapter) and of 100 products of the open base, each beside a
 // baseline that has the same chapter texts already in memory, joins them
 // with their title bars, runs the same character table and writes the same
-// file. The sample base is VDX_BASE_ECHANTILLON (default build/sample-base),
+// file. The side documents: the sample's notice with its two pictures; on
+// the open base whether a product has links, and its links in memory mode
+// beside the same rows read from a std::map. The sample base is VDX_BASE_ECHANTILLON (default build/sample-base),
 // the open base VDX_BASE_OUVERTE (default build/open-base, target
 // open_base); a benchmark without its base says so and is skipped.
 #include <benchmark/benchmark.h>
 
 #include <cstdio>
 #include <cstdlib>
+#include <map>
 #include <filesystem>
 #include <memory>
 #include <string>
 #include <vector>
 
+#include "documents/annexes.h"
 #include "documents/chapitre.h"
 #include "documents/fiche_produit.h"
 #include "documents/html.h"
@@ -116,6 +120,79 @@ void MonographiesOuvertesEnMemoire(benchmark::State& state) {
     DeConnection2_Vdx();
 }
 BENCHMARK(MonographiesOuvertesEnMemoire)->Unit(benchmark::kMillisecond);
+
+void NoticeEchantillon(benchmark::State& state) {
+    if (!Connecte(state, Base("VDX_BASE_ECHANTILLON", "build/sample-base"))) return;
+    const std::filesystem::path dossier = std::filesystem::temp_directory_path() / "vdx-notice-bench";
+    std::filesystem::create_directories(dossier);
+    const std::string notice = (dossier / "notice.html").string();
+    for (auto _ : state) benchmark::DoNotOptimize(NoticeHtml_Vdx(LePlusComplet, notice.c_str()));
+    std::filesystem::remove_all(dossier);
+    DeConnection2_Vdx();
+}
+BENCHMARK(NoticeEchantillon)->Unit(benchmark::kMicrosecond);
+
+// 1,000 products spread over the open base, and the first of them with a
+// link, in memory mode.
+struct Liens {
+    std::vector<std::string> codes;
+    std::string lie;
+};
+bool ConnecteEnMemoire(benchmark::State& state, Liens& l) {
+    if (Connection_Vdx(Base("VDX_BASE_OUVERTE", "build/open-base").c_str(), 2, 0) != 1) {
+        state.SkipWithError("no open base");
+        return false;
+    }
+    l.codes = Repartis(1000);
+    for (const std::string& c : l.codes)
+        if (ExisteLien_Vdx(c.c_str()) == 1) {
+            l.lie = c;
+            break;
+        }
+    return true;
+}
+
+void ExisteLienOuvert(benchmark::State& state) {
+    Liens l;
+    if (!ConnecteEnMemoire(state, l)) return;
+    for (auto _ : state) benchmark::DoNotOptimize(ExisteLien_Vdx(l.lie.c_str()));
+    DeConnection2_Vdx();
+}
+BENCHMARK(ExisteLienOuvert);
+
+void ListeLienOuvert(benchmark::State& state) {
+    Liens l;
+    if (!ConnecteEnMemoire(state, l)) return;
+    for (auto _ : state) benchmark::DoNotOptimize(ListeLien_Vdx(l.lie.c_str(), nullptr));
+    DeConnection2_Vdx();
+}
+BENCHMARK(ListeLienOuvert);
+
+// The baseline: the links of the 1,000 products in a std::map by code; the
+// product's rows found, one a document, and written as the flat rows.
+void Reference_ListeLienOuvert(benchmark::State& state) {
+    Liens l;
+    if (!ConnecteEnMemoire(state, l)) return;
+    std::map<std::string, std::vector<LigneLien>> parCode;
+    {
+        const DansContexte dans(session());
+        for (const std::string& c : l.codes) parCode[c] = ListeLiens(c);
+    }
+    for (auto _ : state) {
+        std::vector<const LigneLien*> lignes;
+        for (const LigneLien& r : parCode.at(l.lie)) {
+            bool deja = false;
+            for (const LigneLien* d : lignes) deja = deja || d->NomDocument == r.NomDocument;
+            if (!deja) lignes.push_back(&r);
+        }
+        std::string plat;
+        for (const LigneLien* r : lignes)
+            plat += r->NumeroLien + "@" + r->Libelle + "@" + r->NomDocument + "@" + std::to_string(r->TypeLien) + "\r\n";
+        benchmark::DoNotOptimize(plat);
+    }
+    DeConnection2_Vdx();
+}
+BENCHMARK(Reference_ListeLienOuvert);
 
 }  // namespace
 
