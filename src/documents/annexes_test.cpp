@@ -223,7 +223,7 @@ TEST_F(Annexes, HistoryInDateOrderAndItsPage) {
     EXPECT_NE(Lu(page).find("Modifications importantes pour DOLIPRANE 1000MG CPR"), std::string::npos);
 }
 
-TEST_F(Annexes, TheIdentitySheetAndTheProductsOwnMonograph) {
+TEST_F(Annexes, TheIdentitySheetAndTheMonographsOwnDocumentOrPharmacyTexts) {
     const std::string page = Chemin("identite.html");
     ASSERT_EQ(InteroperabiliteHtml_Vdx("3000001", page.c_str(), ""), 1);
     const std::string html = Lu(page);
@@ -241,6 +241,13 @@ TEST_F(Annexes, TheIdentitySheetAndTheProductsOwnMonograph) {
     const std::string m = Lu(monographie);
     EXPECT_NE(m.find("<STYLE>.Texte{"), std::string::npos);
     EXPECT_TRUE(m.ends_with("<p>Skenan</p>"));
+
+    // A pharmacy product's texts are chapters of its monograph.
+    const std::string vermifuge = Chemin("vermifuge.html");
+    ASSERT_EQ(MonographieHtml_Vdx("7000001", vermifuge.c_str(), ""), 1);
+    const std::string v = Lu(vermifuge);
+    EXPECT_NE(v.find("<a href=\"#Pharmacie1\" class=\"TexteLien\">Esp&egrave;ces cibles</a>"), std::string::npos);
+    EXPECT_LT(v.find("Chiens"), v.find("Non soumis"));
 }
 
 TEST(NomDeFichier, APictureNameIsAPlainFileName) {

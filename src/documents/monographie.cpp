@@ -199,6 +199,10 @@ void AjouteComplete(Assemblage& a, const Contexte& contexte, const std::string& 
             e.dedans = "<p class='textebleu'><b>Donn\xE9" "es de l'AMM:</b></p></font><p class=\"Texte\"><font face=\"Arial\">";
         AjouteStocke(a, r, c, e);
     }
+    // The texts of a pharmacy product, which has no texts of an authorisation.
+    int texte = 0;
+    for (const TextePharmacie& t : TextesPharmacie(cip))
+        a.AjouteChapitre(t.Titre, "Pharmacie" + std::to_string(++texte), t.Texte, SansDate, true);
     a.AjouteChapitre("Fiche d'identit&eacute; interop&eacute;rable", "Int\xE9roperabilit\xE9", FicheInteroperable(cip),
                      SansDate, false);
     AjouteReglementaire(a, contexte, cip);

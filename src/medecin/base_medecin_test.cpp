@@ -80,6 +80,13 @@ TEST_F(BaseMedecin, CreatedConnectedOnceAndDeletedWhenNotInUse) {
     std::ofstream(dossier_.Chemin("FICH")) << "x";
     EXPECT_EQ(CreationMedecin_Vdx(dossier_.Chemin("FICH").c_str()), -500);
     EXPECT_NE(session().FichierErreur.find("FICH"), std::string::npos);
+#ifndef _WIN32
+    // A directory where no file can be written, even by root: -500, the
+    // path named.
+    ASSERT_TRUE(std::filesystem::is_directory("/sys/fs"));
+    EXPECT_EQ(CreationMedecin_Vdx("/sys/fs"), -500);
+    EXPECT_NE(session().FichierErreur.find("/sys/fs"), std::string::npos);
+#endif
     ASSERT_EQ(Cree(), 1);
     for (const char* f : {"PRO.DAT", "PRO.NDX", "PATH.DAT", "PATH.NDX", "POSO.DAT", "POSO.NDX", "TEXU.DAT", "TEXU.NDX"})
         EXPECT_TRUE(Fichier(f)) << f;
