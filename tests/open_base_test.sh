@@ -8,6 +8,7 @@ set -u
 vdx=$1
 donnees=$2
 source "$(dirname "$0")/verifie.sh"
+muet() { "$@" >/dev/null; }
 premier() { "$vdx" search --base "$work/base" "$1" 1 | cut -c1-7; }
 interactions() { "$vdx" call --base "$work/base" Interactions2_Vdx "$1" "" "" 0 0 0 0 "" | tail -n +2; }
 niveaux() {  # the distinct levels of the interactions between two products of a prescription
@@ -149,6 +150,11 @@ for code in $(awk -F'\t' 'NR > 1 && NR % 2000 == 0 {print $1}' "$work/sources/VD
     "$work/identite-$code.html" "" | head -1)" = 1
   page "historique-$code" "Modifications importantes pour" "Autorisation de mise sur le marché"
   page "identite-$code" "Fiche d'identité interopérable" "Code CIP*"
+  if [ "$("$vdx" call --base "$work/base" ExisteFicheTransparence_Vdx "$code")" = 1 ]; then
+    verifie "documents of $code" muet "$vdx" notice "$work/base" "$code" "$work/documents-$code"
+    cp "$work/documents-$code"/transparence-*.htm "$work/transparence-$code.html"
+    page "transparence-$code" "Avis de la commission de la transparence"
+  fi
 done
 
 [ "$echecs" -eq 0 ] && echo "open base: all checks passed"

@@ -184,6 +184,11 @@ TEST_F(Annexes, LinksOneADocumentAndTheDocumentsByteForByte) {
     EXPECT_EQ(l[1].TypeLien, VDXYLCIP::LienTransparence);
     VideTableau(liens, GabaritDe<LigneLien>());
     SafeArrayDestroy(liens);
+
+    DeConnection2_Vdx();
+    EXPECT_EQ(ExisteLien_Vdx("3000003"), VDX_NON_CONNECTE);
+    EXPECT_EQ(GenererLien_Vdx("ct.htm", pdf.c_str()), VDX_NON_CONNECTE);
+    EXPECT_EQ(NoticeHtml_Vdx("3000001", pdf.c_str()), VDX_NON_CONNECTE);
 }
 
 TEST_F(Annexes, TextsOfPharmacyProductsByKind) {
