@@ -1,6 +1,7 @@
 // Any bytes as the published files of an import: the input is cut at its
-// bytes 0x1E into the couples of the thesaurus, the composition and the
-// presentations, beside a small extract of the other files. The import
+// bytes 0x1E into the couples of the thesaurus, the composition, the
+// presentations and the SMR opinions (a line of its own when left out),
+// beside a small extract of the other files. The import
 // gives its sources or an ErreurImport naming a file; nothing else.
 #include <stdlib.h>
 
@@ -42,6 +43,8 @@ constexpr char Specialites[] =
     "Commercialis\xE9" "e\t01/01/2003\t\t\t SANOFI\tNon\n";
 constexpr char Groupes[] = "9\tPARACETAMOL 1000 mg - DOLIPRANE 1000 mg, comprim\xE9\t60000001\t0\t1\t\n";
 constexpr char Conditions[] = "60000004\tliste I\n";
+constexpr char AvisSMR[] = "60000001\tCT-1\tInscription (CT)\t20100115\tImportant\tSMR important.\n";
+constexpr char AvisASMR[] = "60000001\tCT-1\tInscription (CT)\t20100115\tV\tASMR V.\n";
 constexpr char Substances[] = "PARACETAMOL\nWARFARINE\n";
 constexpr char Classes[] = "molecule\tfamille\nWARFARINE\tANTIVITAMINES K\n";
 
@@ -54,10 +57,10 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* donnees, size_t taille) {
     for (size_t debut = 0;;) {
         const size_t fin = octets.find('\x1E', debut);
         parties.push_back(octets.substr(debut, fin == std::string_view::npos ? std::string_view::npos : fin - debut));
-        if (fin == std::string_view::npos || parties.size() == 3) break;
+        if (fin == std::string_view::npos || parties.size() == 4) break;
         debut = fin + 1;
     }
-    parties.resize(3);
+    parties.resize(4);
     const fs::path& d = Dossier();
     Ecrit(d / "bdpm" / "CIS_bdpm.txt", Specialites);
     Ecrit(d / "bdpm" / "CIS_GENER_bdpm.txt", Groupes);
@@ -67,6 +70,8 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* donnees, size_t taille) {
     Ecrit(d / "interactions-2016-08" / "couples.tsv", parties[0]);
     Ecrit(d / "bdpm" / "CIS_COMPO_bdpm.txt", parties[1]);
     Ecrit(d / "bdpm" / "CIS_CIP_bdpm.txt", parties[2]);
+    Ecrit(d / "bdpm" / "CIS_HAS_SMR_bdpm.txt", parties[3].empty() ? std::string_view(AvisSMR) : parties[3]);
+    Ecrit(d / "bdpm" / "CIS_HAS_ASMR_bdpm.txt", AvisASMR);
     OptionsImport options{d / "bdpm", d / "interactions-2016-08", d / "sources", {}};
     options.continuer = true;
     try {
