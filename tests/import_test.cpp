@@ -569,15 +569,12 @@ TEST(ImportDocuments, OneTransparencySheetASpecialityItsOpinionsNewestFirstLinke
     EXPECT_NE(document.find("SMR &lt;important&gt;."), std::string::npos);
 }
 
-TEST(ImportDocuments, TheHistoryOfEachPresentationByDayWithTheAlertOfTheExtractsMonth) {
+TEST(ImportDocuments, TheHistoryOfEachPresentationByDayWithTheAlertAsOfTheExtract) {
     Extrait e;
     std::string specialites = Specialites;
     specialites.replace(specialites.find("01/01/2003\t\t"), 12, "01/01/2003\tAlerte\t");
     e.Pose("bdpm/CIS_bdpm.txt", specialites);
-    OptionsImport options = e.Options({}, "sources", 0);
-    fs::copy(options.bdpm, e.chemin() / "bdpm-2017-03");
-    options.bdpm = e.chemin() / "bdpm-2017-03";
-    import::Importe(options);
+    e.Importe();
     const auto dolipranes = Selon(e.Table("VDXPHIMP"), "CodeCIP", "1111111");
     ASSERT_EQ(dolipranes.size(), 2u);
     EXPECT_EQ(dolipranes[0].at("DateModification"), "20000101");
@@ -588,7 +585,7 @@ TEST(ImportDocuments, TheHistoryOfEachPresentationByDayWithTheAlertOfTheExtracts
               "D\xC3\xA9" "claration d'arr\xC3\xAAt de commercialisation");
     const auto warfarine = Selon(e.Table("VDXPHIMP"), "CodeCIP", "4444444");
     ASSERT_EQ(warfarine.size(), 3u);
-    EXPECT_EQ(warfarine[2].at("DateModification"), "20170301");
+    EXPECT_EQ(warfarine[2].at("DateModification"), "20170316");  // the latest date of the extract
     EXPECT_EQ(warfarine[2].at("Texte"), "Alerte");
 }
 

@@ -2,12 +2,12 @@
 
 #include <algorithm>
 #include <array>
-#include <cctype>
 #include <span>
 
 #include "documents/chapitre.h"
 #include "documents/fiche_produit.h"
 #include "documents/html.h"
+#include "products/consultations.h"
 #include "products/fiches.h"
 #include "products/produits.h"
 #include "session/cadre.h"
@@ -64,31 +64,17 @@ constexpr std::array<const char*, 9> TitresVeterinaire = {
     "Indications, propri\xE9t\xE9s", "Pr\xE9" "cautions d'emploi", "Pr\xE9sentations, Codes ACL", "Composition",
     "Situation"};
 constexpr std::array<const char*, 2> TitresAutres = {"Descriptif", "Situation"};
-constexpr int RubriqueAccessoires = 60, RubriqueVeterinaire = 40;
 
+// The titles of the product's kind, by its category; a product VDXPRO lacks
+// is of the second kind.
 std::span<const char* const> TitresDe(const std::string& cip) {
-    std::string_view rubrique;
-    std::optional<std::string> produit;
-    {
-        TablesOuvertes tables{&TableProduits()};
-        produit = FicheDuCode(TableProduits(), cip);
-        tables.Ferme();
-    }
-    if (produit) rubrique = Fiche(*produit).Texte(VDXPRO::CodeRubrique);
-    const int categorie = rubrique.size() >= 2 && std::isdigit(static_cast<unsigned char>(rubrique[0])) &&
-                                  std::isdigit(static_cast<unsigned char>(rubrique[1]))
-                              ? (rubrique[0] - '0') * 10 + (rubrique[1] - '0')
-                              : 0;
-    if (categorie == RubriqueAccessoires) return TitresAccessoire;
+    const std::optional<int32_t> categorie =
+        SiConnu([&] { return ValeurConsultee(consultations::CodeRubrique, cip); });
+    if (categorie == RubriqueAccessoire) return TitresAccessoire;
     if (categorie == RubriqueVeterinaire) return TitresVeterinaire;
     return TitresAutres;
 }
 
-// AAAAMMJJ as JJ/MM/AAAA; another text as it stands.
-std::string DateLisible(std::string_view date) {
-    if (date.size() != 8) return std::string(date);
-    return Bout(date.substr(6, 2), "/", date.substr(4, 2), "/", date.substr(0, 4));
-}
 
 }  // namespace
 
@@ -226,7 +212,7 @@ std::vector<LigneHistorique> Historique(const std::string& cip) {
     Curseur cles(TableHistorique());
     for (auto p = cles.PremiereAvec(cip); p; p = cles.SuivanteAvec(cip)) {
         const Fiche f(VueFicheA(TableHistorique(), *p));
-        changements.push_back({DateLisible(f.Texte(VDXPHIMP::DateModification)), std::string(f.Texte(VDXPHIMP::Texte))});
+        changements.push_back({DateChiffresJourMoisAn(f.Texte(VDXPHIMP::DateModification)), std::string(f.Texte(VDXPHIMP::Texte))});
     }
     tables.Ferme();
     return changements;

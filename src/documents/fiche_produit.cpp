@@ -160,6 +160,11 @@ int64_t PrixParUCD(int64_t prixCentimes, int32_t nombreUCD) {
     return (2 * prixCentimes + nombreUCD) / (2 * static_cast<int64_t>(nombreUCD));
 }
 
+std::string DateChiffresJourMoisAn(std::string_view date) {
+    if (date.size() != 8) return std::string(date);
+    return Bout(date.substr(6, 2), "/", date.substr(4, 2), "/", date.substr(0, 4));
+}
+
 std::string DateJourMoisAn(std::string_view date) {
     // AAAA s MM s JJ
     if (date.size() != 10) return std::string(date);

@@ -71,6 +71,9 @@ int64_t PrixParUCD(int64_t prixCentimes, int32_t nombreUCD);
 // A date kept year first ("2017/03/15") turned round with its own
 // separators ("15/03/2017"); a text of another shape as it stands.
 std::string DateJourMoisAn(std::string_view date);
+// A date of eight digits year first ("20170315") as "15/03/2017"; a text of
+// another length as it stands.
+std::string DateChiffresJourMoisAn(std::string_view date);
 // The kosher rating as the monograph writes it: values 1 to 10 with
 // " (source MEDIEL)", any other "Aucune information MEDIEL disponible ".
 std::string TexteMedielMonographie(int32_t valeur);

@@ -37,7 +37,8 @@ std::string LibelleProduit(const std::string& cip);
 // (-90 when it has none).
 std::string LibelleMedDC2(const std::string& cip);
 // An accessory: a product of CodeRubrique 60; a code VDXPRO lacks is none.
-inline constexpr int32_t RubriqueAccessoire = 60;
+// A veterinary product is of CodeRubrique 40.
+inline constexpr int32_t RubriqueAccessoire = 60, RubriqueVeterinaire = 40;
 bool EstAccessoire(const std::string& cip);
 // ProduitSupprime_Vdx: the date "JJ/MM/AAAA", or empty when not deleted.
 std::string DateSuppression(const std::string& cip);

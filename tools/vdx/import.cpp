@@ -8,8 +8,7 @@
 namespace vdx::import {
 namespace {
 
-// "2016-08" of a directory named "interactions-2016-08"; for another name,
-// its last seven characters.
+// "2016-08" of a directory named "interactions-2016-08".
 std::string AnneeMois(const std::filesystem::path& dossier) {
     std::string nom = std::filesystem::absolute(dossier).lexically_normal().filename().string();
     if (nom.empty()) nom = std::filesystem::absolute(dossier).lexically_normal().parent_path().filename().string();
@@ -43,7 +42,7 @@ RapportImport Importe(const OptionsImport& options) {
     EcritAllergies(thesaurus, substances, selection, sortie);
     EcritVigilance(bdpm, thesaurus, substances, selection, sortie);
     EcritPosologie(bdpm, sortie);
-    EcritDocuments(bdpm, selection, AnneeMois(options.bdpm), sortie);
+    EcritDocuments(bdpm, selection, sortie);
     EcritInteractions(thesaurus, substances, selection, AnneeMois(options.thesaurus), sortie, journal, rapport);
     if (journal.Rejets() && !options.continuer) {
         std::string motifs;

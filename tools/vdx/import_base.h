@@ -59,10 +59,12 @@ void EcritVigilance(const Bdpm& bdpm, const Thesaurus& thesaurus, const Substanc
 // The vocabularies of the posology (VDXPDUR, VDXPDURC, VDXPMOM, VDXPSPE,
 // VDXPNAT, VDXPPRO) and the routes of the database numbered (VDXPVOI).
 void EcritPosologie(const Bdpm& bdpm, Sortie& sortie);
+// The latest date of the presentations, AAAAMMJJ, as the date of the
+// extract; empty when none has one.
+std::string DateExtrait(const Bdpm& bdpm);
 // The transparency sheets of the HAS opinions (VDXYLBIN, VDXYLIEN,
-// VDXYLCIP) and the history of the presentations (VDXPHIMP); `anneeMois`
-// ("2017-03") dates the alert status, which is left out without it.
-void EcritDocuments(const Bdpm& bdpm, const Selection& selection, const std::string& anneeMois, Sortie& sortie);
+// VDXYLCIP) and the history of the presentations (VDXPHIMP).
+void EcritDocuments(const Bdpm& bdpm, const Selection& selection, Sortie& sortie);
 // The members of a thesaurus class among the selected substances.
 std::set<int> MembresClasse(const Thesaurus& thesaurus, const Substances& substances, const Selection& selection,
                             const std::string& classe);

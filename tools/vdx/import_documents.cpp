@@ -3,11 +3,13 @@
 // (VDXYLBIN), its link (VDXYLIEN) and the link of each presentation to it
 // (VDXYLCIP, a transparency sheet); and the history of the important
 // changes of each presentation (VDXPHIMP): its authorisation, its
-// declarations of marketing, the alert status of its speciality.
+// declarations of marketing, the alert status of its speciality as of the
+// extract's date.
 #include <algorithm>
 #include <cstdio>
 #include <map>
 
+#include "documents/fiche_produit.h"
 #include "store/layouts.h"
 #include "store/sources.h"
 #include "tools/vdx/import_base.h"
@@ -16,11 +18,6 @@ namespace vdx::import {
 namespace {
 
 constexpr char TitreTransparence[] = "Avis de la commission de la transparence";
-
-// AAAAMMJJ as JJ/MM/AAAA.
-std::string DateLisible(const std::string& date) {
-    return date.substr(6, 2) + "/" + date.substr(4, 2) + "/" + date.substr(0, 4);
-}
 
 // JJ/MM/AAAA as AAAAMMJJ; empty for another text.
 std::string DateCle(const std::string& date) {
@@ -47,7 +44,7 @@ std::string TableAvis(std::vector<const AvisHAS*> avis, const char* titre) {
     std::string t = std::string("<p><b>") + titre + "</b></p>\r\n<table border=\"1\" cellspacing=\"0\" cellpadding=\"3\">\r\n"
                     "<tr><th>Date</th><th>Motif</th><th>Niveau</th><th>Avis</th></tr>\r\n";
     for (const AvisHAS* a : avis)
-        t += "<tr><td>" + DateLisible(a->date) + "</td><td>" + Html(a->motif) + "</td><td>" + Html(a->niveau) + "</td><td>" +
+        t += "<tr><td>" + DateChiffresJourMoisAn(a->date) + "</td><td>" + Html(a->motif) + "</td><td>" + Html(a->niveau) + "</td><td>" +
              Html(a->texte) + "</td></tr>\r\n";
     return t + "</table>\r\n";
 }
@@ -81,7 +78,7 @@ void EcritTransparence(const Bdpm& bdpm, const Selection& selection, Sortie& sor
         sortie.Ajoute("VDXYLIEN", {{"NumeroLien", numero},
                                    {"Libelle", TitreTransparence},
                                    {"NomDocument", nom},
-                                   {"DateLien", DateLisible((*recent)->date)}});
+                                   {"DateLien", DateChiffresJourMoisAn((*recent)->date)}});
     }
     for (const Presentation& p : bdpm.presentations)
         if (const auto n = numeros.find(p.cis); n != numeros.end())
@@ -91,12 +88,11 @@ void EcritTransparence(const Bdpm& bdpm, const Selection& selection, Sortie& sor
 }
 
 // The changes of a day joined, one a line: a key holds one day.
-void EcritHistorique(const Bdpm& bdpm, const Selection& selection, const std::string& anneeMois, Sortie& sortie) {
+void EcritHistorique(const Bdpm& bdpm, const Selection& selection, Sortie& sortie) {
     std::map<std::string, const Specialite*> specialites;
     for (const Specialite& s : bdpm.specialites) specialites[s.cis] = &s;
-    // The alert status holds as of the extract: the first day of its month.
-    const std::string dateExtrait =
-        anneeMois.size() == 7 && anneeMois[4] == '-' ? anneeMois.substr(0, 4) + anneeMois.substr(5, 2) + "01" : "";
+    // The alert status holds as of the extract.
+    const std::string dateExtrait = DateExtrait(bdpm);
     std::map<std::pair<std::string, std::string>, std::vector<std::string>> changements;  // by code and AAAAMMJJ
     for (const Presentation& p : bdpm.presentations) {
         if (!selection.specialites.count(p.cis)) continue;
@@ -118,9 +114,9 @@ void EcritHistorique(const Bdpm& bdpm, const Selection& selection, const std::st
 
 }  // namespace
 
-void EcritDocuments(const Bdpm& bdpm, const Selection& selection, const std::string& anneeMois, Sortie& sortie) {
+void EcritDocuments(const Bdpm& bdpm, const Selection& selection, Sortie& sortie) {
     EcritTransparence(bdpm, selection, sortie);
-    EcritHistorique(bdpm, selection, anneeMois, sortie);
+    EcritHistorique(bdpm, selection, sortie);
 }
 
 }  // namespace vdx::import

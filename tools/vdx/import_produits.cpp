@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <cstdio>
 
+#include "documents/fiche_produit.h"
 #include "session/session.h"
 #include "store/layouts/produits.h"
 #include "store/layouts/reglementaire.h"
@@ -127,15 +128,18 @@ void EcritCodes(Sortie& sortie) {
         sortie.Ajoute("VDXPRESR", {{"Code", std::to_string(p.code)}, {"Libelle", p.libelle}, {"Detail", p.detail}});
 }
 
+}  // namespace
+
 // --- The base's identity ---------------------------------------------------
 
-// The latest date of the presentations, AAAAMMJJ, as the date of the extract.
 std::string DateExtrait(const Bdpm& bdpm) {
     std::string plusTard;
     for (const Presentation& p : bdpm.presentations)
         if (const auto d = DateChiffres(p.date)) plusTard = std::max(plusTard, d->substr(4, 4) + d->substr(2, 2) + d->substr(0, 2));
     return plusTard;
 }
+
+namespace {
 
 void EcritIdentite(const Bdpm& bdpm, Sortie& sortie) {
     const std::string date = DateExtrait(bdpm);
@@ -144,7 +148,7 @@ void EcritIdentite(const Bdpm& bdpm, Sortie& sortie) {
     if (date.size() == 8) {
         if (const std::string mois = MoisEnLettres(std::stoi(date.substr(4, 2)), date.substr(0, 4)); !mois.empty())
             libelle += ", " + mois;
-        jour = date.substr(6, 2) + "/" + date.substr(4, 2) + "/" + date.substr(0, 4);
+        jour = DateChiffresJourMoisAn(date);
     }
     const auto identite = [&sortie](int32_t numero, const std::string& texte) {
         sortie.Ajoute("VDXDAT", {{"Numero", std::to_string(numero)}, {"Texte", texte}});
