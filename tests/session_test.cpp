@@ -153,6 +153,20 @@ TEST_F(Session, ReadsTheIdentityOfTheBase) {
     hote::Libere(&texte);
 }
 
+TEST_F(Session, TellsWhichTablesOfTheBaseHoldRecords) {
+    BaseDeTest base;
+    AjouteIdentite(base);
+    base.Ajoute("VDXPRO", {{"CodeCIP", "3000001"}, {"Libelle", "PRODUIT"}});
+    EXPECT_EQ(TablePresente_Vdx("VDXPRO"), VDX_NON_CONNECTE);
+    ASSERT_EQ(Connecte(base), 1);
+    EXPECT_EQ(TablePresente_Vdx("VDXPRO"), 1);
+    EXPECT_EQ(TablePresente_Vdx("VDXZICOU"), 0);
+    EXPECT_EQ(TablePresente_Vdx("PRO"), VDX_CODE_INCONNU);  // a table of the doctor's base
+    EXPECT_EQ(TablePresente_Vdx("VDXNULLE"), VDX_CODE_INCONNU);
+    EXPECT_EQ(TablePresente_Vdx(""), VDX_ARGUMENT1);
+    EXPECT_EQ(TablePresente_Vdx(nullptr), VDX_ARGUMENT1);
+}
+
 TEST_F(Session, AMissingVersionRecordFailsTheConnection) {
     BaseDeTest base;
     base.Ajoute("VDXDAT", {{"Numero", VDXDAT::Date}, {"Texte", "01/06/2026"}});

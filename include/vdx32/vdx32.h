@@ -121,6 +121,10 @@ typedef struct VdxVersion {
 /* Mode 0: fills *Fiche; other modes: one row "version@date". 1; -100 a
  * version record is missing; -500. */
 VDX_API int32_t VDX_CALL Version_Vdx(VdxVersion* Fiche);
+/* Whether the table Nom of the base ("VDXZICOU") holds a record: 1, or 0
+ * when it is empty (a base without that kind of data). -2; -10 no name; -90
+ * a name that is no table of the base; -500. */
+VDX_API int32_t VDX_CALL TablePresente_Vdx(const char* Nom);
 /* The version of the data files ("4.6.2.0"). 1; -100; -500. */
 VDX_API int32_t VDX_CALL VersionFichier_Vdx(BSTR* Texte);
 /* The currency of the prices ("EUR"; "F" when the base does not say). */

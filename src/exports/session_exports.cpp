@@ -1,8 +1,11 @@
 // The C exports of the session, the text exchange and the notices.
+#include "exports/arguments.h"
 #include "exports/declaration.h"
 #include "platform/notices.h"
 #include "session/chaines.h"
 #include "session/connexion.h"
+#include "session/tables.h"
+#include "store/catalogue.h"
 
 extern "C" {
 
@@ -44,6 +47,19 @@ VDX_EXPORT(Version_Vdx, Libre, Noms("Version", "DateVersion"), (Fiche, Fiche)) {
 }
 VDX_EXPORT(VersionFichier_Vdx, Chaines, Noms("Version"), (ChaineSortie, Texte)) { return VersionFichier(Texte); }
 VDX_EXPORT(Monnaie_Vdx, Chaines, Noms("Monnaie"), (ChaineSortie, Texte)) { return Monnaie(Texte); }
+
+// Whether a table of the base holds a record: 1, or 0 when it is empty.
+VDX_EXPORT(TablePresente_Vdx, Connecte, {}, (Texte, Nom)) {
+    constexpr size_t LongueurNomMax = 16;
+    const std::string_view nom = exports::TexteBorne(Nom, LongueurNomMax);
+    if (nom.empty()) throw Echec{Argument1};
+    const Table* table = TableNommee(nom);
+    if (!table || table->emplacement != Emplacement::Base) throw Echec{CodeInconnu};
+    TablesOuvertes tables{table};
+    const bool presente = Curseur(*table).Premiere().has_value();
+    tables.Ferme();
+    return presente ? Succes : Rien;
+}
 
 VDX_EXPORT(ActiveCIP13_Vdx, Libre, {}, (Entier, Valeur)) { return ActiveCIP13(Valeur); }
 VDX_EXPORT(ActiveHospitaliers_Vdx, Libre, {}, (Entier, Valeur)) { return ActiveHospitaliers(Valeur); }

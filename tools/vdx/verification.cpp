@@ -428,13 +428,11 @@ int Check(const ArgumentsCommande& args) {
         }
     }
     constat.Trie();
-    try {
-        constat.sansCouples = TableVide(d->base, TableDuCatalogue("VDXZICOU"));
-        constat.sansTermes = TableVide(d->base, TableDuCatalogue("VDXVAMM"));
-    } catch (const ErreurSource& e) {
-        std::cerr << "vdx: " << e.what() << '\n';
-        return SortieEchec;
-    }
+    const int32_t couples = TablePresente_Vdx("VDXZICOU"), termes = TablePresente_Vdx("VDXVAMM");
+    if (couples < 0) return EchecLibrairie("TablePresente_Vdx", couples);
+    if (termes < 0) return EchecLibrairie("TablePresente_Vdx", termes);
+    constat.sansCouples = couples == 0;
+    constat.sansTermes = termes == 0;
     return d->json ? ImprimeJson(constat) : Imprime(constat);
 }
 
