@@ -7,6 +7,7 @@
 set -u
 vdx=$1
 donnees=$2
+bibliotheque=$3
 source "$(dirname "$0")/verifie.sh"
 muet() { "$@" >/dev/null; }
 premier() { "$vdx" search --base "$work/base" "$1" 1 | cut -c1-7; }
@@ -32,6 +33,18 @@ verifie "warfarin alone: St John's wort contra-indicated" \
   test "$(interactions "$warfarine" | awk -F'\t' '$2 == "0000000" && $4 == "Millepertuis"' | cut -f8)" = 4
 verifie "sevelamer with any oral product" test "$(niveaux "$(premier RENAGEL)@$warfarine")" = "2 "
 verifie "the check prints the couple" grep -q "WARFARINE" <<<"$("$vdx" check --base "$work/base" "$warfarine" "$ibuprofene")"
+# The Python package gives the check vdx gives, here for a woman of 70
+# with warfarin, ibuprofen and paroxetine.
+verifie "the Python package's check is vdx check's" env PYTHONDONTWRITEBYTECODE=1 \
+  PYTHONPATH="$(dirname "$0")/../python" VDX32_LIBRARY="$bibliotheque" /usr/bin/python3 - "$work/base" \
+  "$("$vdx" check --base "$work/base" --json --age-years 70 --sex F "$warfarine" "$ibuprofene" "$paroxetine")" \
+  "$warfarine" "$ibuprofene" "$paroxetine" <<'PY'
+import json, sys, vdx32
+base, attendu, produits = sys.argv[1], json.loads(sys.argv[2]), sys.argv[3:]
+with vdx32.Base(base) as b:
+    obtenu = b.check(produits, patient=vdx32.Patient(age_months=840, sex="F")).to_json()
+sys.exit(0 if obtenu == attendu and obtenu["interactions"] else 1)
+PY
 
 # Real prescriptions: the highest level of each pair, in both orders, as
 # a pharmacist reading the thesaurus expects it.
