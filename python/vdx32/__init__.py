@@ -217,6 +217,8 @@ class Base:
 
     def __exit__(self, *exc) -> None:
         self._vdx.DeConnection2_Vdx()
+        # The library's own boxes again: this handler goes with the Base.
+        self._vdx.InstalleNotifications_Vdx(_BoiteMessage(), None, None)
         Base._ouverte = False
 
     # ---- Questions ----
