@@ -193,15 +193,16 @@ void Reference_IndicationGeneree(benchmark::State& state) {
         for (auto l = apres(liens, sonde); l != liens.end() && l->first.starts_with(CodeCherche); ++l) {
             const std::string& terme = l->second;
             const std::string debut = terme + "1";
+            // The term's wording and its equivalents' labels, once a term.
+            const std::string indication = libelle(terme);
+            std::vector<std::string> libellesEquivalents;
+            for (auto e = apres(equivalents, terme); e != equivalents.end() && e->first.starts_with(terme); ++e)
+                libellesEquivalents.push_back(libelle(e->second));
             for (auto p = apres(produitsTermes, debut); p != produitsTermes.end() && p->first.starts_with(debut); ++p) {
-                std::string indication = libelle(terme);
                 const auto produit = apres(produits, p->second);
                 if (produit == produits.end() || produit->first != p->second || produit->second->hospitalier) continue;
                 if (p->second.starts_with('8') || p->second.starts_with('1')) continue;
-                Ligne nouvelle{0, p->second, produit->second->libelle, std::move(indication)};
-                std::vector<std::string> libellesEquivalents;
-                for (auto e = apres(equivalents, terme); e != equivalents.end() && e->first.starts_with(terme); ++e)
-                    libellesEquivalents.push_back(libelle(e->second));
+                Ligne nouvelle{0, p->second, produit->second->libelle, indication};
                 for (Ligne& ligne : lignes)
                     for (const std::string& equivalent : libellesEquivalents)
                         if (equivalent == ligne.indication) {

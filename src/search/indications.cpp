@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "checks/contreindications.h"
 #include "products/equivalents.h"
 #include "products/fiches.h"
 #include "search/termes.h"
@@ -14,8 +15,6 @@
 
 namespace vdx {
 namespace {
-
-VDX_TABLE(TableTermes, "VDXVAMM")
 
 // The names a failure of VDXVCIM gives its files.
 constexpr char IndexCIM10[] = "VDXVCIM10.NDX";
@@ -39,13 +38,20 @@ std::string Libelle(std::string_view terme) {
     return p ? std::string(Fiche(VueFicheA(TableTermes(), *p)).Texte(VDXVAMM::Libelle)) : std::string();
 }
 
-// A new row of `terme`: each row before it whose wording is the label of an
-// equivalent of the term takes, as the new row does, the first row's
-// wording, a comma and the new row's.
-void Ajoute(std::vector<LigneIndication>& lignes, LigneIndication nouvelle, std::string_view terme) {
-    const std::vector<LigneAMMEquivalent> equivalents = AMMEquivalents(terme);
+// What the rows of one term share, read once for all its products: its
+// wording, whether it is exact, the labels of its equivalents.
+struct Terme {
+    std::string indication;
+    bool exact = false;
+    std::vector<LigneAMMEquivalent> equivalents;
+};
+
+// A new row: each row before it whose wording is the label of an equivalent
+// of its term takes, as the new row does, the first row's wording, a comma
+// and the new row's.
+void Ajoute(std::vector<LigneIndication>& lignes, LigneIndication nouvelle, const Terme& terme) {
     for (LigneIndication& ligne : lignes)
-        for (const LigneAMMEquivalent& equivalent : equivalents)
+        for (const LigneAMMEquivalent& equivalent : terme.equivalents)
             if (equivalent.Libelle == ligne.Indication) {
                 std::string jointe = lignes.front().Indication + "," + nouvelle.Indication;
                 ligne.Indication = jointe;
@@ -63,16 +69,21 @@ std::vector<LigneIndication> RechercheIndicationProduits(const Contexte& context
         TablesOuvertes tables{&TableProduits(),      &TableLiensTermes(), &TableCISPVersCIM10(), &TableTermesProduits(),
                               &TableTermes(),        &TableEquivalents(), &TableCISP(),          &TableCIM10()};
         const MarcheTermes marche({code, type, ModeIndication, false});
-        marche.Parcourt([](std::string_view) { return true; }, [&](std::string_view terme, std::string_view cip) {
-            std::string indication = Libelle(terme);
-            const bool exact = type == ParTerme && marche.TermeDuCode(terme);
+        Terme courant;
+        // Each term's facts once, as its walk begins.
+        const auto retient = [&](std::string_view terme) {
+            courant = {Libelle(terme), type == ParTerme && marche.TermeDuCode(terme),
+                       AMMEquivalents(terme)};
+            return true;
+        };
+        marche.Parcourt(retient, [&](std::string_view, std::string_view cip) {
             const std::optional<std::string_view> produit = VueDuCode(TableProduits(), cip);
             if (!produit) return;
             const Fiche f(*produit);
             if (!contexte.HospitaliersActifs && (f.Entier(VDXPRO::Drapeaux) & VDXPRO::Hospitalier)) return;
             if (CodeEcarte(cip)) return;
-            Ajoute(lignes, {exact ? 1 : 0, CIPSortant(cip), std::string(f.Texte(VDXPRO::Libelle)), std::move(indication)},
-                   terme);
+            Ajoute(lignes, {courant.exact ? 1 : 0, CIPSortant(cip), std::string(f.Texte(VDXPRO::Libelle)), courant.indication},
+                   courant);
         });
         tables.Ferme();
     } catch (Echec& e) {

@@ -34,8 +34,9 @@ bool CodeEcarte(std::string_view cip) { return cip.starts_with('8') || cip.start
 
 std::string_view CodeSonde(std::string_view code) { return code.substr(0, LongueurTerme); }
 
-MarcheTermes::MarcheTermes(const DemandeTermes& demande) : code_(CodeSonde(demande.code)), demande_(demande) {
-    switch (demande_.qualifiant) {
+MarcheTermes::MarcheTermes(const DemandeTermes& demande)
+    : code_(CodeSonde(demande.code)), mode_(demande.mode), liensDuMode_(demande.liensDuMode) {
+    switch (demande.qualifiant) {
         case ParTerme: ListeParTerme(); break;
         case ParCISP:
             libelle_ = LibelleDans(TableCISP());
@@ -53,7 +54,7 @@ MarcheTermes::MarcheTermes(const DemandeTermes& demande) : code_(CodeSonde(deman
 // each code once.
 void MarcheTermes::ListeParTerme() {
     std::string sonde = CleTexte(code_, LongueurTerme);
-    if (demande_.mode == ModeIndication) sonde += TypeLien(ModeIndication);
+    if (mode_ == ModeIndication) sonde += TypeLien(ModeIndication);
     Curseur liens(TableLiensTermes());
     for (auto p = liens.PremiereAvec(sonde); p; p = liens.SuivanteAvec(sonde)) {
         VueFicheA(TableLiensTermes(), *p);
@@ -92,12 +93,12 @@ void MarcheTermes::Parcourt(const std::function<bool(std::string_view)>& retient
         Produits(code_, retient, produit);
         return;
     }
-    const std::string type = TypeLien(demande_.mode);
+    const std::string type = TypeLien(mode_);
     Curseur liens(TableLiensTermes(), 1);
     for (const std::string& entree : liste_) {
         const std::string sonde = CleTexte(entree, LongueurCodeLie, ' ') + type;
         for (auto p = liens.SuperieureOuEgale(sonde); p && liens.Cle().starts_with(entree); p = liens.Suivante()) {
-            if (demande_.liensDuMode && liens.Cle().substr(LongueurCodeLie, LongueurTypeLien) != type) continue;
+            if (liensDuMode_ && liens.Cle().substr(LongueurCodeLie, LongueurTypeLien) != type) continue;
             Produits(TexteDeCle(liens.Cle(), LongueurCodeLie + LongueurTypeLien), retient, produit);
         }
     }
@@ -107,7 +108,7 @@ void MarcheTermes::Parcourt(const std::function<bool(std::string_view)>& retient
 void MarcheTermes::Produits(std::string_view terme, const std::function<bool(std::string_view)>& retient,
                             const std::function<void(std::string_view, std::string_view)>& produit) const {
     if (!retient(terme)) return;
-    const std::string sonde = CleTexte(terme, LongueurTerme) + std::to_string(demande_.mode);
+    const std::string sonde = CleTexte(terme, LongueurTerme) + std::to_string(mode_);
     Curseur produits(TableTermesProduits(), 1);
     for (auto p = produits.PremiereAvec(sonde); p; p = produits.SuivanteAvec(sonde)) {
         produit(terme, TexteDeCle(produits.Cle().substr(0, sonde.size() + LongueurCIP), sonde.size()));

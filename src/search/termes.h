@@ -84,8 +84,9 @@ private:
     void Produits(std::string_view terme, const std::function<bool(std::string_view)>& retient,
                   const std::function<void(std::string_view, std::string_view)>& produit) const;
 
-    const std::string code_;
-    const DemandeTermes demande_;
+    const std::string code_;  // the searched code as the probes take it
+    const int32_t mode_;
+    const bool liensDuMode_;
     std::vector<std::string> liste_;  // vocabulary codes, without their NULs
     std::optional<std::string> libelle_;
 };

@@ -60,19 +60,20 @@ std::string DocumentTransparence(const std::string& denomination, const std::vec
            "</BODY>\r\n</HTML>\r\n";
 }
 
-void EcritTransparence(const Bdpm& bdpm, const Selection& selection, Sortie& sortie) {
+using ParCIS = std::map<std::string, const Specialite*>;
+
+void EcritTransparence(const Bdpm& bdpm, const Selection& selection, const ParCIS& specialites, Sortie& sortie) {
     std::map<std::string, std::vector<const AvisHAS*>> parSpecialite;
     for (const AvisHAS& a : bdpm.avis)
         if (selection.specialites.count(a.cis)) parSpecialite[a.cis].push_back(&a);
-    std::map<std::string, const Specialite*> specialites;
-    for (const Specialite& s : bdpm.specialites) specialites[s.cis] = &s;
     std::map<std::string, std::string> numeros;  // by CIS
     for (const auto& [cis, avis] : parSpecialite) {
         char numero[8];
         std::snprintf(numero, sizeof numero, "%05zu", numeros.size() + 1);
         numeros[cis] = numero;
         const std::string nom = "transparence-" + cis + ".htm";
-        const std::string denomination = specialites.count(cis) ? specialites[cis]->denomination : cis;
+        const auto specialite = specialites.find(cis);
+        const std::string denomination = specialite != specialites.end() ? specialite->second->denomination : cis;
         sortie.Ajoute("VDXYLBIN", {{"NomDocument", nom}, {"Document", VersHexa(DocumentTransparence(denomination, avis))}});
         const auto recent = std::ranges::max_element(avis, {}, &AvisHAS::date);
         sortie.Ajoute("VDXYLIEN", {{"NumeroLien", numero},
@@ -88,9 +89,7 @@ void EcritTransparence(const Bdpm& bdpm, const Selection& selection, Sortie& sor
 }
 
 // The changes of a day joined, one a line: a key holds one day.
-void EcritHistorique(const Bdpm& bdpm, const Selection& selection, Sortie& sortie) {
-    std::map<std::string, const Specialite*> specialites;
-    for (const Specialite& s : bdpm.specialites) specialites[s.cis] = &s;
+void EcritHistorique(const Bdpm& bdpm, const Selection& selection, const ParCIS& specialites, Sortie& sortie) {
     // The alert status holds as of the extract.
     const std::string dateExtrait = DateExtrait(bdpm);
     std::map<std::pair<std::string, std::string>, std::vector<std::string>> changements;  // by code and AAAAMMJJ
@@ -115,8 +114,10 @@ void EcritHistorique(const Bdpm& bdpm, const Selection& selection, Sortie& sorti
 }  // namespace
 
 void EcritDocuments(const Bdpm& bdpm, const Selection& selection, Sortie& sortie) {
-    EcritTransparence(bdpm, selection, sortie);
-    EcritHistorique(bdpm, selection, sortie);
+    ParCIS specialites;
+    for (const Specialite& s : bdpm.specialites) specialites[s.cis] = &s;
+    EcritTransparence(bdpm, selection, specialites, sortie);
+    EcritHistorique(bdpm, selection, specialites, sortie);
 }
 
 }  // namespace vdx::import
