@@ -66,7 +66,19 @@ sortie=$("$vdx" check --base "$work/base" 3026454 3267100 --json)
 verifie "check as JSON keeps the outside rows apart" \
   grep -q '"interactions":\[\],"noCouples":false,"noTerms":false,"notAnalysed":\[{"code":"3267100".*"outside":\[{"level":4.*"label2":"Millepertuis"' <<<"$sortie"
 sortie=$("$vdx" check --base "$work/base" 3436258 --sex F --pregnancy 30 --json)
-verifie "check as JSON" grep -q '^{"prescription":\[{"code":"3436258".*"termLabel":"Grossesse".*}]}$' <<<"$sortie"
+verifie "check as JSON" grep -q '^{"prescription":\[{"code":"3436258".*"termLabel":"Grossesse".*"duplicates":\[\]}$' <<<"$sortie"
+# The allergies and the substances given twice, in both outputs.
+sortie=$("$vdx" check --base "$work/base" 3491317 3368195 3659573 --allergy allergen:30501 --json)
+verifie "check as JSON gives the allergy" \
+  grep -q '"allergies":\[{"through":"allergen","code":"3491317",[^]]*"cause":"30501","causeText":"PÉNICILLINES -> ' <<<"$sortie"
+verifie "check as JSON gives the substance prescribed twice" \
+  grep -q '"duplicates":\[{"type":"substance","code1":"3368195",[^]]*"code2":"3659573",[^]]*"substance":"IBUPROFÈNE"' <<<"$sortie"
+sortie=$("$vdx" check --base "$work/base" 3491317 3368195 3659573 --allergy allergen:30501)
+verifie "check prints the allergy" grep -q "^  AMOXICILLINE MYL 500MG GELULE B/12: PÉNICILLINES -> " <<<"$sortie"
+verifie "check prints the duplicate" grep -q "^Doublons (1)" <<<"$sortie"
+for mauvaise in "allergen:0" "allergen:x" "poison:12" "term:"; do
+    verifie "check refuses --allergy $mauvaise" test "$(code "$vdx" check --base "$work/base" 3491317 --allergy "$mauvaise")" = 2
+done
 for ordre in "3026454@3368195" "3368195@3026454"; do
     sortie=$("$vdx" call --base "$work/base" Interactions2_Vdx "$ordre" "" "" 0 0 0 0 "")
     verifie "warfarin with ibuprofen ($ordre)" test "$(echo "$sortie" | tail -n +2 | cut -f1,2,8 | grep -c $'^3026454\t3368195\t3$')" = 1

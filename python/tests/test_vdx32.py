@@ -30,12 +30,15 @@ def base():
 
 
 # Warfarin with ibuprofen for a pregnant woman of 30 with an ulcer; the same
-# with an unknown code and a product given on the skin; a product alone.
+# with an unknown code and a product given on the skin; a product alone;
+# amoxicillin for a patient allergic to penicillins, with two ibuprofens.
 ORDONNANCES = [
     (["3026454", "3368195"], vdx32.Patient(age_months=360, sex="F", pregnancy_weeks=30, pathologies=[("cim10", "K26")]),
      ["--age-years", "30", "--sex", "F", "--pregnancy", "30", "--pathology", "cim10:K26"]),
     (["3026454", "9999999", "3267100"], vdx32.Patient(), []),
     (["3595583"], vdx32.Patient(weight_kg=45, breastfeeding=True), ["--weight", "45", "--breastfeeding"]),
+    (["3491317", "3368195", "3659573"], vdx32.Patient(allergies=[("allergen", 30501), ("term", "0000000103")]),
+     ["--allergy", "allergen:30501", "--allergy", "term:0000000103"]),
 ]
 
 
@@ -50,6 +53,9 @@ def test_the_check_finds_what_a_prescriber_expects(base):
     assert [r.severity for r in resultat.interactions][0].startswith("Association d")
     assert {resultat.interactions[0].code1, resultat.interactions[0].code2} == {"3026454", "3368195"}
     assert not resultat.no_couples and not resultat.no_terms
+    resultat = base.check(["3491317", "3368195", "3659573"], patient=vdx32.Patient(allergies=[("allergen", 30501)]))
+    assert [(a.code, a.through) for a in resultat.allergies] == [("3491317", "allergen")]
+    assert [(d.code1, d.code2, d.type) for d in resultat.duplicates] == [("3368195", "3659573", "substance")]
 
 
 def test_a_product_and_the_search_as_the_c_api_gives_them(base):

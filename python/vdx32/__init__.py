@@ -18,9 +18,10 @@ import ctypes.util
 import os
 import sys
 from dataclasses import dataclass, field
-from typing import List, Optional, Sequence, Tuple
+from typing import List, Optional, Sequence, Tuple, Union
 
-__all__ = ["Base", "Patient", "Product", "SearchRow", "Interaction", "ContraIndication", "CheckResult", "VdxError"]
+__all__ = ["Base", "Patient", "Product", "SearchRow", "Interaction", "ContraIndication", "Allergy", "Duplicate",
+           "CheckResult", "VdxError"]
 
 _CODAGE = "cp1252"
 _SLOT = ctypes.sizeof(ctypes.c_void_p)  # one field of a record
@@ -41,8 +42,10 @@ class VdxError(Exception):
 @dataclass
 class Patient:
     """Age in months, weight in kg, weeks of pregnancy, breast-feeding, sex
-    "M" or "F" (empty when unknown), and pathologies as (kind, code) with
-    kind "term", "cisp" or "cim10"."""
+    "M" or "F" (empty when unknown), pathologies as (kind, code) with kind
+    "term", "cisp" or "cim10", and allergies as ("term", code) for an
+    allergy term or ("allergen", number) for a substance or, above 30000, a
+    chemical family."""
 
     age_months: int = 0
     weight_kg: int = 0
@@ -50,6 +53,7 @@ class Patient:
     breastfeeding: bool = False
     sex: str = ""
     pathologies: Sequence[Tuple[str, str]] = ()
+    allergies: Sequence[Tuple[str, Union[str, int]]] = ()
 
 
 @dataclass
@@ -93,17 +97,43 @@ class ContraIndication:
 
 
 @dataclass
+class Allergy:
+    through: str  # "term" or "allergen"
+    code: str
+    label: str
+    cause: str
+    cause_text: str
+
+
+@dataclass
+class Duplicate:
+    type: str  # "substance", "synonym" or "class"
+    code1: str
+    label1: str
+    code2: str
+    label2: str
+    substance: str
+    substance1: str
+    substance2: str
+    class_code: str
+    class_label: str
+
+
+@dataclass
 class CheckResult:
     """What `vdx check --json` gives: the prescription, the interactions
     between its products and with what is taken outside it, the products
     left out of the analysis (local routes only), the contra-indications and
-    precautions, and whether the base has couples and terms at all."""
+    precautions, the allergies, the substances given twice, and whether the
+    base has couples and terms at all."""
 
     prescription: List[SearchRow] = field(default_factory=list)
     interactions: List[Interaction] = field(default_factory=list)
     outside: List[Interaction] = field(default_factory=list)
     not_analysed: List[SearchRow] = field(default_factory=list)
     contraindications: List[ContraIndication] = field(default_factory=list)
+    allergies: List[Allergy] = field(default_factory=list)
+    duplicates: List[Duplicate] = field(default_factory=list)
     no_couples: bool = False
     no_terms: bool = False
 
@@ -125,6 +155,11 @@ class CheckResult:
             "contraindications": [{"level": a.level, "code": a.code, "label": a.label, "term": a.term,
                                    "termLabel": a.term_label, "patientCode": a.patient_code}
                                   for a in self.contraindications],
+            "allergies": [{"through": a.through, "code": a.code, "label": a.label, "cause": a.cause,
+                           "causeText": a.cause_text} for a in self.allergies],
+            "duplicates": [{"type": d.type, "code1": d.code1, "label1": d.label1, "code2": d.code2, "label2": d.label2,
+                            "substance": d.substance, "substance1": d.substance1, "substance2": d.substance2,
+                            "class": d.class_code, "classLabel": d.class_label} for d in self.duplicates],
         }
 
 
@@ -146,6 +181,9 @@ _BoiteMessage = _FONCTION(ctypes.c_int32, ctypes.c_void_p, ctypes.c_char_p, ctyp
 _I, _S = "i", "s"  # the kinds of a record's fields
 _CHAMPS_INTERACTION = [_S] * 7 + [_I] + [_S] * 8 + [_I] * 5 + [_S] * 2  # VdxInteraction2
 _CHAMPS_ALERTE = [_I, _I, _S, _S, _S, _S, _S]  # VdxAlerteCI
+_CHAMPS_ALLERGIE = [_I] + [_S] * 4  # VdxFicheAllergie
+_CHAMPS_DOUBLON = [_S] * 12 + [_I]  # VdxFicheSurdosage
+_REDONDANCES = {2: "synonym", 3: "substance", 4: "class"}
 
 
 def _charge(chemin: Optional[str]):
@@ -175,6 +213,8 @@ def _charge(chemin: Optional[str]):
         (vdx, "ListeVoie_Vdx", i32, [cp, ppt]),
         (vdx, "Interactions2_Vdx", i32, [ppt, ppt, ppt, ppt, i32, i32, i32, i32, cp]),
         (vdx, "ContreIndicationsProfil2_Vdx", i32, [ppt, ppt, ppt, ppt, ppt, i32, i32, i32, i32, cp]),
+        (vdx, "ControleAllergies_Vdx", i32, [ppt, ppt, ppt, ppt]),
+        (vdx, "Surdosage_Vdx", i32, [ppt, ppt]),
         (ole, "SysAllocStringByteLen", _BSTR, [cp, ctypes.c_uint]),
         (ole, "SysFreeString", None, [_BSTR]),
         (ole, "SysStringByteLen", ctypes.c_uint, [_BSTR]),
@@ -247,30 +287,48 @@ class Base:
         """The check of a prescription for a patient, as `vdx check`: `level`
         the lowest interaction level shown."""
         patient = patient or Patient()
-        if level is not None:
-            self._vdx.NiveauInteraction_Vdx(level)
         types = [_TYPES_PATHOLOGIE[k] if isinstance(k, str) else int(k) for k, _ in patient.pathologies]
         codes = [c for _, c in patient.pathologies]
+        termes = [str(c) for k, c in patient.allergies if k == "term"]
+        allergenes = [int(c) for k, c in patient.allergies if k == "allergen"]
+        if len(termes) + len(allergenes) != len(patient.allergies):
+            raise ValueError("an allergy is (\"term\", code) or (\"allergen\", number)")
         entrees = [self._tableau_de_chaines(products), self._tableau_de_chaines(codes), self._tableau_d_entiers(types),
-                   self._tableau_d_entiers(list(range(1, len(codes) + 1)))]
-        produits, codes_patient, types_patient, valeurs = entrees
-        lignes, alertes = self._tableau_de_fiches(len(_CHAMPS_INTERACTION)), self._tableau_de_fiches(len(_CHAMPS_ALERTE))
+                   self._tableau_d_entiers(list(range(1, len(codes) + 1))), self._tableau_de_chaines(termes),
+                   self._tableau_d_entiers(allergenes)]
+        produits, codes_patient, types_patient, valeurs, termes_allergie, allergenes_patient = entrees
+        sorties = [self._tableau_de_fiches(len(c)) for c in
+                   (_CHAMPS_INTERACTION, _CHAMPS_ALERTE, _CHAMPS_ALLERGIE, _CHAMPS_DOUBLON)]
+        lignes, alertes, allergies, doublons = sorties
         profil = (patient.age_months, patient.weight_kg, patient.pregnancy_weeks, int(patient.breastfeeding),
                   patient.sex.encode(_CODAGE))
+        avant = self._vdx.NiveauInteraction_Vdx(-1)
         try:
+            if level is not None:
+                self._vdx.NiveauInteraction_Vdx(level)
             self._verifie("Interactions2_Vdx", self._vdx.Interactions2_Vdx(
                 ctypes.byref(produits), ctypes.byref(codes_patient), ctypes.byref(types_patient), ctypes.byref(lignes),
                 *profil))
             self._verifie("ContreIndicationsProfil2_Vdx", self._vdx.ContreIndicationsProfil2_Vdx(
                 ctypes.byref(codes_patient), ctypes.byref(types_patient), ctypes.byref(valeurs), ctypes.byref(produits),
                 ctypes.byref(alertes), *profil))
+            if patient.allergies:
+                self._verifie("ControleAllergies_Vdx", self._vdx.ControleAllergies_Vdx(
+                    ctypes.byref(termes_allergie), ctypes.byref(allergenes_patient), ctypes.byref(produits),
+                    ctypes.byref(allergies)))
+            self._verifie("Surdosage_Vdx", self._vdx.Surdosage_Vdx(ctypes.byref(produits), ctypes.byref(doublons)))
             rangs = [Interaction(f[7], f[4], f[0], f[2], f[1], f[3], f[5], f[9], f[11], f[22], f[6])
                      for f in self._fiches(lignes, _CHAMPS_INTERACTION)]
             resultat = CheckResult(
                 contraindications=[ContraIndication(f[0], f[2], f[3], f[4], f[5], f[6])
-                                   for f in self._fiches(alertes, _CHAMPS_ALERTE)])
+                                   for f in self._fiches(alertes, _CHAMPS_ALERTE)],
+                allergies=[Allergy("term" if f[0] == 1 else "allergen", *f[1:])
+                           for f in self._fiches(allergies, _CHAMPS_ALLERGIE)],
+                duplicates=[Duplicate(_REDONDANCES.get(f[12], "class"), f[0], f[2], f[1], f[3], f[9], f[6], f[7], f[10],
+                                      f[11]) for f in self._fiches(doublons, _CHAMPS_DOUBLON)])
         finally:
-            for t in entrees + [lignes, alertes]:
+            self._vdx.NiveauInteraction_Vdx(avant)
+            for t in entrees + sorties:
                 self._ole.SafeArrayDestroy(t)
         for code in products:
             try:

@@ -15,8 +15,6 @@
 #include <vector>
 
 #include "platform/codepage.h"
-#include "checks/contreindications.h"
-#include "checks/interactions.h"
 #include "documents/annexes.h"
 #include "products/codes.h"
 #include "products/composition.h"
@@ -25,6 +23,7 @@
 #include "session/valeurs_hote.h"
 #include "store/sources.h"
 #include "tools/vdx/commandes.h"
+#include "tools/vdx/consultation.h"
 #include "vdx32/oleauto.h"
 #include "vdx32/vdx32.h"
 
@@ -34,25 +33,30 @@ namespace {
 constexpr char AideCheck[] =
     "usage: vdx check [--base BASE] CODE... [--age MONTHS | --age-years N] [--weight KG]\n"
     "                 [--sex M|F] [--pregnancy WEEKS] [--breastfeeding]\n"
-    "                 [--pathology TYPE:CODE]... [--level N] [--json] [--html DIR]\n"
+    "                 [--pathology TYPE:CODE]... [--allergy TYPE:CODE]... [--level N]\n"
+    "                 [--json] [--html DIR]\n"
     "\n"
     "Checks a prescription of products (CodeCIP) for one patient: prints the\n"
     "products, the interactions between them grouped by severity with their\n"
     "kind, risk and conduct, the products left out of the analysis because\n"
     "all their routes are local (skin, ear, nose, teeth and gums), what the\n"
     "patient should avoid outside the prescription (alcohol, grapefruit...),\n"
-    "then the contra-indications and precautions that apply to the patient. A pathology is TYPE:CODE with TYPE term, cisp or\n"
-    "cim10 (or 1, 2, 3). --level leaves out the interactions below that level\n"
-    "(1 to 4). --json prints one JSON object. --html writes the reports of the\n"
-    "interactions and of the contra-indications into DIR (interactions.html,\n"
-    "contre-indications.html, code page 1252) for a browser. Exit codes: 0 done, whatever was\n"
-    "found; 1 a failure of the library; 2 bad usage.\n";
+    "the contra-indications and precautions that apply to the patient, the\n"
+    "products the patient's allergies forbid and the substances prescribed\n"
+    "twice. A pathology is TYPE:CODE with TYPE term, cisp or cim10 (or 1, 2,\n"
+    "3); an allergy term:CODE (an allergy term) or allergen:NUMBER (a\n"
+    "substance, or above 30000 a chemical family). --level leaves out the\n"
+    "interactions below that level (1 to 4). --json prints one JSON object.\n"
+    "--html writes the reports (interactions.html, contre-indications.html,\n"
+    "allergies.html, doublons.html, code page 1252) into DIR for a browser.\n"
+    "Exit codes: 0 done, whatever was found; 1 a failure of the library; 2\n"
+    "bad usage.\n";
 
 constexpr char AideProduct[] =
     "usage: vdx product [--base BASE] CODE\n"
     "\n"
     "Shows a product of BASE (or VDX_BASE): label, laboratory, deletion, CIP13 and CIS codes, flags,\n"
-    "status and restricted prescriptions, composition, classes and routes.\n";
+    "status and restricted prescriptions, price, composition, classes and routes.\n";
 
 constexpr char AideMonograph[] =
     "usage: vdx monograph BASE CODE FILE [--css PATH]\n"
@@ -82,33 +86,6 @@ constexpr char AideSearchSet[] =
     "beginning with \"#\" aside); the patient options are those of the patient\n"
     "criterion (9). Prints each call's result, then every product of the set\n"
     "in code order, read back one by one, and frees the set.\n";
-
-// The text of a host string the library filled in an 8-bit session, in UTF-8.
-std::string Utf8(BSTR b) {
-    if (!b) return {};
-    return codepage::VersUtf8(std::string_view(reinterpret_cast<const char*>(b), SysStringByteLen(b)));
-}
-
-// The shapes of the records the library fills.
-const Gabarit DeuxChaines = {TypeChamp::Texte, TypeChamp::Texte};
-const Gabarit TroisChaines = {TypeChamp::Texte, TypeChamp::Texte, TypeChamp::Texte};
-
-// A host array of the strings given in UTF-8 on the command line, 8-bit.
-EntreeHote Chaines(const std::vector<std::string>& utf8) {
-    std::vector<std::string> textes;
-    for (const std::string& t : utf8) textes.push_back(codepage::DepuisUtf8(t).value_or(t));
-    return EntreeHote::Chaines(textes);
-}
-
-// A connection in array mode, closed on every way out.
-struct Connexion {
-    int32_t code;
-    explicit Connexion(const std::string& base) {
-        InstalleNotifications_Vdx(nullptr, nullptr, nullptr);
-        code = Connection2_Vdx(base.c_str(), 0, 0);
-    }
-    ~Connexion() { DeConnection2_Vdx(); }
-};
 
 std::optional<int32_t> Nombre(const std::string& texte) {
     int32_t n = 0;
@@ -179,28 +156,17 @@ struct Couleurs {
 
 struct Demande {
     std::string base;
-    std::vector<std::string> produits;
-    std::vector<std::string> codesPatient;
-    std::vector<int32_t> typesPatient;
-    int32_t age = 0, poids = 0, grossesse = 0, allaitement = 0;
-    std::string sexe;
-    std::optional<int32_t> niveau;
+    Ordonnance ordonnance;
     bool json = false;
     std::string html;  // the directory of the reports, or empty
 };
 
-std::optional<int32_t> TypePathologie(std::string_view type) {
-    if (type == "term" || type == "1") return 1;
-    if (type == "cisp" || type == "2") return 2;
-    if (type == "cim10" || type == "3") return 3;
-    return std::nullopt;
-}
-
 // The arguments of check, or nullopt on bad usage (told on stderr).
 std::optional<Demande> LitDemande(const ArgumentsCommande& args) {
     Demande d;
+    Ordonnance& o = d.ordonnance;
     d.base = args.Base();
-    d.produits = args.Autres();
+    o.produits = args.Autres();
     for (const auto& option : args.Options()) {
         const std::string& a = option.first;
         const std::string& valeur = option.second;
@@ -213,102 +179,78 @@ std::optional<Demande> LitDemande(const ArgumentsCommande& args) {
             cible = *n * facteur;
             return true;
         };
+        // TYPE:CODE, or nullopt after telling what the option takes.
+        const auto typeEtCode = [&](const char* types) -> std::optional<std::pair<std::string, std::string>> {
+            const size_t deux = valeur.find(':');
+            if (deux == std::string::npos || deux + 1 >= valeur.size()) {
+                std::cerr << "vdx: " << a << " takes TYPE:CODE, TYPE " << types << '\n';
+                return std::nullopt;
+            }
+            return std::pair{valeur.substr(0, deux), valeur.substr(deux + 1)};
+        };
         if (a == "--age") {
-            if (!entier(d.age)) return std::nullopt;
+            if (!entier(o.age)) return std::nullopt;
         } else if (a == "--age-years") {
-            if (!entier(d.age, 12)) return std::nullopt;
+            if (!entier(o.age, 12)) return std::nullopt;
         } else if (a == "--weight") {
-            if (!entier(d.poids)) return std::nullopt;
+            if (!entier(o.poids)) return std::nullopt;
         } else if (a == "--pregnancy") {
-            if (!entier(d.grossesse)) return std::nullopt;
+            if (!entier(o.grossesse)) return std::nullopt;
         } else if (a == "--level") {
             int32_t n = 0;
             if (!entier(n)) return std::nullopt;
-            d.niveau = n;
+            o.niveau = n;
         } else if (a == "--sex") {
             if (valeur != "M" && valeur != "F") {
                 std::cerr << "vdx: --sex takes M or F\n";
                 return std::nullopt;
             }
-            d.sexe = valeur;
+            o.sexe = valeur;
         } else if (a == "--pathology") {
-            const size_t deux = valeur.find(':');
-            const auto type = deux == std::string::npos ? std::nullopt : TypePathologie(valeur.substr(0, deux));
-            if (!type || deux + 1 >= valeur.size()) {
-                std::cerr << "vdx: --pathology takes TYPE:CODE, TYPE term, cisp or cim10\n";
+            const auto tc = typeEtCode("term, cisp or cim10");
+            const auto type = tc ? TypePathologie(tc->first) : std::nullopt;
+            if (!type) return std::nullopt;
+            o.pathologies.push_back({*type, tc->second});
+        } else if (a == "--allergy") {
+            const auto tc = typeEtCode("term or allergen");
+            if (!tc) return std::nullopt;
+            const auto allergene = Nombre(tc->second);
+            if (tc->first == "term") {
+                o.termesAllergie.push_back(tc->second);
+            } else if (tc->first == "allergen" && allergene && *allergene > 0) {
+                o.allergenes.push_back(*allergene);
+            } else {
+                std::cerr << "vdx: --allergy takes term:CODE or allergen:NUMBER\n";
                 return std::nullopt;
             }
-            d.typesPatient.push_back(*type);
-            d.codesPatient.push_back(valeur.substr(deux + 1));
         } else if (a == "--breastfeeding") {
-            d.allaitement = 1;
+            o.allaitement = 1;
         } else if (a == "--json") {
             d.json = true;
         } else if (a == "--html") {
             d.html = valeur;
         }
     }
-    if (d.base.empty() || d.produits.empty()) return std::nullopt;
+    if (d.base.empty() || o.produits.empty()) return std::nullopt;
     return d;
 }
-
-struct Produit {
-    std::string code, libelle;
-    // All its routes local (skin, ear, nose, teeth and gums): the
-    // interaction analysis leaves it out unless a couple names its route.
-    bool local = false;
-};
 
 constexpr char BaseSansCouples[] =
     "la base ne contient aucun couple d'interactions : aucune interaction ne peut \xC3\xAAtre signal\xC3\xA9" "e";
 constexpr char BaseSansTermes[] =
     "la base ne contient aucun terme de contre-indication : aucune ne peut \xC3\xAAtre signal\xC3\xA9" "e";
 
-// The code the library gives the second product of a row with what is
-// taken outside the prescription.
-constexpr char SansSecondProduit[] = "0000000";
-
-// What check found, gathered before it is printed.
-struct Constat {
-    std::vector<Produit> produits;
-    TableauHote<VdxInteraction2> lignes{GabaritDe<FicheInteraction2>()};
-    TableauHote<VdxAlerteCI> alertes{GabaritDe<AlerteCI>()};
-    // The rows between prescribed products, then those with what the
-    // patient should avoid outside the prescription.
-    std::vector<VdxInteraction2*> interactions, exterieures;
-    // The products the route rule leaves out, of which no row speaks.
-    std::vector<const Produit*> nonAnalyses;
-    // A base without couples or without terms can find none: it is said,
-    // never taken for a prescription without risk.
-    bool sansCouples = false, sansTermes = false;
-
-    void Trie() {
-        for (VdxInteraction2& r : lignes.Lignes())
-            (Utf8(r.CIP2) == SansSecondProduit ? exterieures : interactions).push_back(&r);
-        for (const Produit& p : produits)
-            if (p.local && std::ranges::none_of(lignes.Lignes(), [&](VdxInteraction2& r) {
-                    return Utf8(r.CIP1) == p.code || Utf8(r.CIP2) == p.code;
-                }))
-                nonAnalyses.push_back(&p);
-    }
-};
-
-// Whether every route of a product is local: a route code beginning with
-// "B" reaches no further than where it is laid.
-bool RoutesLocales(const char* code) {
-    TableauHote<VdxDeuxChaines> voies(DeuxChaines);
-    if (ListeVoie_Vdx(code, voies.Adresse()) <= 0) return false;
-    return std::ranges::all_of(voies.Lignes(), [](VdxDeuxChaines& v) { return Utf8(v.Code).starts_with('B'); });
-}
-
 int Imprime(Constat& c) {
     const Couleurs couleurs;
+    const auto titre = [&](const std::string& texte, size_t nombre) {
+        std::cout << '\n' << couleurs.Gras() << texte << " (" << nombre << ")" << couleurs.Fin() << '\n';
+        if (nombre == 0) std::cout << "  aucune\n";
+    };
     std::cout << couleurs.Gras() << "Ordonnance" << couleurs.Fin() << '\n';
-    for (const Produit& p : c.produits) std::cout << "  " << p.code << "  " << p.libelle << '\n';
+    for (const ProduitPrescrit& p : c.produits) std::cout << "  " << p.code << "  " << p.libelle << '\n';
 
-    const auto imprimeLignes = [&](const char* titre, const std::vector<VdxInteraction2*>& lignes) {
-        std::cout << '\n' << couleurs.Gras() << titre << " (" << lignes.size() << ")" << couleurs.Fin() << '\n';
-        if (lignes.empty()) std::cout << "  aucune\n";
+    const auto imprimeLignes = [&](const char* texte, const std::vector<VdxInteraction2*>& lignes) {
+        titre(texte, lignes.size());
         std::string gravite;
         for (VdxInteraction2* r : lignes) {
             const int32_t niveau = static_cast<int32_t>(r->Niveau);
@@ -325,15 +267,12 @@ int Imprime(Constat& c) {
     };
     imprimeLignes("Interactions", c.interactions);
     if (c.sansCouples) std::cout << "  " << BaseSansCouples << '\n';
-    for (const Produit* p : c.nonAnalyses)
+    for (const ProduitPrescrit* p : c.nonAnalyses)
         std::cout << "  non analys\xC3\xA9, voie locale seule : " << p->code << "  " << p->libelle << '\n';
     imprimeLignes("\xC3\x80 \xC3\xA9viter en dehors de l'ordonnance", c.exterieures);
 
     const auto alertes = c.alertes.Lignes();
-    std::cout << '\n'
-              << couleurs.Gras() << "Contre-indications et pr\xC3\xA9" "cautions (" << alertes.size() << ")"
-              << couleurs.Fin() << '\n';
-    if (alertes.empty()) std::cout << "  aucune\n";
+    titre("Contre-indications et pr\xC3\xA9" "cautions", alertes.size());
     if (c.sansTermes) std::cout << "  " << BaseSansTermes << '\n';
     for (VdxAlerteCI& a : alertes) {
         const bool precaution = a.NiveauAlerte == 3 || a.NiveauAlerte >= 30;
@@ -342,44 +281,20 @@ int Imprime(Constat& c) {
         if (SysStringByteLen(a.CodePatient)) std::cout << "  [" << Utf8(a.CodePatient) << "]";
         std::cout << "  (niveau " << a.NiveauAlerte << ")\n";
     }
-    return SortieSucces;
-}
 
-int ImprimeJson(Constat& c) {
-    std::cout << "{\"prescription\":[";
-    for (size_t i = 0; i < c.produits.size(); ++i)
-        std::cout << (i ? "," : "") << "{\"code\":" << vdx::ChaineJson(c.produits[i].code)
-                  << ",\"label\":" << vdx::ChaineJson(c.produits[i].libelle) << "}";
-    const auto lignes = [](const std::vector<VdxInteraction2*>& rangs) {
-        for (size_t i = 0; i < rangs.size(); ++i) {
-            const VdxInteraction2& r = *rangs[i];
-            std::cout << (i ? "," : "") << "{\"level\":" << r.Niveau << ",\"severity\":" << vdx::ChaineJson(Utf8(r.LibelleGravite))
-                      << ",\"code1\":" << vdx::ChaineJson(Utf8(r.CIP1)) << ",\"label1\":" << vdx::ChaineJson(Utf8(r.Libelle1))
-                      << ",\"code2\":" << vdx::ChaineJson(Utf8(r.CIP2)) << ",\"label2\":" << vdx::ChaineJson(Utf8(r.Libelle2))
-                      << ",\"kind\":" << vdx::ChaineJson(Utf8(r.TexteType)) << ",\"risk\":" << vdx::ChaineJson(Utf8(r.Texte2))
-                      << ",\"conduct\":" << vdx::ChaineJson(Utf8(r.Texte4)) << ",\"condition\":" << vdx::ChaineJson(Utf8(r.LibelleCondition))
-                      << ",\"reference\":" << vdx::ChaineJson(Utf8(r.Reference)) << "}";
-        }
-    };
-    std::cout << "],\"interactions\":[";
-    lignes(c.interactions);
-    std::cout << "],\"noCouples\":" << (c.sansCouples ? "true" : "false") << ",\"noTerms\":"
-              << (c.sansTermes ? "true" : "false") << ",\"notAnalysed\":[";
-    for (size_t i = 0; i < c.nonAnalyses.size(); ++i)
-        std::cout << (i ? "," : "") << "{\"code\":" << vdx::ChaineJson(c.nonAnalyses[i]->code) << ",\"label\":" << vdx::ChaineJson(c.nonAnalyses[i]->libelle)
-                  << ",\"reason\":\"local route only\"}";
-    std::cout << "],\"outside\":[";
-    lignes(c.exterieures);
-    std::cout << "],\"contraindications\":[";
-    bool premier = true;
-    for (VdxAlerteCI& a : c.alertes.Lignes()) {
-        std::cout << (premier ? "" : ",") << "{\"level\":" << a.NiveauAlerte << ",\"code\":" << vdx::ChaineJson(Utf8(a.CodeProduit))
-                  << ",\"label\":" << vdx::ChaineJson(Utf8(a.LibelleProduit)) << ",\"term\":" << vdx::ChaineJson(Utf8(a.CodeTerme))
-                  << ",\"termLabel\":" << vdx::ChaineJson(Utf8(a.LibelleTerme))
-                  << ",\"patientCode\":" << vdx::ChaineJson(Utf8(a.CodePatient)) << "}";
-        premier = false;
+    const auto allergies = c.allergies.Lignes();
+    titre("Allergies", allergies.size());
+    for (VdxFicheAllergie& a : allergies)
+        std::cout << "  " << Utf8(a.LibelleProduit) << ": " << Utf8(a.TexteCause) << '\n';
+    const auto doublons = c.doublons.Lignes();
+    titre("Doublons", doublons.size());
+    for (VdxFicheSurdosage& d : doublons) {
+        const std::string commun = SysStringByteLen(d.LibelleCommune) ? Utf8(d.LibelleCommune)
+                                   : SysStringByteLen(d.LibelleClasseCommune)
+                                       ? Utf8(d.LibelleClasseCommune)
+                                       : Utf8(d.LibelleSubstance1) + " / " + Utf8(d.LibelleSubstance2);
+        std::cout << "  " << Utf8(d.Libelle1) << "  +  " << Utf8(d.Libelle2) << ": " << commun << '\n';
     }
-    std::cout << "]}\n";
     return SortieSucces;
 }
 
@@ -388,52 +303,18 @@ int Check(const ArgumentsCommande& args) {
     if (!d) return Usage(AideCheck);
     const Connexion connexion(d->base);
     if (connexion.code != 1) return EchecLibrairie("Connection2_Vdx", connexion.code);
-    if (d->niveau) NiveauInteraction_Vdx(*d->niveau);
-
     Constat constat;
-    for (const std::string& code : d->produits) {
-        ChaineHote libelle;
-        const int32_t n = LibelleProduit_Vdx(code.c_str(), libelle.Adresse());
-        constat.produits.push_back(
-            {code, n == 1 ? Utf8(libelle.Valeur()) : "(produit inconnu)", RoutesLocales(code.c_str())});
-    }
-    EntreeHote produits = Chaines(d->produits), codes = Chaines(d->codesPatient),
-               types = EntreeHote::Entiers(d->typesPatient);
-    std::vector<int32_t> valeurs(d->codesPatient.size());
-    for (size_t i = 0; i < valeurs.size(); ++i) valeurs[i] = static_cast<int32_t>(i) + 1;
-    EntreeHote valeursPatient = EntreeHote::Entiers(valeurs);
-    SAFEARRAY** p = produits.Adresse();
-    SAFEARRAY** c = codes.Adresse();
-    SAFEARRAY** t = types.Adresse();
-    SAFEARRAY** v = valeursPatient.Adresse();
-    const int32_t n = Interactions2_Vdx(p, c, t, constat.lignes.Adresse(), d->age, d->poids, d->grossesse,
-                                        d->allaitement, d->sexe.c_str());
-    if (n < 0) return EchecLibrairie("Interactions2_Vdx", n);
-    const int32_t m = ContreIndicationsProfil2_Vdx(c, t, v, p, constat.alertes.Adresse(), d->age, d->poids, d->grossesse,
-                                                   d->allaitement, d->sexe.c_str());
-    if (m < 0) return EchecLibrairie("ContreIndicationsProfil2_Vdx", m);
-    if (!d->html.empty()) {
-        std::error_code erreur;
-        std::filesystem::create_directories(d->html, erreur);
-        const std::string interactions = d->html + "/interactions.html", alertes = d->html + "/contre-indications.html";
-        const int32_t i = Interactions2Html_Vdx(p, c, t, interactions.c_str(), "", d->age, d->poids, d->grossesse,
-                                                d->allaitement, d->sexe.c_str());
-        if (i < 0) return EchecLibrairie("Interactions2Html_Vdx", i);
-        const int32_t a = ContreIndicationsProfilHtml_Vdx(c, t, v, p, d->age, d->poids, d->grossesse, d->allaitement,
-                                                          d->sexe.c_str(), alertes.c_str(), "");
-        if (a < 0) return EchecLibrairie("ContreIndicationsProfilHtml_Vdx", a);
-        if (!std::filesystem::exists(interactions) || !std::filesystem::exists(alertes)) {
+    if (const auto echec = Verifie(d->ordonnance, constat)) return EchecLibrairie(echec->appel.c_str(), echec->code);
+    if (!d->html.empty())
+        if (const auto echec = EcritRapports(d->ordonnance, d->html)) {
             std::cerr << "vdx: cannot write the reports into " << d->html << '\n';
-            return SortieEchec;
+            return EchecLibrairie(echec->appel.c_str(), echec->code);
         }
-    }
-    constat.Trie();
-    const int32_t couples = TablePresente_Vdx("VDXZICOU"), termes = TablePresente_Vdx("VDXVAMM");
-    if (couples < 0) return EchecLibrairie("TablePresente_Vdx", couples);
-    if (termes < 0) return EchecLibrairie("TablePresente_Vdx", termes);
-    constat.sansCouples = couples == 0;
-    constat.sansTermes = termes == 0;
-    return d->json ? ImprimeJson(constat) : Imprime(constat);
+    if (d->json)
+        std::cout << ConstatJson(constat) << '\n';
+    else
+        Imprime(constat);
+    return SortieSucces;
 }
 
 int Product(const ArgumentsCommande& args) {
@@ -441,51 +322,30 @@ int Product(const ArgumentsCommande& args) {
     if (base.empty() || args.Autres().size() != 1) return Usage(AideProduct);
     const Connexion connexion(base);
     if (connexion.code != 1) return EchecLibrairie("Connection2_Vdx", connexion.code);
-    const std::string& texteCode = args.Autres()[0];
-    const char* code = texteCode.c_str();
-
-    ChaineHote libelle, labo, nomLabo, date, cip13, cis;
-    const int32_t n = LibelleProduit_Vdx(code, libelle.Adresse());
-    if (n != 1) return EchecLibrairie("LibelleProduit_Vdx", n);
-    std::cout << texteCode << "  " << Utf8(libelle.Valeur()) << '\n';
-    if (Laboratoire_Vdx(code, labo.Adresse(), nomLabo.Adresse()) == 1)
-        std::cout << "  laboratory: " << Utf8(nomLabo.Valeur()) << '\n';
-    if (ProduitSupprime_Vdx(code, date.Adresse()) == 1) std::cout << "  deleted on " << Utf8(date.Valeur()) << '\n';
-    if (CIP_CIP13_Vdx(code, cip13.Adresse()) == 1) std::cout << "  CIP13: " << Utf8(cip13.Valeur()) << '\n';
-    if (CIP_To_CIS_Vdx(code, cis.Adresse()) == 1) std::cout << "  CIS: " << Utf8(cis.Valeur()) << '\n';
-
+    EchecAppel echec;
+    const std::optional<FicheProduit> f = LitFiche(args.Autres()[0], echec);
+    if (!f) return EchecLibrairie(echec.appel.c_str(), echec.code);
+    std::cout << f->code << "  " << f->libelle << '\n';
+    if (!f->laboratoire.empty()) std::cout << "  laboratory: " << f->laboratoire << '\n';
+    if (!f->supprimeLe.empty()) std::cout << "  deleted on " << f->supprimeLe << '\n';
+    if (!f->cip13.empty()) std::cout << "  CIP13: " << f->cip13 << '\n';
+    if (!f->cis.empty()) std::cout << "  CIS: " << f->cis << '\n';
     std::string drapeaux;
-    const std::pair<const char*, int32_t(VDX_CALL*)(const char*)> tests[] = {
-        {"generic", ProduitGenerique_Vdx}, {"reference", ProduitReferent_Vdx},
-        {"hospital", ProduitHospitalier_Vdx}, {"doping", ProduitDopant_Vdx}, {"narcotic", IsStupefiant_Vdx}};
-    for (const auto& [nom, test] : tests)
-        if (test(code) == 1) drapeaux += std::string(drapeaux.empty() ? "" : ", ") + nom;
+    for (const std::string& d : f->drapeaux) drapeaux += (drapeaux.empty() ? "" : ", ") + d;
     std::cout << "  flags: " << (drapeaux.empty() ? "none" : drapeaux) << '\n';
-
-    FicheHote<VdxStatut> statut(GabaritDe<FicheStatut>());
-    if (Statut_Vdx(code, statut.Adresse()) == 1) {
-        std::cout << "  status: " << Utf8(statut->LibelleStatut) << '\n';
-        for (BSTR p : {statut->LibellePrescription1, statut->LibellePrescription2, statut->LibellePrescription3})
-            if (SysStringByteLen(p)) std::cout << "  prescription: " << Utf8(p) << '\n';
+    if (!f->statut.empty()) std::cout << "  status: " << f->statut << '\n';
+    for (const std::string& p : f->prescriptions) std::cout << "  prescription: " << p << '\n';
+    if (f->prixCentimes)
+        std::cout << "  price: " << *f->prixCentimes / 100 << '.' << (*f->prixCentimes % 100 < 10 ? "0" : "")
+                  << *f->prixCentimes % 100 << ' ' << f->monnaie << ", reimbursed at " << *f->tauxRemboursement << " %\n";
+    if (!f->composition.empty()) {
+        std::cout << "  composition" << (f->exprimePour.empty() ? std::string() : " for " + f->exprimePour) << ":\n";
+        for (const auto& c : f->composition) std::cout << "    " << c.libelle << "  " << c.quantite << '\n';
     }
-
-    TableauHote<VdxComposant> composants(GabaritDe<Composant>());
-    ChaineHote exprime, composition;
-    if (ProduitPA_Vdx(code, composants.Adresse(), exprime.Adresse(), composition.Adresse()) > 0) {
-        const std::string base = Utf8(exprime.Valeur());
-        std::cout << "  composition" << (base.empty() ? std::string() : " for " + base) << ":\n";
-        for (VdxComposant& c : composants.Lignes())
-            std::cout << "    " << Utf8(c.Libelle) << "  " << Utf8(c.QuantiteTexte) << '\n';
-    }
-
-    TableauHote<VdxTroisChaines> classes(TroisChaines);
-    if (ProduitClasse_Vdx(code, classes.Adresse()) > 0)
-        for (VdxTroisChaines& c : classes.Lignes()) std::cout << "  class " << Utf8(c.Code) << ": " << Utf8(c.Texte) << '\n';
-
-    TableauHote<VdxDeuxChaines> voies(DeuxChaines);
-    if (ListeVoie_Vdx(code, voies.Adresse()) > 0) {
+    for (const auto& c : f->classes) std::cout << "  class " << c.code << ": " << c.libelle << '\n';
+    if (!f->voies.empty()) {
         std::cout << "  routes:";
-        for (VdxDeuxChaines& v : voies.Lignes()) std::cout << ' ' << Utf8(v.Libelle) << " (" << Utf8(v.Code) << ")";
+        for (const auto& v : f->voies) std::cout << ' ' << v.libelle << " (" << v.code << ")";
         std::cout << '\n';
     }
     return SortieSucces;
@@ -524,11 +384,12 @@ const Gabarit GabaritCritere = {TypeChamp::Entier, TypeChamp::Entier, TypeChamp:
 
 int SearchSet(const ArgumentsCommande& args) {
     const std::optional<Demande> d = LitDemande(args);
-    if (!d || d->base.empty() || d->produits.empty()) return Usage(AideSearchSet);
+    if (!d) return Usage(AideSearchSet);
     const Connexion connexion(d->base);
     if (connexion.code != 1) return EchecLibrairie("Connection2_Vdx", connexion.code);
+    const Ordonnance& o = d->ordonnance;
     int32_t handle = 0;
-    for (const std::string& chemin : d->produits) {
+    for (const std::string& chemin : d->ordonnance.produits) {
         const auto lus = LitCriteres(chemin);
         if (!lus) {
             std::cerr << "vdx: can't read " << chemin << '\n';
@@ -547,8 +408,7 @@ int SearchSet(const ArgumentsCommande& args) {
             e.qualifiant = Nombre(c[3]).value_or(0);
         }
         std::cout << std::flush;  // before any message of the call
-        const int32_t n = Recherche_Vdx(criteres.Adresse(), &handle, d->age, d->poids, d->sexe.c_str(), d->grossesse,
-                                        d->allaitement);
+        const int32_t n = Recherche_Vdx(criteres.Adresse(), &handle, o.age, o.poids, o.sexe.c_str(), o.grossesse, o.allaitement);
         std::cout << chemin << ": " << n << '\n';
         if (n < 0 && handle == 0) return EchecLibrairie("Recherche_Vdx", n);
     }
@@ -577,7 +437,7 @@ std::vector<Option> Avec(std::vector<Option> options, std::initializer_list<Opti
 const Commande CommandeSearchSet{"search-set", AideSearchSet, OptionsPatient, SearchSet};
 const Commande CommandeCheck{"check",
                              AideCheck,
-                             Avec(OptionsPatient, {{"--pathology", true}, {"--level", true}, {"--json", false}, {"--html", true}}),
+                             Avec(OptionsPatient, {{"--pathology", true}, {"--allergy", true}, {"--level", true}, {"--json", false}, {"--html", true}}),
                              Check};
 const Commande CommandeProduct{"product", AideProduct, {{"--base", true}}, Product};
 const Commande CommandeSearch{"search", AideSearch, {{"--base", true}}, Search};
