@@ -84,6 +84,8 @@ extern const Commande CommandeMaj;
 extern const Commande CommandeExportMaj;
 extern const Commande CommandeRebuildPro;
 extern const Commande CommandeMedecin;
+// The HTTP service (Linux).
+extern const Commande CommandeServe;
 
 // vdx call's work: connects to `base` in memory mode (and to the doctor's
 // base `medecin` when not empty), calls the export args[0] with the other

@@ -178,9 +178,9 @@ std::optional<EchecAppel> EcritRapports(const Ordonnance& o, const std::string& 
     std::optional<EchecAppel> echec;
     std::error_code erreur;
     std::filesystem::create_directories(dossier, erreur);
-    std::string chemins[std::size(NomsRapports)];
-    for (size_t i = 0; i < std::size(NomsRapports); ++i) {
-        chemins[i] = dossier + "/" + NomsRapports[i];
+    std::string chemins[std::size(Rapports)];
+    for (size_t i = 0; i < std::size(Rapports); ++i) {
+        chemins[i] = dossier + "/" + Rapports[i].fichier;
         std::filesystem::remove(chemins[i], erreur);
     }
     EntreesOrdonnance e(o);

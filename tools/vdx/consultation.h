@@ -97,12 +97,17 @@ struct Constat {
 // nullopt with `constat` filled.
 std::optional<EchecAppel> Verifie(const Ordonnance& ordonnance, Constat& constat);
 
-// The reports of the same check as pages (code page 1252) in `dossier`:
-// interactions.html, contre-indications.html, allergies.html and
-// doublons.html, the names NomsRapports gives.
+// The reports of the same check as pages (code page 1252) in `dossier`,
+// each in the file Rapports names.
 std::optional<EchecAppel> EcritRapports(const Ordonnance& ordonnance, const std::string& dossier);
-inline constexpr const char* NomsRapports[] = {"interactions.html", "contre-indications.html", "allergies.html",
-                                                "doublons.html"};
+struct Rapport {
+    const char* fichier;
+    const char* nom;  // its name in the service's answer
+};
+inline constexpr Rapport Rapports[] = {{"interactions.html", "interactions"},
+                                       {"contre-indications.html", "contraindications"},
+                                       {"allergies.html", "allergies"},
+                                       {"doublons.html", "duplicates"}};
 
 // The check as one JSON object (UTF-8), as vdx check --json prints it.
 std::string ConstatJson(Constat& constat);

@@ -30,7 +30,8 @@ constexpr char AideGenerale[] =
     "  call --base BASE NAME [ARG...]\n"
     "                       call an export in memory mode and print its rows\n"
     "  check --base BASE CODE... [patient options]\n"
-    "                       check a prescription: interactions, contra-indications\n"
+    "                       check a prescription: interactions, contra-indications,\n"
+    "                       allergies, duplicates\n"
     "  product --base BASE CODE\n"
     "                       show a product\n"
     "  search --base BASE TEXT [COUNT]\n"
@@ -48,6 +49,9 @@ constexpr char AideGenerale[] =
     "  rebuild-pro DIR      rebuild the product table from its raw records\n"
     "  medecin ACTION DIR [ARG...]\n"
     "                       create, edit and read a doctor's private base\n"
+    "  serve --base BASE [--listen HOST:PORT] [--workers N]\n"
+    "                       serve the base over HTTP as JSON, with a page to check a\n"
+    "                       prescription (Linux)\n"
     "\n"
     "The commands that read a base take it as --base BASE, or from the\n"
     "environment's VDX_BASE. vdx COMMAND --help tells more of each. Exit codes:\n"
@@ -189,7 +193,11 @@ const Commande CommandeCall{"call", AideCall, {{"--base", true}, {"--medecin", t
 const Commande* const Commandes[] = {&CommandeTables,  &CommandeCall,  &CommandeBuild,   &CommandeDump,
                                      &CommandeImport,  &CommandeCheck, &CommandeProduct, &CommandeSearch,
                                      &CommandeSearchSet, &CommandeMonograph, &CommandeNotice, &CommandeMaj,
-                                     &CommandeExportMaj, &CommandeRebuildPro, &CommandeMedecin};
+                                     &CommandeExportMaj, &CommandeRebuildPro, &CommandeMedecin,
+#ifdef VDX_SERVICE
+                                     &CommandeServe,
+#endif
+};
 
 }  // namespace
 
