@@ -195,6 +195,11 @@ httplib::Server::HandlerResponse ErreurSansCorps(const httplib::Request&, httpli
 
 void Prepare(Serveur& s, const Reglages& reglages) {
     s.new_task_queue = [] { return new FileEnLigne; };
+    // Not SO_REUSEPORT: a second service on the same port is refused.
+    s.set_socket_options([](int prise) {
+        int oui = 1;
+        setsockopt(prise, SOL_SOCKET, SO_REUSEADDR, &oui, sizeof oui);
+    });
     s.set_read_timeout(reglages.delai, 0);
     s.set_write_timeout(reglages.delai, 0);
     // A connection kept open holds its worker: not for long, nor for ever.
@@ -217,17 +222,20 @@ void Prepare(Serveur& s, const Reglages& reglages) {
 volatile sig_atomic_t arret = 0;
 void Arrete(int) { arret = 1; }
 
-// A worker's life: its connection, then requests until it is stopped.
-[[noreturn]] void Travaille(Serveur& s, const Reglages& reglages, const std::string& dossier, pid_t maitre) {
+// A worker's life: its connection, its return code told to the master on
+// `pret` for the first workers, then requests until it is stopped.
+[[noreturn]] void Travaille(Serveur& s, const Reglages& reglages, const std::string& dossier, pid_t maitre, int pret) {
     prctl(PR_SET_PDEATHSIG, SIGKILL);  // never outlives the master
-    if (getppid() != maitre) _exit(0);
     signal(SIGTERM, SIG_DFL);
     signal(SIGINT, SIG_DFL);
+    // Stopped before the master's handler was undone, or orphaned already.
+    if (arret || getppid() != maitre) _exit(SortieSucces);
     const Connexion connexion(reglages.base);
-    if (connexion.code != 1) {
-        EchecLibrairie("Connection2_Vdx", connexion.code);
-        _exit(SortieSansBase);
+    if (pret >= 0) {  // the workers that start the service
+        [[maybe_unused]] const ssize_t ecrit = write(pret, &connexion.code, sizeof connexion.code);
+        close(pret);
     }
+    if (connexion.code != 1) _exit(SortieSansBase);
     dossierRapports = dossier + "/" + std::to_string(getpid());
     s.listen_after_bind();
     _exit(SortieSucces);
@@ -281,8 +289,15 @@ int Serve(const ArgumentsCommande& args) {
         return SortieEchec;
     }
     const std::string dossier = modele;
-    std::cout << "vdx: serving " << reglages->base << " at http://" << reglages->hote << ':' << port << "/ with "
-              << reglages->travailleurs << " workers" << std::endl;
+    const auto nettoie = [&] {
+        std::error_code ignoree;
+        std::filesystem::remove_all(dossier, ignoree);
+    };
+    int pret[2];
+    if (pipe(pret) != 0) {
+        nettoie();
+        return SortieEchec;
+    }
 
     struct sigaction action {};
     action.sa_handler = Arrete;  // no SA_RESTART: waitpid returns to see it
@@ -291,14 +306,39 @@ int Serve(const ArgumentsCommande& args) {
     signal(SIGPIPE, SIG_IGN);  // a client gone while answered is no death
     const pid_t maitre = getpid();
     std::set<pid_t> travailleurs;
+    int ecritPret = pret[1];
     const auto lance = [&] {
         const pid_t p = fork();
-        if (p == 0) Travaille(serveur, *reglages, dossier, maitre);
+        if (p == 0) {
+            close(pret[0]);
+            Travaille(serveur, *reglages, dossier, maitre, ecritPret);
+        }
         if (p > 0) travailleurs.insert(p);
     };
     for (int i = 0; i < reglages->travailleurs; ++i) lance();
+    // Served once every worker is connected; stopped when one can't be.
+    close(pret[1]);
+    ecritPret = -1;
+    int32_t code = 1;
+    for (int i = 0; i < reglages->travailleurs && code == 1 && !arret;) {
+        const ssize_t lu = read(pret[0], &code, sizeof code);
+        if (lu == sizeof code)
+            ++i;
+        else if (lu != 0 && errno != EINTR)
+            code = EchecMagasin;
+        else if (lu == 0)
+            code = EchecMagasin;  // every worker gone without a word
+    }
+    close(pret[0]);
+    if (code != 1) {
+        EchecLibrairie("Connection2_Vdx", code);
+        arret = 1;
+    } else if (!arret) {
+        std::cout << "vdx: serving " << reglages->base << " at http://" << reglages->hote << ':' << port << "/ with "
+                  << reglages->travailleurs << " workers" << std::endl;
+    }
 
-    int sortie = SortieSucces;
+    int sortie = code == 1 ? SortieSucces : SortieEchec;
     auto fenetre = std::chrono::steady_clock::now();
     int morts = 0;
     while (!arret) {
@@ -325,8 +365,7 @@ int Serve(const ArgumentsCommande& args) {
     }
     for (const pid_t p : travailleurs) kill(p, SIGTERM);
     for (const pid_t p : travailleurs) waitpid(p, nullptr, 0);
-    std::error_code ignoree;
-    std::filesystem::remove_all(dossier, ignoree);
+    nettoie();
     return sortie;
 }
 
