@@ -2,9 +2,9 @@
 # Builds the fuzz targets with clang (libFuzzer, ASan and UBSan) in
 # build-fuzz and runs each for SECONDS (default 300) on a copy of its seed
 # corpus, so that the repository is not written: the RTF reader, the reader
-# of base sources, the import of the public files, and the update's run over
-# any bytes as an update file. Further arguments go
-# to libFuzzer (-jobs=1 -workers=1, say). They run inside build-fuzz/, where
+# of base sources, the import of the public files, the update's run over
+# any bytes as an update file, and the reading of the service's requests.
+# Further arguments go to libFuzzer (-jobs=1 -workers=1, say). They run inside build-fuzz/, where
 # libFuzzer leaves its job logs (fuzz-N.log) and the input of a crash
 # (crash-*; replay it with build-fuzz/NAME_fuzz build-fuzz/crash-...). A
 # crash, a sanitizer report or a broken property fails the run.
@@ -14,7 +14,7 @@ secondes=${1:-300}
 if [ $# -gt 0 ]; then shift; fi
 bash scripts/setup-deps.sh
 
-cibles=(rtf sources import maj)
+cibles=(rtf sources import maj service)
 CC=clang CXX=clang++ cmake -S . -B build-fuzz -G Ninja -DCMAKE_BUILD_TYPE=RelWithDebInfo \
   -DVDX_FUZZ=ON -DVDX_BENCH=OFF >/dev/null
 cmake --build build-fuzz --target "${cibles[@]/%/_fuzz}"

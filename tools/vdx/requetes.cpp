@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <charconv>
+#include <cstdint>
 #include <nlohmann/json.hpp>
 #include <optional>
 
@@ -12,6 +13,9 @@ namespace vdx {
 namespace {
 
 using Json = nlohmann::json;
+
+// How an error names a field or a parameter whose name is empty.
+constexpr char SansNom[] = "\"\"";
 
 bool Chiffres(std::string_view t) {
     return !t.empty() && std::ranges::all_of(t, [](char c) { return c >= '0' && c <= '9'; });
@@ -37,14 +41,16 @@ public:
     // Refuses a member of `objet` that is not among `connus`.
     bool SeulementConnus(const Json& objet, const std::string& prefixe, std::initializer_list<std::string_view> connus) {
         for (const auto& [nom, valeur] : objet.items())
-            if (std::ranges::find(connus, nom) == connus.end()) return Refuse(prefixe + nom, "unknown field");
+            if (std::ranges::find(connus, nom) == connus.end())
+                return Refuse(prefixe + (nom.empty() ? SansNom : nom), "unknown field");
         return true;
     }
 
     bool Entier(const Json& v, const std::string& champ, int64_t min, int64_t max, int32_t& cible) {
         if (!v.is_number_integer()) return Refuse(champ, "an integer is expected");
-        if (v.is_number_unsigned() ? v.get<uint64_t>() > static_cast<uint64_t>(max)
-                                   : v.get<int64_t>() < min || v.get<int64_t>() > max)
+        // Beyond int64_t only as an unsigned number, and then beyond any range.
+        const bool enorme = v.is_number_unsigned() && v.get<uint64_t>() > static_cast<uint64_t>(INT64_MAX);
+        if (enorme || v.get<int64_t>() < min || v.get<int64_t>() > max)
             return Refuse(champ, "out of range " + std::to_string(min) + " to " + std::to_string(max));
         cible = static_cast<int32_t>(v.get<int64_t>());
         return true;
@@ -164,6 +170,7 @@ std::variant<PageRecherche, ErreurRequete> LitRecherche(const std::multimap<std:
     PageRecherche page;
     bool texte = false;
     for (const auto& [nom, valeur] : parametres) {
+        if (nom.empty()) return ErreurRequete{SansNom, "a parameter without a name"};
         if (parametres.count(nom) > 1) return ErreurRequete{nom, "given more than once"};
         if (nom == "limit") {
             int32_t n = 0;
