@@ -200,11 +200,13 @@ void Prepare(Serveur& s, const Reglages& reglages) {
         int oui = 1;
         setsockopt(prise, SOL_SOCKET, SO_REUSEADDR, &oui, sizeof oui);
     });
+    // An answer goes out at once, not held back for the client's acknowledgement.
+    s.set_tcp_nodelay(true);
     s.set_read_timeout(reglages.delai, 0);
     s.set_write_timeout(reglages.delai, 0);
     // A connection kept open holds its worker: not for long, nor for ever.
     s.set_keep_alive_timeout(1);
-    s.set_keep_alive_max_count(20);
+    s.set_keep_alive_max_count(5);
     s.set_payload_max_length(CorpsMax);
     s.set_error_handler(httplib::Server::HandlerWithResponse(ErreurSansCorps));
     s.set_exception_handler([](const httplib::Request&, httplib::Response& r, std::exception_ptr) {
