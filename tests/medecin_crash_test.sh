@@ -62,7 +62,13 @@ large() { "$vdx" medecin --base "$work/base-large" "$@" 2>/dev/null; }
 codes=$(awk -F'\t' 'NR == 1 { for (i = 1; i <= NF; i++) if ($i == "Drapeaux") d = i; next }
   $1 != 3595583 && int($d / 8) % 2 == 0 { print $1 }' "$work/large/VDXPRO.tsv" | head -n 1000)
 copie
-ajoute() { for code in "$@"; do large add-product "$work/c/MED" "$code" "commentaire de $code" >/dev/null; done; }
+# Each add refused is told with its code and message.
+ajoute() {
+  for code in "$@"; do
+    "$vdx" medecin --base "$work/base-large" add-product "$work/c/MED" "$code" "commentaire de $code" >/dev/null \
+      2>>"$work/refus" || echo "add-product $code refused" >>"$work/refus"
+  done
+}
 ajoute $(head -n 500 <<<"$codes") &
 premier=$!
 ajoute $(tail -n 500 <<<"$codes") &
@@ -77,6 +83,7 @@ wait
 verifie "searches while the base was written ($lectures)" test "$lectures" -gt 0
 n=$(large list "$work/c/MED" | tail -n +2 | wc -l)
 verifie "every product of both processes ($n)" test "$n" = 1001
+verifie "no add refused: $(cat "$work/refus" 2>/dev/null)" test ! -s "$work/refus"
 
 [ "$echecs" -eq 0 ] || { echo "$echecs check(s) failed" >&2; exit 1; }
 echo "doctor's base crashes: all checks passed"

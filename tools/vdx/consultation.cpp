@@ -10,6 +10,7 @@
 #include "products/codes.h"
 #include "products/composition.h"
 #include "products/produits.h"
+#include "session/codes.h"
 #include "session/texte.h"
 #include "store/sources.h"
 #include "vdx32/oleauto.h"
@@ -256,19 +257,37 @@ std::optional<FicheProduit> LitFiche(const std::string& code, EchecAppel& echec)
         return std::nullopt;
     }
     f.libelle = Utf8(libelle.Valeur());
-    if (Laboratoire_Vdx(c, labo.Adresse(), nomLabo.Adresse()) == 1) f.laboratoire = Utf8(nomLabo.Valeur());
-    if (ProduitSupprime_Vdx(c, date.Adresse()) == 1) f.supprimeLe = Utf8(date.Valeur());
-    if (CIP_CIP13_Vdx(c, cip13.Adresse()) == 1) f.cip13 = Utf8(cip13.Valeur());
-    if (CIP_To_CIS_Vdx(c, cis.Adresse()) == 1) f.cis = Utf8(cis.Valeur());
+    // Whether a lookup found its fact: 0 or -90 is a fact the product
+    // lacks, another negative code a failure, the first kept in `echec`.
+    bool echoue = false;
+    const auto trouve = [&](const char* appel, int32_t n) {
+        if (n < 0 && n != CodeInconnu && !echoue) {
+            echec = {appel, n};
+            echoue = true;
+        }
+        return n > 0;
+    };
+    if (trouve("Laboratoire_Vdx", Laboratoire_Vdx(c, labo.Adresse(), nomLabo.Adresse())))
+        f.laboratoire = Utf8(nomLabo.Valeur());
+    if (trouve("ProduitSupprime_Vdx", ProduitSupprime_Vdx(c, date.Adresse()))) f.supprimeLe = Utf8(date.Valeur());
+    if (trouve("CIP_CIP13_Vdx", CIP_CIP13_Vdx(c, cip13.Adresse()))) f.cip13 = Utf8(cip13.Valeur());
+    if (trouve("CIP_To_CIS_Vdx", CIP_To_CIS_Vdx(c, cis.Adresse()))) f.cis = Utf8(cis.Valeur());
 
-    const std::pair<const char*, int32_t(VDX_CALL*)(const char*)> tests[] = {
-        {"generic", ProduitGenerique_Vdx}, {"reference", ProduitReferent_Vdx},
-        {"hospital", ProduitHospitalier_Vdx}, {"doping", ProduitDopant_Vdx}, {"narcotic", IsStupefiant_Vdx}};
-    for (const auto& [nom, test] : tests)
-        if (test(c) == 1) f.drapeaux.emplace_back(nom);
+    struct Drapeau {
+        const char* nom;
+        const char* appel;
+        int32_t(VDX_CALL* test)(const char*);
+    };
+    const Drapeau drapeaux[] = {{"generic", "ProduitGenerique_Vdx", ProduitGenerique_Vdx},
+                                {"reference", "ProduitReferent_Vdx", ProduitReferent_Vdx},
+                                {"hospital", "ProduitHospitalier_Vdx", ProduitHospitalier_Vdx},
+                                {"doping", "ProduitDopant_Vdx", ProduitDopant_Vdx},
+                                {"narcotic", "IsStupefiant_Vdx", IsStupefiant_Vdx}};
+    for (const Drapeau& d : drapeaux)
+        if (trouve(d.appel, d.test(c))) f.drapeaux.emplace_back(d.nom);
 
     FicheHote<VdxStatut> statut(GabaritDe<FicheStatut>());
-    if (Statut_Vdx(c, statut.Adresse()) == 1) {
+    if (trouve("Statut_Vdx", Statut_Vdx(c, statut.Adresse()))) {
         f.statut = Utf8(statut->LibelleStatut);
         for (BSTR p : {statut->LibellePrescription1, statut->LibellePrescription2, statut->LibellePrescription3})
             if (SysStringByteLen(p)) f.prescriptions.push_back(Utf8(p));
@@ -276,32 +295,33 @@ std::optional<FicheProduit> LitFiche(const std::string& code, EchecAppel& echec)
 
     TableauHote<VdxComposant> composants(GabaritDe<Composant>());
     ChaineHote exprime, composition;
-    if (ProduitPA_Vdx(c, composants.Adresse(), exprime.Adresse(), composition.Adresse()) > 0) {
+    if (trouve("ProduitPA_Vdx", ProduitPA_Vdx(c, composants.Adresse(), exprime.Adresse(), composition.Adresse()))) {
         f.exprimePour = Utf8(exprime.Valeur());
         for (VdxComposant& x : composants.Lignes()) f.composition.push_back({Utf8(x.Libelle), Utf8(x.QuantiteTexte)});
     }
     TableauHote<VdxTroisChaines> classes(TroisChaines);
-    if (ProduitClasse_Vdx(c, classes.Adresse()) > 0)
+    if (trouve("ProduitClasse_Vdx", ProduitClasse_Vdx(c, classes.Adresse())))
         for (VdxTroisChaines& x : classes.Lignes()) f.classes.push_back({Utf8(x.Code), Utf8(x.Texte)});
     TableauHote<VdxDeuxChaines> voies(DeuxChaines);
-    if (ListeVoie_Vdx(c, voies.Adresse()) > 0)
+    if (trouve("ListeVoie_Vdx", ListeVoie_Vdx(c, voies.Adresse())))
         for (VdxDeuxChaines& x : voies.Lignes()) f.voies.push_back({Utf8(x.Code), Utf8(x.Libelle)});
 
     // A price of seven digits other than zeros is known; its rates with it.
     FicheHote<VdxEconomique> eco(GabaritDe<FicheEconomique>());
-    if (Economique_Vdx(c, eco.Adresse()) == 1) {
+    if (trouve("Economique_Vdx", Economique_Vdx(c, eco.Adresse()))) {
         const std::string prix = Utf8(eco->Prix);
         int64_t centimes = 0;
         const auto [fin, err] = std::from_chars(prix.data(), prix.data() + prix.size(), centimes);
-        if (prix.size() == 7 && err == std::errc() && fin == prix.data() + prix.size() && centimes > 0) {
-            ChaineHote monnaie;
-            Monnaie_Vdx(monnaie.Adresse());
+        ChaineHote monnaie;
+        if (prix.size() == 7 && err == std::errc() && fin == prix.data() + prix.size() && centimes > 0 &&
+            trouve("Monnaie_Vdx", Monnaie_Vdx(monnaie.Adresse()))) {
             f.prixCentimes = centimes;
             f.monnaie = Utf8(monnaie.Valeur());
             f.tauxRemboursement = eco->TauxRemboursement.Valeur;
             f.tauxTVA = eco->TauxTVA.Valeur;
         }
     }
+    if (echoue) return std::nullopt;
     return f;
 }
 

@@ -135,7 +135,8 @@ struct FicheProduit {
 };
 
 // The sheet of a product: nullopt and `echec` set when the label can't be
-// had (-90 an unknown product) or a lookup fails.
+// had (-90 an unknown product) or a lookup fails (a code below 0 other
+// than -90, which is a fact the product lacks).
 std::optional<FicheProduit> LitFiche(const std::string& code, EchecAppel& echec);
 
 }  // namespace vdx
