@@ -85,7 +85,13 @@ void Balaie() {
         const std::string nom = Dossier() + "/" + e->d_name;
         const int fd = ::open(nom.c_str(), O_RDWR | O_CLOEXEC);
         if (fd < 0) continue;
-        if (Verrou(fd, F_WRLCK, Presence, false)) ::unlink(nom.c_str());
+        // Unlinked only while the name is still the file locked: another
+        // sweep may have unlinked it meanwhile and a process made the
+        // record again at its name, held.
+        struct stat ouvert {}, nomme {};
+        if (Verrou(fd, F_WRLCK, Presence, false) && ::fstat(fd, &ouvert) == 0 && ouvert.st_nlink > 0 &&
+            ::stat(nom.c_str(), &nomme) == 0 && nomme.st_ino == ouvert.st_ino && nomme.st_dev == ouvert.st_dev)
+            ::unlink(nom.c_str());
         ::close(fd);
     }
     ::closedir(d);
