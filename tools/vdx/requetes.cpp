@@ -137,7 +137,7 @@ public:
 
 }  // namespace
 
-bool CodeProduitValide(std::string_view code) { return Chiffres(code) && (code.size() == 7 || code.size() == 13); }
+bool CodeProduitValide(std::string_view code) { return Chiffres(code) && code.size() == LongueurCodeProduit; }
 
 std::variant<Ordonnance, ErreurRequete> LitVerification(std::string_view corps) {
     if (corps.size() > CorpsMax) return ErreurRequete{"body", "larger than 1 MB"};
@@ -150,8 +150,8 @@ std::variant<Ordonnance, ErreurRequete> LitVerification(std::string_view corps) 
     if (!j.contains("products")) return ErreurRequete{"products", "missing"};
     const bool lus = l.Liste(j["products"], "products", ProduitsMax, [&](const Json& v, const std::string& champ) {
         std::string code;
-        if (!l.Chaine(v, champ, 13, code)) return false;
-        if (!CodeProduitValide(code)) return l.Refuse(champ, "a code of 7 or 13 digits is expected");
+        if (!l.Chaine(v, champ, TexteMax, code)) return false;
+        if (!CodeProduitValide(code)) return l.Refuse(champ, MessageCodeProduit);
         o.produits.push_back(code);
         return true;
     });

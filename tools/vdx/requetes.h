@@ -32,7 +32,10 @@ struct ErreurRequete {
 // The body of a check: {"products": [...], "patient": {...}, "level": N}.
 std::variant<Ordonnance, ErreurRequete> LitVerification(std::string_view corps);
 
-// A product's code as a path gives it: 7 or 13 digits.
+// A product's code (CodeCIP): 7 digits. A CIP13 code is refused, not read
+// as no product: the session takes CodeCIPs.
+inline constexpr size_t LongueurCodeProduit = 7;
+inline constexpr char MessageCodeProduit[] = "a product code (CodeCIP) of 7 digits is expected";
 bool CodeProduitValide(std::string_view code);
 
 // A page of the step search: the text, the label after which it goes on,

@@ -114,7 +114,7 @@ std::string ProduitJson(const FicheProduit& f) {
 
 void Produit(const httplib::Request& req, httplib::Response& r) {
     const std::string code = req.matches[1];
-    if (!CodeProduitValide(code)) return Repond(r, 400, ErreurJson({"code", "a code of 7 or 13 digits is expected"}));
+    if (!CodeProduitValide(code)) return Repond(r, 400, ErreurJson({"code", MessageCodeProduit}));
     EchecAppel echec;
     const std::optional<FicheProduit> f = LitFiche(code, echec);
     if (f) return Repond(r, 200, ProduitJson(*f));

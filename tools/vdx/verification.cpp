@@ -209,7 +209,10 @@ std::optional<Demande> LitDemande(const ArgumentsCommande& args) {
         } else if (a == "--pathology") {
             const auto tc = typeEtCode("term, cisp or cim10");
             const auto type = tc ? TypePathologie(tc->first) : std::nullopt;
-            if (!type) return std::nullopt;
+            if (!type) {
+                if (tc) std::cerr << "vdx: no pathology type " << tc->first << ": term, cisp or cim10\n";
+                return std::nullopt;
+            }
             o.pathologies.push_back({*type, tc->second});
         } else if (a == "--allergy") {
             const auto tc = typeEtCode("term or allergen");
