@@ -71,6 +71,9 @@ void Resume(const import::RapportImport& r, bool sansSubstance) {
     std::cout << "thesaurus couples of two medicines with products on both sides: "
               << Part(r.couplesAvecProduits, r.couplesMedicaments) << '\n';
     std::cout << "presentations holding a name near an unmatched one: " << r.presentationsProches << '\n';
+    std::cout << "specialities without a prescription line by common name:";
+    for (const auto& [motif, nombre] : r.specialitesSansLigne) std::cout << ' ' << nombre << ' ' << motif << ';';
+    std::cout << '\n';
     if (sansSubstance)
         for (const auto& n : r.nomsSansSubstance) {
             std::cout << "  " << codepage::VersUtf8(n.nom) << ": ";

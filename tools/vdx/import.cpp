@@ -43,6 +43,7 @@ RapportImport Importe(const OptionsImport& options) {
     EcritVigilance(bdpm, thesaurus, substances, selection, sortie);
     EcritPosologie(bdpm, sortie);
     EcritDocuments(bdpm, selection, sortie);
+    EcritLignesDC(bdpm, selection, sortie, rapport);
     EcritInteractions(thesaurus, substances, selection, AnneeMois(options.thesaurus), sortie, journal, rapport);
     if (journal.Rejets() && !options.continuer) {
         std::string motifs;

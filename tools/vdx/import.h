@@ -49,6 +49,8 @@ struct RapportImport {
     size_t couplesMedicaments = 0;    // thesaurus couples of two medicines
     size_t couplesAvecProduits = 0;   // of those, the ones with products on both sides
     std::vector<std::string> filtreSansSubstance;  // names of the filter matching nothing
+    // Selected specialities without a prescription line by common name, by reason.
+    std::map<std::string, size_t> specialitesSansLigne;
 };
 
 // Reads, converts and writes; throws ErreurImport for a file that is

@@ -47,6 +47,13 @@ void EcritProduits(const Bdpm& bdpm, const Selection& selection, Sortie& sortie,
 void EcritIdentification(const Bdpm& bdpm, const Selection& selection,
                          const std::map<std::string, const Specialite*>& specialites, Sortie& sortie);
 void EcritComposition(const Bdpm& bdpm, const Substances& substances, const Selection& selection, Sortie& sortie);
+// The components of a speciality as the product shows them: an active
+// substance linked to a therapeutic fraction is shown as that fraction.
+std::vector<const Composant*> ComposantsExprimes(const std::vector<const Composant*>& composants);
+// The prescription lines by common name of the selected specialities
+// (VDXYDCI) and their presentations (VDXYDCIP); the specialities left
+// without a line counted by reason in `rapport`.
+void EcritLignesDC(const Bdpm& bdpm, const Selection& selection, Sortie& sortie, RapportImport& rapport);
 // The names of the substances (VDXVEXC) and the thesaurus's chemical
 // families as allergy concepts (VDXWCCCO, their names in VDXVEXC).
 void EcritAllergies(const Thesaurus& thesaurus, const Substances& substances, const Selection& selection,

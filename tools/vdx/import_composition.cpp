@@ -32,20 +32,6 @@ std::optional<Dosage> LitDosage(std::string_view texte) {
     return Dosage{*quantite, unite};
 }
 
-// The components of a speciality as the product shows them: an active
-// substance linked to a therapeutic fraction is shown as that fraction.
-std::vector<const Composant*> ComposantsExprimes(const std::vector<const Composant*>& composants) {
-    std::vector<const Composant*> exprimes;
-    for (const Composant* c : composants) {
-        const auto fraction = std::find_if(composants.begin(), composants.end(), [c](const Composant* f) {
-            return f->nature == "FT" && f->element == c->element && f->lien == c->lien && !c->lien.empty();
-        });
-        if (c->nature == "SA" && fraction != composants.end()) continue;
-        exprimes.push_back(c);
-    }
-    return exprimes;
-}
-
 // The components of each speciality in an order that the order of the
 // file's lines doesn't change: by element and link, an active substance
 // before the fraction it is expressed as.
@@ -107,6 +93,18 @@ std::string NomAffiche(const std::map<std::string, size_t>& orthographes) {
 }
 
 }  // namespace
+
+std::vector<const Composant*> ComposantsExprimes(const std::vector<const Composant*>& composants) {
+    std::vector<const Composant*> exprimes;
+    for (const Composant* c : composants) {
+        const auto fraction = std::find_if(composants.begin(), composants.end(), [c](const Composant* f) {
+            return f->nature == "FT" && f->element == c->element && f->lien == c->lien && !c->lien.empty();
+        });
+        if (c->nature == "SA" && fraction != composants.end()) continue;
+        exprimes.push_back(c);
+    }
+    return exprimes;
+}
 
 std::vector<int> Substances::Libres(size_t n) const {
     std::vector<int> libres;
