@@ -68,6 +68,34 @@ verifie "a penicillin allergy forbids amoxicillin" \
   grep -q "^PENICILLINES -> PENICILLINES : AMOXICILLINE" <<<"$(allergies 30001 "$amoxicilline")"
 verifie "an ibuprofen allergy forbids ibuprofen" test -n "$(allergies 2092 "$ibuprofene")"
 verifie "a penicillin allergy leaves ibuprofen" test -z "$(allergies 30001 "$ibuprofene")"
+# Prescription lines by common name: against the public files (each
+# presentation in one line at most, every single-substance oral one with
+# a dosage in exactly one) and twenty labels read by hand.
+verifie "the lines by common name" /usr/bin/python3 "$(dirname "$0")/lignes_dc_test.py" "$donnees/bdpm-2017-03" \
+  "$work/sources" "$(dirname "$0")/donnees/lignes-dc.tsv"
+ligne_de() {  # the line of a presentation
+  awk -F'\t' -v c="$1" '$2 == c { print $1 }' "$work/sources/VDXYDCIP.tsv"
+}
+doliprane=$(premier "DOLIPRANE 1000MG CPR")
+verifie "DOLIPRANE 1000 mg and a generic paracetamol 1 g tablet share a line" \
+  test "$(ligne_de "$doliprane")" = "$(ligne_de "$(premier "PARACETAMOL BIOGARAN 1G CPR")")"
+verifie "not an effervescent one" test "$(ligne_de "$doliprane")" != "$(ligne_de "$(premier "DOLIPRANE 1000MG CPR EFF")")"
+verifie "the line of DOLIPRANE 1000 mg" test -n "$(ligne_de "$doliprane")"
+# A line on the base: a line, no product, its label its own.
+ligne=$(ligne_de "$amoxicilline")
+verifie "IsMedDC_Vdx knows the line" test "$("$vdx" call --base "$work/base" IsMedDC_Vdx "$ligne")" = 1
+verifie "LibelleProduit_Vdx refuses it" test "$("$vdx" call --base "$work/base" LibelleProduit_Vdx "$ligne" 2>/dev/null | head -1)" = -10
+verifie "LibelleMedDC2_Vdx gives its label" test "$("$vdx" call --base "$work/base" LibelleMedDC2_Vdx "$ligne" | tail -1)" = \
+  "$(awk -F'\t' -v c="$ligne" '$1 == c { print $2 }' "$work/sources/VDXYDCI.tsv")"
+verifie "a product is no line" test "$("$vdx" call --base "$work/base" IsMedDC_Vdx "$amoxicilline")" = 0
+# The codes of the lines stay when the public files come in another order.
+mkdir "$work/melange"
+for f in "$donnees"/bdpm-2017-03/*.txt; do shuf --random-source=<(yes) "$f" >"$work/melange/$(basename "$f")"; done
+verifie "an import of the shuffled files" muet "$vdx" import --keep-going "$work/melange" "$donnees/interactions-2016-08" \
+  "$work/sources-melange"
+for t in VDXYDCI VDXYDCIP; do
+  verifie "$t the same from the shuffled files" cmp -s <(sort "$work/sources/$t.tsv") <(sort "$work/sources-melange/$t.tsv")
+done
 # Redundancy: two NSAIDs share the thesaurus class filed as T001, two
 # paracetamols their substance; the heat wave names ibuprofen once.
 redondances() { "$vdx" call --base "$work/base" Surdosage_Vdx "$1" | tail -n +2 | cut -f9,11,13 | tr '\t\n' ': '; }

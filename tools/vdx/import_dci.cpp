@@ -78,7 +78,7 @@ std::string FormeDeLigne(std::string_view forme) {
 // database's own ("CLAVULANIQUE (ACIDE)", "CÉLIPROLOL (CHLORHYDRATE DE)"),
 // its water left out, folded for the order; read in the French order for
 // the label ("ACIDE CLAVULANIQUE", "CHLORHYDRATE DE CÉLIPROLOL",
-// "VALÉRATE D'ESTRADIOL").
+// "VALÉRATE D'ESTRADIOL", "TRIMÉTHYL ÉTHER DU PHLOROGLUCINOL").
 struct NomLigne {
     std::string affiche, tri;
 };
@@ -94,7 +94,8 @@ NomLigne NomDeSubstance(std::string_view nom) {
     if (ouvre == std::string::npos || donne.back() != ')') return n;
     const std::string avant = donne.substr(0, ouvre), dedans = donne.substr(ouvre + 2, donne.size() - ouvre - 3);
     const std::string pli = Plie(dedans);
-    if (pli == "ACIDE" || pli.ends_with(" DE")) n.affiche = dedans + " " + avant;
+    if (pli == "ACIDE" || pli.ends_with(" DE") || pli.ends_with(" DU") || pli.ends_with(" DES"))
+        n.affiche = dedans + " " + avant;
     else if (pli.ends_with(" D'")) n.affiche = dedans + avant;
     return n;
 }
@@ -127,12 +128,18 @@ std::string ReferenceMesuree(std::string_view reference) {
 }  // namespace
 
 std::optional<std::string> DosageDeLigne(std::string_view dosage) {
-    // What follows in brackets says it again another way: "1,5 g (soit 0,75 %)".
-    const std::vector<std::string> mots = Mots(dosage.substr(0, dosage.find(" (")));
-    if (mots.size() < 2) return std::nullopt;
-    const std::optional<double> valeur = Nombre(Joint({mots.begin(), mots.end() - 1}));
+    // The number and its unit; what follows says it again another way: "1,5
+    // g (soit 0,75 %)", "35 mg équivalent à 32,5 mg d'acide", "500 mg dont
+    // 450 mg de diosmine". The groups of a thousand are apart: "1 000 mg".
+    const std::vector<std::string> mots = Mots(dosage);
+    size_t n = 1;
+    while (n < mots.size() && mots[n].size() == 3 && std::ranges::all_of(mots[n], [](char c) { return std::isdigit(static_cast<unsigned char>(c)); }))
+        ++n;
+    if (mots.empty() || n >= mots.size() || !std::isdigit(static_cast<unsigned char>(mots[0][0]))) return std::nullopt;
+    const std::optional<double> valeur = Nombre(Joint({mots.begin(), mots.begin() + static_cast<std::ptrdiff_t>(n)}));
     if (!valeur || *valeur <= 0) return std::nullopt;
-    std::string unite = mots.back();
+    std::string unite = mots[n];
+    if (unite.starts_with("(")) return std::nullopt;
     double v = *valeur;
     const std::string u = Plie(unite);
     // The unit a prescriber writes: grams from a thousand milligrams, and milligrams below a gram.
