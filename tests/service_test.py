@@ -139,6 +139,10 @@ def test_a_product_is_the_c_apis(service, c_api):
         assert p["composition"]["expressedFor"] == composition[0][0]
         assert [(s["label"], s["quantity"]) for s in p["composition"]["substances"]] == \
                [(r[3], r[4]) for r in composition[1:]]
+    # Its line by common name as TraductionDC_Vdx gives it.
+    ligne = service.json("GET", "/v1/products/3595583")[1]["commonNameLine"]
+    assert [ligne["code"], ligne["label"]] == rangs(vdx("call", "--base", BASE, "TraductionDC_Vdx", "3595583"))[0]
+    assert service.json("GET", "/v1/products/6000001")[1]["commonNameLine"] is None
     # Warfarin's price and rates as Economique_Vdx gives them.
     economie = rangs(vdx("call", "--base", BASE, "Economique_Vdx", "3026454"))[0]
     prix = service.json("GET", "/v1/products/3026454")[1]["price"]

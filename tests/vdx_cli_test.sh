@@ -67,6 +67,21 @@ verifie "check as JSON keeps the outside rows apart" \
   grep -q '"interactions":\[\],"noCouples":false,"noTerms":false,"notAnalysed":\[{"code":"3267100".*"outside":\[{"level":4.*"label2":"Millepertuis"' <<<"$sortie"
 sortie=$("$vdx" check --base "$work/base" 3436258 --sex F --pregnancy 30 --json)
 verifie "check as JSON" grep -q '^{"prescription":\[{"code":"3436258".*"termLabel":"Grossesse".*"duplicates":\[\]}$' <<<"$sortie"
+# Prescription lines by common name: a product's line, a line's products,
+# the search of lines, vdx product.
+verifie "the line of DOLIPRANE 1000 mg" test "$("$vdx" call --base "$work/base" TraductionDC_Vdx 3595583 | tail -1)" = \
+  $'8460133\tPARACÉTAMOL 1 g, comprimé'
+verifie "a line gives itself" test "$("$vdx" call --base "$work/base" TraductionDC_Vdx 8460133 | tail -1 | cut -f1)" = 8460133
+verifie "a product without a line" test "$("$vdx" call --base "$work/base" TraductionDC_Vdx 6000001)" = 0
+verifie "no product, no line" test "$("$vdx" call --base "$work/base" TraductionDC_Vdx 9999999 2>/dev/null | head -1)" = -90
+verifie "the products of a line" test "$("$vdx" call --base "$work/base" ProduitsMedDC_Vdx 8460133 | tail -n +2 | cut -f1,3 | tr '\t\n' ': ')" = \
+  "5636955:8460133 3595583:8460133 "
+for code in 3595583 846013 ""; do
+  verifie "ProduitsMedDC_Vdx refuses '$code'" test "$("$vdx" call --base "$work/base" ProduitsMedDC_Vdx "$code" 2>/dev/null | head -1)" -lt 0
+done
+verifie "search --dci lists the lines" test "$("$vdx" search --base "$work/base" --dci "PARACÉTAMOL 1 g" 2)" = \
+  $'8460133  PARACÉTAMOL 1 g, comprimé\n8558579  PARACÉTAMOL 1 g, comprimé effervescent'
+verifie "product shows the line" grep -q "^  common-name line: 8460133  PARACÉTAMOL 1 g, comprimé$" <<<"$("$vdx" product --base "$work/base" 3595583)"
 # The allergies and the substances given twice, in both outputs.
 sortie=$("$vdx" check --base "$work/base" 3491317 3368195 3659573 --allergy allergen:30501 --json)
 verifie "check as JSON gives the allergy" \

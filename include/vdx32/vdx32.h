@@ -601,6 +601,24 @@ VDX_API int32_t VDX_CALL LibelleCIS_Vdx(const char* Code, BSTR* Libelle);
 /* The title of a prescription line by common name (its label). 1; -10;
  * -13; -90 unknown; -500. */
 VDX_API int32_t VDX_CALL LibelleMedDC2_Vdx(const char* Code, BSTR* Libelle);
+/* Prescription lines by common name: one set of active substances, each
+ * with its dosage, in one form and one group of routes ("PARAC\xC9TAMOL 1 g,
+ * comprim\xE9"), under a code of 7 digits beginning with "8" that no
+ * product has (IsMedDC_Vdx), titled by LibelleMedDC2_Vdx and searched by
+ * RechercheMedDCParPas_Vdx. TraductionDC_Vdx: the line of a product, its
+ * code and label (mode 0: into the two strings, 8-bit; other modes: one row
+ * "code@label"); a line gives itself. 1; 0 for a product without a line,
+ * nothing delivered; -10; -13; -90 a code that is neither a product nor a
+ * line; -500. */
+VDX_API int32_t VDX_CALL TraductionDC_Vdx(const char* Code, BSTR* CodeDC, BSTR* Libelle);
+/* The products of a line by common name, in the rows of PAProduits_Vdx
+ * (VdxTroisChaines): CodeCIP, label, and the line's code; products reserved
+ * to hospitals left out unless ActiveHospitaliers_Vdx(1), deleted ones
+ * too; a product the master table lacks reads "CIP : X inexistant"; sorted
+ * by label. The rows; -10; -13; -90 a code that is no line (a product's
+ * code among them); -20 no array or an array of another record size (mode
+ * 0); -500. */
+VDX_API int32_t VDX_CALL ProduitsMedDC_Vdx(const char* Code, SAFEARRAY** Tableau);
 
 /* The monograph of a product as one HTML page in code page 1252, written
  * in one block into the file Fichier (opened "w+b"; a file that can't be

@@ -3,6 +3,7 @@
 #include "exports/arguments.h"
 #include "exports/declaration.h"
 #include "products/codes.h"
+#include "products/lignes_dc.h"
 #include "products/consultations.h"
 #include "products/equivalents.h"
 #include "products/optimisation.h"
@@ -163,6 +164,20 @@ VDX_EXPORT(ProduitSupprime_Vdx, Chaines, Noms("Date"), (Texte, Code), (ChaineSor
     if (date.empty()) return Rien;
     LivreValeur(Date, date, Argument2);
     return Succes;
+}
+// A line by common name of a product; a line gives itself.
+VDX_EXPORT(TraductionDC_Vdx, Chaines, Noms("Code", "Libelle"), (Texte, Code), (ChaineSortie, CodeDC),
+           (ChaineSortie, Libelle)) {
+    const std::optional<LigneDC> ligne = LigneDuProduit(CodeProduit(Code));
+    if (!ligne) return Rien;
+    LivreValeurs({{CodeDC, Argument2}, {Libelle, Argument3}}, {ligne->Code, ligne->Libelle});
+    return Succes;
+}
+VDX_EXPORT(ProduitsMedDC_Vdx, Connecte, NomsDesChamps<ProduitDeSubstance>(), (Texte, Code), (Tableau, Tableau)) {
+    const std::string code = CodeProduit(Code);
+    Resultat resultat(Tableau, GabaritDe<ProduitDeSubstance>(), Argument2);
+    resultat.Prend(LignesSelon<ProduitDeSubstance>(ProduitsDeLigne(session(), code)));
+    return resultat.Livre();
 }
 VDX_EXPORT(Laboratoire_Vdx, Chaines, Noms("CodeLaboratoire", "Libelle"), (Texte, Code),
            (ChaineSortie, CodeLaboratoire), (ChaineSortie, Libelle)) {

@@ -86,18 +86,9 @@ private:
         // A product is shown or hidden alike whichever index names it: its
         // first meeting decides.
         if (!vus_.insert(code).second) return;
-        const std::optional<std::string> octets = FicheDuCode(TableProduits(), code);
-        std::string libelle;
-        if (!octets) {
-            libelle = messages::CIPInexistant(code);
-        } else {
-            const Fiche fiche(*octets);
-            if (!contexte_.HospitaliersActifs && (fiche.Entier(VDXPRO::Drapeaux) & VDXPRO::Hospitalier)) return;
-            if (!fiche.Texte(VDXPRO::Suppression).empty()) return;
-            libelle = fiche.Texte(VDXPRO::Libelle);
-        }
-        if (!contexte_.MedDCMasque && EstMedDC(code)) return;
-        lignes_.push_back({std::move(code), std::move(libelle), nature});
+        std::optional<std::string> libelle = LibelleDeProduitMontre(contexte_, code);
+        if (!libelle || (!contexte_.MedDCMasque && EstMedDC(code))) return;
+        lignes_.push_back({std::move(code), std::move(*libelle), nature});
     }
 
     const Contexte& contexte_;
@@ -106,6 +97,15 @@ private:
 };
 
 }  // namespace
+
+std::optional<std::string> LibelleDeProduitMontre(const Contexte& contexte, const std::string& code) {
+    const std::optional<std::string> octets = FicheDuCode(TableProduits(), code);
+    if (!octets) return messages::CIPInexistant(code);
+    const Fiche fiche(*octets);
+    if (!contexte.HospitaliersActifs && (fiche.Entier(VDXPRO::Drapeaux) & VDXPRO::Hospitalier)) return std::nullopt;
+    if (!fiche.Texte(VDXPRO::Suppression).empty()) return std::nullopt;
+    return std::string(fiche.Texte(VDXPRO::Libelle));
+}
 
 void ParcourtProduitsDuComposant(int32_t code, const std::function<void(std::string_view cip, const char* nature)>& chacun) {
     if (!CodeSubstanceValide(code)) return;  // no key holds it

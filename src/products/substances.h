@@ -5,6 +5,7 @@
 
 #include <cstdint>
 #include <functional>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -27,6 +28,12 @@ struct ProduitDeSubstance {
     std::string Nature;
 };
 VDX_LIGNE(ProduitDeSubstance, CodeCIP, Libelle, Nature);
+
+// The label of a product as the lists of products show it, with VDXPRO
+// open: "CIP : X inexistant" for a code the table lacks; none for a
+// product they leave out, reserved to hospitals (unless they are switched
+// on) or deleted.
+std::optional<std::string> LibelleDeProduitMontre(const Contexte& contexte, const std::string& code);
 
 // A substance number is one of 0 to SubstanceMax.
 inline bool CodeSubstanceValide(int32_t code) { return code >= 0 && code <= SubstanceMax; }

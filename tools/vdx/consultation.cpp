@@ -306,6 +306,11 @@ std::optional<FicheProduit> LitFiche(const std::string& code, EchecAppel& echec)
     if (trouve("ListeVoie_Vdx", ListeVoie_Vdx(c, voies.Adresse())))
         for (VdxDeuxChaines& x : voies.Lignes()) f.voies.push_back({Utf8(x.Code), Utf8(x.Libelle)});
 
+    ChaineHote codeLigne, libelleLigne;
+    if (trouve("TraductionDC_Vdx", TraductionDC_Vdx(c, codeLigne.Adresse(), libelleLigne.Adresse()))) {
+        f.codeLigne = Utf8(codeLigne.Valeur());
+        f.libelleLigne = Utf8(libelleLigne.Valeur());
+    }
     // A price of seven digits other than zeros is known; its rates with it.
     FicheHote<VdxEconomique> eco(GabaritDe<FicheEconomique>());
     if (trouve("Economique_Vdx", Economique_Vdx(c, eco.Adresse()))) {

@@ -132,6 +132,8 @@ struct FicheProduit {
     std::optional<int64_t> prixCentimes;
     std::string monnaie;
     std::optional<double> tauxRemboursement, tauxTVA;
+    // Its prescription line by common name, when it has one.
+    std::string codeLigne, libelleLigne;
 };
 
 // The sheet of a product: nullopt and `echec` set when the label can't be

@@ -109,7 +109,8 @@ std::string ProduitJson(const FicheProduit& f) {
                  {"composition", {{"expressedFor", f.exprimePour}, {"substances", composition}}},
                  {"classes", classes},
                  {"routes", voies},
-                 {"price", prix}});
+                 {"price", prix},
+                 {"commonNameLine", f.codeLigne.empty() ? J() : J{{"code", f.codeLigne}, {"label", f.libelleLigne}}}});
 }
 
 void Produit(const httplib::Request& req, httplib::Response& r) {

@@ -56,7 +56,8 @@ constexpr char AideProduct[] =
     "usage: vdx product [--base BASE] CODE\n"
     "\n"
     "Shows a product of BASE (or VDX_BASE): label, laboratory, deletion, CIP13 and CIS codes, flags,\n"
-    "status and restricted prescriptions, price, composition, classes and routes.\n";
+    "status and restricted prescriptions, its prescription line by common name, price,\n"
+    "composition, classes and routes.\n";
 
 constexpr char AideMonograph[] =
     "usage: vdx monograph BASE CODE FILE [--css PATH]\n"
@@ -71,10 +72,10 @@ constexpr char AideNotice[] =
     "pictures beside it, and each document linked to the product under its own name.\n";
 
 constexpr char AideSearch[] =
-    "usage: vdx search [--base BASE] TEXT [COUNT]\n"
+    "usage: vdx search [--base BASE] [--dci] TEXT [COUNT]\n"
     "\n"
     "Lists the products of BASE (or VDX_BASE) whose label begins with TEXT (20\n"
-    "by default).\n";
+    "by default); with --dci, the prescription lines by common name.\n";
 
 constexpr char AideSearchSet[] =
     "usage: vdx search-set [--base BASE] FILE... [--age MONTHS | --age-years N]\n"
@@ -333,6 +334,7 @@ int Product(const ArgumentsCommande& args) {
     if (!f->supprimeLe.empty()) std::cout << "  deleted on " << f->supprimeLe << '\n';
     if (!f->cip13.empty()) std::cout << "  CIP13: " << f->cip13 << '\n';
     if (!f->cis.empty()) std::cout << "  CIS: " << f->cis << '\n';
+    if (!f->codeLigne.empty()) std::cout << "  common-name line: " << f->codeLigne << "  " << f->libelleLigne << '\n';
     std::string drapeaux;
     for (const std::string& d : f->drapeaux) drapeaux += (drapeaux.empty() ? "" : ", ") + d;
     std::cout << "  flags: " << (drapeaux.empty() ? "none" : drapeaux) << '\n';
@@ -364,8 +366,10 @@ int Search(const ArgumentsCommande& args) {
     if (connexion.code != 1) return EchecLibrairie("Connection2_Vdx", connexion.code);
     const std::string texte = codepage::DepuisUtf8(autres[0]).value_or(autres[0]);
     TableauHote<VdxTroisChaines> lignes(TroisChaines);
-    const int32_t n = RechercheProduitParPas_Vdx(texte.c_str(), lignes.Adresse(), 0, "", *nombre);
-    if (n < 0) return EchecLibrairie("RechercheProduitParPas_Vdx", n);
+    const bool dci = args.A("--dci");
+    const int32_t n = dci ? RechercheMedDCParPas_Vdx(texte.c_str(), lignes.Adresse(), "", *nombre)
+                          : RechercheProduitParPas_Vdx(texte.c_str(), lignes.Adresse(), 0, "", *nombre);
+    if (n < 0) return EchecLibrairie(dci ? "RechercheMedDCParPas_Vdx" : "RechercheProduitParPas_Vdx", n);
     for (VdxTroisChaines& l : lignes.Lignes()) std::cout << Utf8(l.Code) << "  " << Utf8(l.Libelle) << '\n';
     return SortieSucces;
 }
@@ -443,7 +447,7 @@ const Commande CommandeCheck{"check",
                              Avec(OptionsPatient, {{"--pathology", true}, {"--allergy", true}, {"--level", true}, {"--json", false}, {"--html", true}}),
                              Check};
 const Commande CommandeProduct{"product", AideProduct, {{"--base", true}}, Product};
-const Commande CommandeSearch{"search", AideSearch, {{"--base", true}}, Search};
+const Commande CommandeSearch{"search", AideSearch, {{"--base", true}, {"--dci", false}}, Search};
 const Commande CommandeMonograph{"monograph", AideMonograph, {{"--css", true}}, Monograph};
 const Commande CommandeNotice{"notice", AideNotice, {}, Notice};
 

@@ -1,0 +1,31 @@
+// Prescription lines by common name beside the products: the line of a
+// product, and the products of a line.
+#pragma once
+
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "products/substances.h"
+#include "session/contexte.h"
+
+namespace vdx {
+
+struct LigneDC {
+    std::string Code;
+    std::string Libelle;
+};
+
+// The line of a product (its first in VDXYDCIP by the product's code); a
+// line stands for itself. None for a product without one. Throws Echec:
+// -90 for a code that is neither a product nor a line, -500.
+std::optional<LigneDC> LigneDuProduit(std::string_view code);
+
+// The products of a line, in the rows of PAProduits_Vdx: CodeCIP, label and
+// the line's code in Nature; left out as the lists of products leave them
+// (LibelleDeProduitMontre); by label. Throws Echec: -90 for a code that is
+// no line, -500.
+std::vector<ProduitDeSubstance> ProduitsDeLigne(const Contexte& contexte, std::string_view ligne);
+
+}  // namespace vdx
