@@ -121,6 +121,93 @@ void RechercheProduitParPas(benchmark::State& state) {
 }
 BENCHMARK(RechercheProduitParPas)->Unit(benchmark::kMicrosecond);
 
+// A product's prescription line by common name.
+void TraductionDC(benchmark::State& state) {
+    if (!Connecte(state)) return;
+    const std::string code = Premier("DOLIPRANE 1000");
+    BSTR ligne = nullptr, libelle = nullptr;
+    for (auto _ : state) benchmark::DoNotOptimize(TraductionDC_Vdx(code.c_str(), &ligne, &libelle));
+    SysFreeString(ligne);
+    SysFreeString(libelle);
+    DeConnection2_Vdx();
+}
+BENCHMARK(TraductionDC);
+
+// Every line's label and products read into memory, each line in label
+// order (the step search of lines from "A" on, page after page).
+struct LignesEnMemoire {
+    std::vector<std::tuple<std::string, std::string>> parLibelle;  // label, code
+    std::unordered_map<std::string, std::pair<std::string, std::string>> parProduit;  // code, label
+};
+LignesEnMemoire LitLignes() {
+    LignesEnMemoire m;
+    SAFEARRAY* page = hote::CreeTableau(hote::TailleFiche(3));
+    SAFEARRAY* produits = hote::CreeTableau(hote::TailleFiche(3));
+    std::string suite;
+    for (int32_t n; (n = RechercheMedDCParPas_Vdx("", &page, suite.c_str(), 200)) > 0;) {
+        for (int32_t i = 0; i < n; ++i) {
+            void* fiche = hote::Fiche(page->pvData, page->cbElements, static_cast<uint32_t>(i));
+            std::string code(hote::Octets(*hote::Chaine(fiche, 0))), libelle(hote::Octets(*hote::Chaine(fiche, 1)));
+            if (ProduitsMedDC_Vdx(code.c_str(), &produits) > 0)
+                for (uint32_t j = 0; j < produits->rgsabound[0].cElements; ++j)
+                    m.parProduit.emplace(hote::Octets(*hote::Chaine(hote::Fiche(produits->pvData, produits->cbElements, j), 0)),
+                                         std::pair{code, libelle});
+            suite = libelle;
+            m.parLibelle.emplace_back(std::move(libelle), std::move(code));
+        }
+        if (n < 200) break;
+    }
+    VideTableau(page, TroisChaines);
+    VideTableau(produits, TroisChaines);
+    hote::Detruit(page);
+    hote::Detruit(produits);
+    std::ranges::sort(m.parLibelle);
+    return m;
+}
+
+void Reference_TraductionDC(benchmark::State& state) {
+    if (!Connecte(state)) return;
+    const LignesEnMemoire m = LitLignes();
+    const std::string code = Premier("DOLIPRANE 1000");
+    std::pair<std::string, std::string> copie;
+    for (auto _ : state) {
+        copie = m.parProduit.at(code);
+        benchmark::DoNotOptimize(copie.first.data());
+    }
+    state.counters["produits"] = static_cast<double>(m.parProduit.size());
+    DeConnection2_Vdx();
+}
+BENCHMARK(Reference_TraductionDC);
+
+void RechercheMedDCParPas(benchmark::State& state) {
+    if (!Connecte(state)) return;
+    SAFEARRAY* t = hote::CreeTableau(hote::TailleFiche(3));
+    int32_t n = 0;
+    for (auto _ : state) n = RechercheMedDCParPas_Vdx("PARA", &t, "", 20);
+    state.counters["lignes"] = n;
+    VideTableau(t, TroisChaines);
+    hote::Detruit(t);
+    DeConnection2_Vdx();
+}
+BENCHMARK(RechercheMedDCParPas)->Unit(benchmark::kMicrosecond);
+
+// The same page from the labels sorted in memory, copied.
+void Reference_RechercheMedDCParPas(benchmark::State& state) {
+    if (!Connecte(state)) return;
+    const LignesEnMemoire m = LitLignes();
+    std::vector<std::tuple<std::string, std::string>> page;
+    for (auto _ : state) {
+        page.clear();
+        for (auto it = std::lower_bound(m.parLibelle.begin(), m.parLibelle.end(), std::tuple<std::string, std::string>{"PARA", ""});
+             it != m.parLibelle.end() && page.size() < 20 && std::get<0>(*it).starts_with("PARA"); ++it)
+            page.push_back(*it);
+        benchmark::DoNotOptimize(page.data());
+    }
+    state.counters["lignes"] = static_cast<double>(m.parLibelle.size());
+    DeConnection2_Vdx();
+}
+BENCHMARK(Reference_RechercheMedDCParPas)->Unit(benchmark::kMicrosecond);
+
 // A prescription of ten common products: an anticoagulant, NSAIDs, an
 // antidepressant, an opioid, antiplatelet drugs, a statin, an antibiotic,
 // an antidiabetic, a thyroid hormone.
