@@ -100,13 +100,10 @@ NomLigne NomDeSubstance(std::string_view nom) {
     return n;
 }
 
-// A number with a decimal comma, at most three decimals, no trailing zero.
+// A number with a decimal comma, no trailing zero, as precise as given (a
+// dosage of 0,0625 mg is not one of 0,063 mg).
 std::string NombreFrancais(double valeur) {
-    char tampon[32];
-    std::snprintf(tampon, sizeof tampon, "%.3f", valeur);
-    std::string t = tampon;
-    while (t.back() == '0') t.pop_back();
-    if (t.back() == '.') t.pop_back();
+    std::string t = TexteNombre(valeur);
     std::replace(t.begin(), t.end(), '.', ',');
     return t;
 }
