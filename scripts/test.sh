@@ -2,8 +2,8 @@
 # Builds the library and runs the whole test suite in a normal build, then
 # again (all but the import of the whole public extract) in a build with
 # AddressSanitizer and UndefinedBehaviorSanitizer; then runs
-# the fuzz targets (RTF, base sources, import) for 10 seconds each (clang,
-# libFuzzer).
+# the fuzz targets (RTF, base sources, import, update, the service's
+# requests) for 10 seconds each (clang, libFuzzer).
 # --quick runs the normal build only.
 set -euo pipefail
 cd "$(dirname "$0")/.."
