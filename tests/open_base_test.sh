@@ -88,6 +88,10 @@ verifie "LibelleProduit_Vdx refuses it" test "$("$vdx" call --base "$work/base" 
 verifie "LibelleMedDC2_Vdx gives its label" test "$("$vdx" call --base "$work/base" LibelleMedDC2_Vdx "$ligne" | tail -1)" = \
   "$(awk -F'\t' -v c="$ligne" '$1 == c { print $2 }' "$work/sources/VDXYDCI.tsv")"
 verifie "a product is no line" test "$("$vdx" call --base "$work/base" IsMedDC_Vdx "$amoxicilline")" = 0
+# Prescribed by common name, warfarin and ibuprofen interact as the products do.
+verifie "warfarin and ibuprofen by common name as by product" \
+  test "$(niveaux "$(ligne_de "$warfarine")@$(ligne_de "$ibuprofene")")" = "$(niveaux "$warfarine@$ibuprofene")"
+verifie "and they do interact" test -n "$(niveaux "$(ligne_de "$warfarine")@$(ligne_de "$ibuprofene")")"
 # The codes of the lines stay when the public files come in another order.
 mkdir "$work/melange"
 for f in "$donnees"/bdpm-2017-03/*.txt; do shuf --random-source=<(yes) "$f" >"$work/melange/$(basename "$f")"; done

@@ -81,6 +81,20 @@ for code in 3595583 846013 ""; do
 done
 verifie "search --dci lists the lines" test "$("$vdx" search --base "$work/base" --dci "PARACÉTAMOL 1 g" 2)" = \
   $'8460133  PARACÉTAMOL 1 g, comprimé\n8558579  PARACÉTAMOL 1 g, comprimé effervescent'
+# A line stands for its substances in the checks, and the rows name it.
+interactions_de() { "$vdx" call --base "$work/base" Interactions2_Vdx "$1" "" "" 0 0 0 0 "" | tail -n +2; }
+verifie "warfarin and ibuprofen lines interact as their products" \
+  test "$(interactions_de 8140313@8387737 | cut -f5-8)" = "$(interactions_de 3026454@3368195 | cut -f5-8)"
+verifie "the rows name the lines" test "$(interactions_de 8140313@8387737 | awk -F'\t' '$2 != "0000000"' | cut -f1,2 | sort -u)" = \
+  $'8140313\t8387737'
+verifie "an ibuprofen line doubles an ibuprofen product" \
+  test "$("$vdx" call --base "$work/base" Surdosage_Vdx "8387737@3368195" | tail -n +2 | cut -f1,2,10,13)" = $'8387737\t3368195\tIBUPROFÈNE\t3'
+ci_de() { "$vdx" check --base "$work/base" "$1" --sex F --pregnancy 30 --json | grep -o '"termLabel":"[^"]*","patientCode":"[^"]*"' | sort; }
+verifie "a penicillin allergy forbids an amoxicillin line" \
+  test "$("$vdx" call --base "$work/base" ControleAllergies_Vdx "" 30501 8346677 | tail -n +2 | cut -f2,4)" = $'8346677\t30501'
+verifie "a line has its products' contra-indications" test "$(ci_de 8292501)" = "$(ci_de 3436258)"
+verifie "check names the line" grep -q '"prescription":\[{"code":"8292501","label":"CHLORHYDRATE DE PSEUDOÉPHÉDRINE' \
+  <<<"$("$vdx" check --base "$work/base" 8292501 --json)"
 verifie "product shows the line" grep -q "^  common-name line: 8460133  PARACÉTAMOL 1 g, comprimé$" <<<"$("$vdx" product --base "$work/base" 3595583)"
 # The allergies and the substances given twice, in both outputs.
 sortie=$("$vdx" check --base "$work/base" 3491317 3368195 3659573 --allergy allergen:30501 --json)

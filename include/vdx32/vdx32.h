@@ -605,7 +605,11 @@ VDX_API int32_t VDX_CALL LibelleMedDC2_Vdx(const char* Code, BSTR* Libelle);
  * with its dosage, in one form and one group of routes ("PARAC\xC9TAMOL 1 g,
  * comprim\xE9"), under a code of 7 digits beginning with "8" that no
  * product has (IsMedDC_Vdx), titled by LibelleMedDC2_Vdx and searched by
- * RechercheMedDCParPas_Vdx. TraductionDC_Vdx: the line of a product, its
+ * RechercheMedDCParPas_Vdx. The checks take a line for its products: the
+ * interactions, duplicates and allergies of the active substances and
+ * routes of its first product (the products of a line share them), the
+ * contra-indications and precautions of its own terms and of all its
+ * products' terms, each once; their rows name the line. TraductionDC_Vdx: the line of a product, its
  * code and label (mode 0: into the two strings, 8-bit; other modes: one row
  * "code@label"); a line gives itself. 1; 0 for a product without a line,
  * nothing delivered; -10; -13; -90 a code that is neither a product nor a

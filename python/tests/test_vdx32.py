@@ -39,6 +39,7 @@ ORDONNANCES = [
     (["3595583"], vdx32.Patient(weight_kg=45, breastfeeding=True), ["--weight", "45", "--breastfeeding"]),
     (["3491317", "3368195", "3659573"], vdx32.Patient(allergies=[("allergen", 30501), ("term", "0000000103")]),
      ["--allergy", "allergen:30501", "--allergy", "term:0000000103"]),
+    (["8140313", "8387737", "3659573"], vdx32.Patient(sex="F", pregnancy_weeks=30), ["--sex", "F", "--pregnancy", "30"]),
 ]
 
 

@@ -206,6 +206,8 @@ def _charge(chemin: Optional[str]):
         (vdx, "NiveauInteraction_Vdx", i32, [i32]),
         (vdx, "TablePresente_Vdx", i32, [cp]),
         (vdx, "LibelleProduit_Vdx", i32, [cp, ctypes.POINTER(_BSTR)]),
+        (vdx, "IsMedDC_Vdx", i32, [cp]),
+        (vdx, "LibelleMedDC2_Vdx", i32, [cp, ctypes.POINTER(_BSTR)]),
         (vdx, "CIP_To_CIS_Vdx", i32, [cp, ctypes.POINTER(_BSTR)]),
         (vdx, "CIP_CIP13_Vdx", i32, [cp, ctypes.POINTER(_BSTR)]),
         (vdx, "ProduitSupprime_Vdx", i32, [cp, ctypes.POINTER(_BSTR)]),
@@ -331,8 +333,10 @@ class Base:
             for t in entrees + sorties:
                 self._ole.SafeArrayDestroy(t)
         for code in products:
+            # A line by common name has a title rather than a product's label.
+            nom = "LibelleMedDC2_Vdx" if self._vdx.IsMedDC_Vdx(code.encode(_CODAGE)) == 1 else "LibelleProduit_Vdx"
             try:
-                libelle = self._chaine("LibelleProduit_Vdx", self._vdx.LibelleProduit_Vdx, code.encode(_CODAGE))
+                libelle = self._chaine(nom, getattr(self._vdx, nom), code.encode(_CODAGE))
             except VdxError:
                 libelle = "(produit inconnu)"
             produit = SearchRow(code, libelle)

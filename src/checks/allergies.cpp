@@ -9,6 +9,7 @@
 #include "checks/contreindications.h"
 #include "products/codes.h"
 #include "products/fiches.h"
+#include "products/lignes_dc.h"
 #include "products/produits.h"
 #include "session/cadre.h"
 #include "session/codeproduit.h"
@@ -206,12 +207,17 @@ public:
 
     // The excipients (VDXVCOME) or the active components of a product
     // against the list; the product's label, read at its first row. Both
-    // tables have the substance at the same place.
-    template <class Libelle>
+    // tables have the substance at the same place. The components of `cip`,
+    // or those of `lus` told as `cip`'s.
+    template <typename Libelle>
     void Composants(const Table& table, const std::string& cip, Libelle&& libelle) {
+        Composants(table, cip, cip, std::forward<Libelle>(libelle));
+    }
+    template <typename Libelle>
+    void Composants(const Table& table, const std::string& lus, const std::string& cip, Libelle&& libelle) {
         Curseur composants(table);
         std::optional<std::string> lu;
-        for (auto p = composants.PremiereAvec(cip); p; p = composants.SuivanteAvec(cip)) {
+        for (auto p = composants.PremiereAvec(lus); p; p = composants.SuivanteAvec(lus)) {
             const int32_t substance = Fiche(VueFicheA(table, *p)).Entier(VDXVCOMP::CodeSubstance);
             for (const ChaineAllergie& e : liste_)
                 if (e.CodeSubstance == substance) {
@@ -313,8 +319,11 @@ std::vector<FicheAllergie> ControleAllergies(const Contexte& contexte, const std
         });
         const bool ligneDCI = EstMedDC(cip);
         if (ligneDCI) controle.LigneDCI(cip);
-        controle.Composants(TableComposants(), cip,
-                            [&cip, ligneDCI] { return ligneDCI ? Controle::LibelleLigne(cip) : LibelleVDXPRO(cip); });
+        const auto libelle = [&cip, ligneDCI] { return ligneDCI ? Controle::LibelleLigne(cip) : LibelleVDXPRO(cip); };
+        controle.Composants(TableComposants(), cip, libelle);
+        // A line also has the active components of its products, those of its first.
+        if (const std::optional<std::string> produit = ligneDCI ? ProduitRepresentant(cip) : std::nullopt)
+            controle.Composants(TableComposants(), *produit, cip, libelle);
     }
     return controle.Fiches();
 }

@@ -3,12 +3,14 @@
 #include <algorithm>
 #include <charconv>
 #include <optional>
+#include <set>
 #include <unordered_map>
 #include <unordered_set>
 
 #include "checks/tri.h"
 #include "products/codes.h"
 #include "products/fiches.h"
+#include "products/lignes_dc.h"
 #include "products/produits.h"
 #include "session/cadre.h"
 #include "session/codeproduit.h"
@@ -131,21 +133,30 @@ public:
                 // is not seven long.
             }
             if (code.size() != LongueurCIP) continue;
-            for (const char* type : {TypeContreIndication, TypePrecaution}) {
-                const std::string debut = DebutTermesProduit(code, type);
-                for (auto p = termesProduit_.PremiereAvec(debut); p; p = termesProduit_.SuivanteAvec(debut)) {
-                    const std::string octets = FicheA(TableTermesProduit(), *p);
-                    const Fiche fiche(octets);
-                    Lien lien{code, std::string(fiche.Texte(VDXVAMPC::CodeTerme)),
-                              std::string_view(type) == TypePrecaution ? ChiffrePrecaution
-                                                                       : fiche.Entier(VDXVAMPC::NiveauLien),
-                              {}};
-                    for (std::string& lie : CodesLies(lien.CodeTerme, LienCIM10)) {
-                        Lien avecCode = lien;
-                        avecCode.CodeLie = std::move(lie);
-                        listeCodes_.push_back(std::move(avecCode));
+            // A line by common name has its own terms and those of all its
+            // products, each once.
+            const bool ligne = EstMedDC(code);
+            std::vector<std::string> lus = ProduitsPourLeCode(code);
+            if (ligne) lus.insert(lus.begin(), code);
+            std::set<std::pair<std::string, std::string>> vus;
+            for (const std::string& produit : lus) {
+                for (const char* type : {TypeContreIndication, TypePrecaution}) {
+                    const std::string debut = DebutTermesProduit(produit, type);
+                    for (auto p = termesProduit_.PremiereAvec(debut); p; p = termesProduit_.SuivanteAvec(debut)) {
+                        const std::string octets = FicheA(TableTermesProduit(), *p);
+                        const Fiche fiche(octets);
+                        if (ligne && !vus.emplace(type, std::string(fiche.Texte(VDXVAMPC::CodeTerme))).second) continue;
+                        Lien lien{code, std::string(fiche.Texte(VDXVAMPC::CodeTerme)),
+                                  std::string_view(type) == TypePrecaution ? ChiffrePrecaution
+                                                                           : fiche.Entier(VDXVAMPC::NiveauLien),
+                                  {}};
+                        for (std::string& lie : CodesLies(lien.CodeTerme, LienCIM10)) {
+                            Lien avecCode = lien;
+                            avecCode.CodeLie = std::move(lie);
+                            listeCodes_.push_back(std::move(avecCode));
+                        }
+                        listeTermes_.push_back(std::move(lien));
                     }
-                    listeTermes_.push_back(std::move(lien));
                 }
             }
         }

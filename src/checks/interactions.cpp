@@ -12,6 +12,7 @@
 #include "checks/tri.h"
 #include "products/composition.h"
 #include "products/fiches.h"
+#include "products/lignes_dc.h"
 #include "products/produits.h"
 #include "session/cadre.h"
 #include "session/messages.h"
@@ -37,6 +38,7 @@ VDX_TABLE(TableVoiesProduit, "VDXIDPVO")
 VDX_TABLE(TableVoies, "VDXIDVOI")
 VDX_TABLE(TableParents, "VDXWPEFI")
 VDX_TABLE(TableLignesDCI, "VDXYDCI")
+VDX_TABLE(TableProduitsDesLignesDCI, "VDXYDCIP")
 
 // The file a failed first lookup of the couples is recorded under.
 constexpr char FichierCouples[] = "VDXZICLC.NDX";
@@ -82,6 +84,7 @@ public:
         static const std::vector<const Table*> tables = [] {
             std::vector<const Table*> t(TablesLigne().begin(), TablesLigne().end());
             t.push_back(&TableLignesDCI());
+            t.push_back(&TableProduitsDesLignesDCI());
             return t;
         }();
         return tables;
@@ -634,12 +637,16 @@ bool VoieAdmise(std::string_view code, std::string_view liste) {
 LignePrescription ConstruitLigne(const std::string& codeCIP, std::string_view libelleAbsent) {
     TablesOuvertes tables(TablesLigne());
     LignePrescription ligne;
+    // A line by common name stands for its substances and routes, those of
+    // its products: read on the first, the line keeping its code and label.
+    const std::string lu = ProduitRepresentant(codeCIP).value_or(codeCIP);
+    ligne.CodeCIP = lu;
+    AjouteSubstances(ligne);
+    AjouteClasses(ligne);
+    ligne.Voies = VoiesProduit(lu);
     ligne.CodeCIP = codeCIP;
     ligne.Libelle = LibelleProduitInterne(codeCIP).value_or(std::string(libelleAbsent));
     if (ligne.Libelle.size() > LibelleLigneMax) ligne.Libelle.resize(LibelleLigneMax);
-    AjouteSubstances(ligne);
-    AjouteClasses(ligne);
-    ligne.Voies = VoiesProduit(codeCIP);
     tables.Ferme();
     return ligne;
 }

@@ -7,6 +7,7 @@
 
 #include "checks/voies.h"
 #include "products/composition.h"
+#include "products/lignes_dc.h"
 #include "products/composition_liens.h"
 #include "products/produits.h"
 #include "products/substances.h"
@@ -118,20 +119,22 @@ struct Apport {
 };
 
 Apport LitApport(const std::string& cip) {
+    // A line by common name brings its products' substances, read on its first.
+    const std::string lu = ProduitRepresentant(cip).value_or(cip);
     Apport a;
-    a.classes = CodesClassesProduit(cip);
-    const std::vector<Voie> voies = VoiesProduit(cip);
+    a.classes = CodesClassesProduit(lu);
+    const std::vector<Voie> voies = VoiesProduit(lu);
     if (std::any_of(voies.begin(), voies.end(), [](const Voie& v) { return v.CodeVoie.starts_with(VoieGenerale); }))
-        for (int32_t substance : SubstancesDosees(cip)) a.substances.emplace_back(substance, CodesSynonymes(substance));
+        for (int32_t substance : SubstancesDosees(lu)) a.substances.emplace_back(substance, CodesSynonymes(substance));
     return a;
 }
 
 // Kept while the tables they are read from read the same.
-using Apports = Retenues<Apport, 4>;
+using Apports = Retenues<Apport, 5>;
 Apports::Valeurs* ApportsRetenus() {
     static Apports memo;
     return memo.Courantes({&TableDuCatalogue("VDXCLAP"), &TableDuCatalogue("VDXIDPVO"), &TableDuCatalogue("VDXVCOMP"),
-                           &TableDuCatalogue("VDXWSYNC")},
+                           &TableDuCatalogue("VDXWSYNC"), &TableDuCatalogue("VDXYDCIP")},
                           10000);
 }
 

@@ -1,6 +1,7 @@
 #include "products/lignes_dc.h"
 
 #include <algorithm>
+#include <functional>
 
 #include "products/codes.h"
 #include "products/fiches.h"
@@ -36,18 +37,45 @@ std::optional<LigneDC> LigneDuProduit(std::string_view code) {
     return LigneDC{*ligne, LibelleMedDC(*ligne).value_or("")};
 }
 
+void ParcourtProduitsDeLigne(std::string_view ligne, const std::function<bool(std::string cip)>& chacun) {
+    TablesOuvertes tables{&TableProduitsDesLignes()};
+    Curseur curseur(TableProduitsDesLignes());
+    const std::string tete(ligne);
+    for (auto p = curseur.SuperieureOuEgale(tete); p && curseur.Cle().substr(0, LongueurCIP) == tete; p = curseur.Suivante())
+        if (!chacun(std::string(curseur.Cle().substr(VDXYDCIP::CodeDCI.capacite(), LongueurCIP)))) break;
+    tables.Ferme();
+}
+
+std::optional<std::string> ProduitRepresentant(std::string_view ligne) {
+    if (!EstMedDC(ligne)) return std::nullopt;
+    std::optional<std::string> produit;
+    ParcourtProduitsDeLigne(ligne, [&](std::string cip) {
+        produit = std::move(cip);
+        return false;
+    });
+    return produit;
+}
+
+std::vector<std::string> ProduitsPourLeCode(std::string_view code) {
+    if (!EstMedDC(code)) return {std::string(code)};
+    std::vector<std::string> produits;
+    ParcourtProduitsDeLigne(code, [&](std::string cip) {
+        produits.push_back(std::move(cip));
+        return true;
+    });
+    return produits;
+}
+
 std::vector<ProduitDeSubstance> ProduitsDeLigne(const Contexte& contexte, std::string_view ligne) {
     if (!EstMedDC(ligne)) throw Echec{CodeInconnu};
     const DansContexte dans(contexte);
-    TablesOuvertes tables{&TableProduitsDesLignes(), &TableProduits()};
+    TablesOuvertes tables{&TableProduits()};
     std::vector<ProduitDeSubstance> produits;
-    Curseur curseur(TableProduitsDesLignes());
-    const std::string tete(ligne);
-    for (auto p = curseur.SuperieureOuEgale(tete); p && curseur.Cle().substr(0, LongueurCIP) == tete; p = curseur.Suivante()) {
-        std::string cip(curseur.Cle().substr(VDXYDCIP::CodeDCI.capacite(), LongueurCIP));
+    ParcourtProduitsDeLigne(ligne, [&](std::string cip) {
         if (std::optional<std::string> libelle = LibelleDeProduitMontre(contexte, cip))
-            produits.push_back({std::move(cip), std::move(*libelle), tete});
-    }
+            produits.push_back({std::move(cip), std::move(*libelle), std::string(ligne)});
+        return true;
+    });
     tables.Ferme();
     std::ranges::stable_sort(produits, [](const ProduitDeSubstance& a, const ProduitDeSubstance& b) { return a.Libelle < b.Libelle; });
     return produits;

@@ -139,7 +139,9 @@ std::optional<EchecAppel> Verifie(const Ordonnance& o, Constat& constat) {
     for (const std::string& code : o.produits) {
         const std::string cp = codepage::DepuisUtf8(code).value_or(code);
         ChaineHote libelle;
-        const int32_t n = LibelleProduit_Vdx(cp.c_str(), libelle.Adresse());
+        // A line by common name has a title rather than a product's label.
+        const int32_t n = IsMedDC_Vdx(cp.c_str()) == 1 ? LibelleMedDC2_Vdx(cp.c_str(), libelle.Adresse())
+                                                        : LibelleProduit_Vdx(cp.c_str(), libelle.Adresse());
         constat.produits.push_back({code, n == 1 ? Utf8(libelle.Valeur()) : ProduitInconnu, RoutesLocales(cp.c_str())});
     }
     EntreesOrdonnance e(o);
