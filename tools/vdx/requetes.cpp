@@ -123,11 +123,9 @@ public:
                     o.termesAllergie.push_back(code);
                     return true;
                 }
-                int32_t allergene = 0;
-                const auto [fin, e] = std::from_chars(code.data(), code.data() + code.size(), allergene);
-                if (!Chiffres(code) || e != std::errc() || fin != code.data() + code.size() || allergene <= 0)
-                    return Refuse(champ + ".code", "an allergen is a positive number in digits");
-                o.allergenes.push_back(allergene);
+                const std::optional<int32_t> allergene = EntierDans(code, 1, INT32_MAX);
+                if (!allergene) return Refuse(champ + ".code", "an allergen is a positive number in digits");
+                o.allergenes.push_back(*allergene);
                 return true;
             }))
             return false;
@@ -136,6 +134,14 @@ public:
 };
 
 }  // namespace
+
+std::optional<int32_t> EntierDans(std::string_view texte, int32_t min, int32_t max) {
+    int32_t n = 0;
+    const auto [fin, e] = std::from_chars(texte.data(), texte.data() + texte.size(), n);
+    if (!Chiffres(texte) || e != std::errc() || fin != texte.data() + texte.size() || n < min || n > max)
+        return std::nullopt;
+    return n;
+}
 
 bool CodeProduitValide(std::string_view code) { return Chiffres(code) && code.size() == LongueurCodeProduit; }
 
@@ -173,11 +179,9 @@ std::variant<PageRecherche, ErreurRequete> LitRecherche(const std::multimap<std:
         if (nom.empty()) return ErreurRequete{SansNom, "a parameter without a name"};
         if (parametres.count(nom) > 1) return ErreurRequete{nom, "given more than once"};
         if (nom == "limit") {
-            int32_t n = 0;
-            const auto [fin, e] = std::from_chars(valeur.data(), valeur.data() + valeur.size(), n);
-            if (!Chiffres(valeur) || e != std::errc() || fin != valeur.data() + valeur.size() || n < 1 || n > PageMax)
-                return ErreurRequete{nom, "a number from 1 to " + std::to_string(PageMax) + " is expected"};
-            page.nombre = n;
+            const std::optional<int32_t> n = EntierDans(valeur, 1, PageMax);
+            if (!n) return ErreurRequete{nom, "a number from 1 to " + std::to_string(PageMax) + " is expected"};
+            page.nombre = *n;
             continue;
         }
         if (nom != "q" && nom != "after") return ErreurRequete{nom, "unknown parameter"};

@@ -5,6 +5,7 @@
 
 #include <cstddef>
 #include <map>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <variant>
@@ -31,6 +32,9 @@ struct ErreurRequete {
 
 // The body of a check: {"products": [...], "patient": {...}, "level": N}.
 std::variant<Ordonnance, ErreurRequete> LitVerification(std::string_view corps);
+
+// A whole text of decimal digits read as a number from `min` to `max`.
+std::optional<int32_t> EntierDans(std::string_view texte, int32_t min, int32_t max);
 
 // A product's code (CodeCIP): 7 digits. A CIP13 code is refused, not read
 // as no product: the session takes CodeCIPs.

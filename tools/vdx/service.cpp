@@ -10,7 +10,6 @@
 #include <unistd.h>
 
 #include <cerrno>
-#include <charconv>
 #include <chrono>
 #include <cmath>
 #include <filesystem>
@@ -248,26 +247,20 @@ std::optional<Reglages> LitReglages(const ArgumentsCommande& args) {
     Reglages r;
     r.base = args.Base();
     if (r.base.empty() || !args.Autres().empty()) return std::nullopt;
-    const auto nombre = [](const std::string& t, int min, int max) -> std::optional<int> {
-        int n = 0;
-        const auto [fin, e] = std::from_chars(t.data(), t.data() + t.size(), n);
-        if (e != std::errc() || fin != t.data() + t.size() || n < min || n > max) return std::nullopt;
-        return n;
-    };
     if (const auto ecoute = args.Valeur("--listen")) {
         const size_t deux = ecoute->rfind(':');
-        const auto port = deux == std::string::npos ? std::nullopt : nombre(ecoute->substr(deux + 1), 0, 65535);
+        const auto port = deux == std::string::npos ? std::nullopt : EntierDans(ecoute->substr(deux + 1), 0, 65535);
         if (!port || deux == 0) return std::nullopt;
         r.hote = ecoute->substr(0, deux);
         r.port = *port;
     }
     if (const auto n = args.Valeur("--workers")) {
-        const auto t = nombre(*n, 1, 64);
+        const auto t = EntierDans(*n, 1, 64);
         if (!t) return std::nullopt;
         r.travailleurs = *t;
     }
     if (const auto n = args.Valeur("--timeout")) {
-        const auto t = nombre(*n, 1, 3600);
+        const auto t = EntierDans(*n, 1, 3600);
         if (!t) return std::nullopt;
         r.delai = *t;
     }
