@@ -609,9 +609,9 @@ VDX_API int32_t VDX_CALL LibelleMedDC2_Vdx(const char* Code, BSTR* Libelle);
  * interactions, duplicates and allergies of the active substances and
  * routes of its first product (the products of a line share them), the
  * contra-indications and precautions of its own terms and of all its
- * products' terms, each once; their rows name the line. TraductionDC_Vdx: the line of a product, its
- * code and label (mode 0: into the two strings, 8-bit; other modes: one row
- * "code@label"); a line gives itself. 1; 0 for a product without a line,
+ * products' terms, each once; their rows name the line. TraductionDC_Vdx:
+ * the line of a product, its code and label (mode 0: into the two strings,
+ * 8-bit; other modes: one row "code@label"); a line gives itself. 1; 0 for a product without a line,
  * nothing delivered; -10; -13; -90 a code that is neither a product nor a
  * line; -500. */
 VDX_API int32_t VDX_CALL TraductionDC_Vdx(const char* Code, BSTR* CodeDC, BSTR* Libelle);
@@ -623,6 +623,44 @@ VDX_API int32_t VDX_CALL TraductionDC_Vdx(const char* Code, BSTR* CodeDC, BSTR* 
  * code among them); -20 no array or an array of another record size (mode
  * 0); -500. */
 VDX_API int32_t VDX_CALL ProduitsMedDC_Vdx(const char* Code, SAFEARRAY** Tableau);
+/* The identity of a product told in its parts, for hosts that assemble or
+ * index labels: its CodeCIP (a CIP13 under ActiveCIP13_Vdx(1) when it has
+ * one), name ("DOLIPRANE"), dosage ("1000 mg"), form ("comprim\xE9"), routes
+ * (their labels joined by ", "), package text beginning with the number of
+ * units ("8 comprim\xE9s", "1 flacon de 150 ml"), its two units of take by
+ * code and word (0 and empty when none), the label assembled from name,
+ * dosage, form and package ("DOLIPRANE 1000 mg, comprim\xE9, 8 comprim\xE9s",
+ * an empty part left out with its separator; the label of the rows of
+ * Optimisation_Vdx), and its line by common name, code and label (empty
+ * when none). Mode 0: into *Fiche, cleared once the code is checked,
+ * strings of 8-bit bytes; other modes: one row of the 13 fields. 1; -10,
+ * -13; -90 a code the identification lacks, a line by common name among
+ * them; -500; -2000 Fiche null in mode 0. */
+typedef struct VdxIdentifiant {
+    BSTR CodeCIP;
+    BSTR Denomination;
+    BSTR Dosage;
+    BSTR Forme;
+    BSTR Voie;
+    BSTR Contenance;
+    intptr_t CodeUnitePrise1;
+    BSTR UnitePrise1;
+    intptr_t CodeUnitePrise2;
+    BSTR UnitePrise2;
+    BSTR Libelle;
+    BSTR CodeDC;
+    BSTR LibelleDC;
+} VdxIdentifiant;
+VDX_API int32_t VDX_CALL IdentifiantProduit_Vdx(const char* Code, VdxIdentifiant* Fiche);
+/* Writes the identity of every product the identification holds, as
+ * IdentifiantProduit_Vdx gives it, into the file Fichier (replaced), in the
+ * order of their codes: a first line of the 13 field names, then a line a
+ * product, fields separated by tabs, lines ended by CR LF, code page 1252
+ * whatever the session; a tab or line end inside a text becomes a blank.
+ * The file is written beside and renamed into place: whole, or as it was.
+ * The number of products; -10 Fichier null or empty; -2; -300 the file
+ * cannot be written; -500. */
+VDX_API int32_t VDX_CALL ExportIdentifiant_Vdx(const char* Fichier);
 
 /* The monograph of a product as one HTML page in code page 1252, written
  * in one block into the file Fichier (opened "w+b"; a file that can't be

@@ -31,23 +31,37 @@ std::string LibelleVoie(std::string_view code) {
     return std::string(Fiche(fiche).Texte(VDXIDVOI::Libelle));
 }
 
+namespace {
+
+void LitVoies(std::string_view codeCIP, std::vector<Voie>& voies) {
+    const size_t longueurCode = VDXIDPVO::CodeCIP.capacite();
+    if (codeCIP.size() > longueurCode) return;
+    TablesOuvertes tables({&TableVoiesProduit(), &TableVoies()});
+    Curseur routes(TableVoiesProduit());
+    for (auto p = routes.SuperieureOuEgale(codeCIP); p && routes.Cle().substr(0, longueurCode) == codeCIP;
+         p = routes.Suivante()) {
+        const std::string_view reste = routes.Cle().substr(longueurCode);
+        const std::string code(reste.substr(0, reste.find('\0')));
+        voies.push_back({code, LibelleVoie(code)});
+    }
+    tables.Ferme();
+}
+
+}  // namespace
+
 std::vector<Voie> VoiesProduit(std::string_view codeCIP) {
     std::vector<Voie> voies;
-    const size_t longueurCode = VDXIDPVO::CodeCIP.capacite();
-    if (codeCIP.size() > longueurCode) return voies;
     try {
-        TablesOuvertes tables({&TableVoiesProduit(), &TableVoies()});
-        Curseur routes(TableVoiesProduit());
-        for (auto p = routes.SuperieureOuEgale(codeCIP); p && routes.Cle().substr(0, longueurCode) == codeCIP;
-             p = routes.Suivante()) {
-            const std::string_view reste = routes.Cle().substr(longueurCode);
-            const std::string code(reste.substr(0, reste.find('\0')));
-            voies.push_back({code, LibelleVoie(code)});
-        }
-        tables.Ferme();
+        LitVoies(codeCIP, voies);
     } catch (const Echec&) {
         // Fewer routes, not a failure of the caller.
     }
+    return voies;
+}
+
+std::vector<Voie> VoiesDuProduit(std::string_view codeCIP) {
+    std::vector<Voie> voies;
+    LitVoies(codeCIP, voies);
     return voies;
 }
 

@@ -20,6 +20,8 @@ VDX_LIGNE(Voie, CodeVoie, Libelle);
 // route the vocabulary lacks). A failure of the store is not reported: the
 // product just has fewer routes.
 std::vector<Voie> VoiesProduit(std::string_view codeCIP);
+// The same where a failure of the store matters: throws Echec(-500).
+std::vector<Voie> VoiesDuProduit(std::string_view codeCIP);
 
 // The label of a route, or "Code X introuvable"; the caller holds VDXIDVOI
 // open. Throws Echec(-500).

@@ -6,6 +6,7 @@
 #include "products/lignes_dc.h"
 #include "products/consultations.h"
 #include "products/equivalents.h"
+#include "products/identification.h"
 #include "products/optimisation.h"
 #include "products/produits.h"
 #include "products/recherche.h"
@@ -178,6 +179,17 @@ VDX_EXPORT(ProduitsMedDC_Vdx, Connecte, NomsDesChamps<ProduitDeSubstance>(), (Te
     Resultat resultat(Tableau, GabaritDe<ProduitDeSubstance>(), Argument2);
     resultat.Prend(LignesSelon<ProduitDeSubstance>(ProduitsDeLigne(session(), code)));
     return resultat.Livre();
+}
+VDX_EXPORT(IdentifiantProduit_Vdx, Connecte, NomsDesChamps<IdentifiantProduit>(), (Texte, Code), (Fiche, Fiche)) {
+    const std::string cip = CodeProduit(Code);
+    if (session().ModeSortie == ModeTableau) VideFiche(Requis(Fiche), GabaritDe<IdentifiantProduit>());
+    LivreFiche(Fiche, GabaritDe<IdentifiantProduit>(), ValeursDe(IdentifiantDe(cip)));
+    return Succes;
+}
+VDX_EXPORT(ExportIdentifiant_Vdx, Connecte, {}, (Texte, Fichier)) {
+    const std::string_view chemin = TexteDe(Fichier);
+    if (chemin.empty()) throw Echec{Argument1};
+    return ExporteIdentifiants(std::string(chemin));
 }
 VDX_EXPORT(Laboratoire_Vdx, Chaines, Noms("CodeLaboratoire", "Libelle"), (Texte, Code),
            (ChaineSortie, CodeLaboratoire), (ChaineSortie, Libelle)) {

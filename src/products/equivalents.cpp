@@ -56,21 +56,8 @@ std::string ClassePadee(std::string_view classe) {
     return cle;
 }
 
-std::string Nombre(float valeur) {
-    std::string texte;
-    TexteNombre(valeur, texte, false);
-    return texte;
-}
-
 std::string SansBlancsFinaux(std::string_view code) {
     return std::string(code.substr(0, code.find_last_not_of(std::string_view(" \0", 2)) + 1));
-}
-
-template <class Cle, class Valeur, class Lecteur>
-const Valeur& Lu(std::unordered_map<Cle, Valeur>& lus, const Cle& cle, Lecteur lit) {
-    auto it = lus.find(cle);
-    if (it == lus.end()) it = lus.emplace(cle, lit(cle)).first;
-    return it->second;
 }
 
 // One row of a candidate, its level left to the caller; none for a
@@ -91,8 +78,7 @@ std::optional<LigneEquivalent> Candidat(const Contexte& contexte, std::string_vi
     l.CodeCIP = CIPSortant(cip);
     l.LibelleProduit = identite.Dosage.empty() ? identite.Denomination : identite.Denomination + " " + identite.Dosage + " ";
     l.LibelleForme = libelles.Forme(identite.CodeForme);
-    const Mot& presentation = libelles.PresentationDe(id.Entier(VDXIDPRO::CodePresentation));
-    l.LibelleContenance = TexteContenance(id, presentation, libelles.UniteDe(id.Entier(VDXIDPRO::CodeUnitePresentation)));
+    l.LibelleContenance = libelles.Contenance(id);
     l.Conditionnement = libelles.Conditionnement(id).Singulier;
     return l;
 }
@@ -110,16 +96,6 @@ void TrieParClasse(std::vector<LigneEquivalent>& lignes, size_t debut, size_t fi
 }
 
 }  // namespace
-
-std::string LibelleForme(std::string_view code) {
-    TablesOuvertes tables{&TableFormes()};
-    std::string cle(code);
-    cle.resize(VDXIDFOR::CodeForme.capacite(), ' ');
-    const auto p = Curseur(TableFormes()).Egale(cle);
-    std::string libelle = p ? std::string(Fiche(VueFicheA(TableFormes(), *p)).Texte(VDXIDFOR::Libelle)) : std::string();
-    tables.Ferme();
-    return libelle;
-}
 
 bool DosagesEgaux(std::string_view a, std::string_view b) {
     if (a == b) return true;
@@ -159,11 +135,6 @@ std::vector<ClasseEquivalence> ClassesEquivalence(std::string_view cip) {
     return classes;
 }
 
-Identite IdentiteDe(const Fiche& f) {
-    return {std::string(f.Texte(VDXIDPRO::Denomination)), std::string(f.Texte(VDXIDPRO::Dosage)),
-            std::string(f.Texte(VDXIDPRO::CodeForme))};
-}
-
 std::string PrixLu(std::string_view texte) {
     const bool chiffres = texte.size() == LongueurCIP && texte.find_first_not_of("0123456789") == std::string_view::npos;
     return chiffres ? std::string(texte) : std::string(PrixNul);
@@ -177,28 +148,18 @@ std::span<const Table* const> TablesCandidats() {
     return tables;
 }
 
-const Mot& LibellesCandidats::ContenantDe(int32_t code) { return Lu(contenants_, code, Contenant); }
-const Mot& LibellesCandidats::PresentationDe(int32_t code) { return Lu(presentations_, code, Presentation); }
-const Mot& LibellesCandidats::UniteDe(int32_t code) { return Lu(unites_, code, UnitePresentation); }
-const std::string& LibellesCandidats::Forme(std::string_view code) { return Lu(formes_, std::string(code), LibelleForme); }
-
 const std::string& LibellesCandidats::Laboratoire(std::string_view code) {
-    return Lu(laboratoires_, std::string(code), [](const std::string& c) {
+    return LuUneFois(laboratoires_, std::string(code), [](const std::string& c) {
         const auto p = c.empty() ? std::nullopt : Curseur(TableLaboratoires()).Egale(c);
         return p ? std::string(Fiche(VueFicheA(TableLaboratoires(), *p)).Texte(VDXLAB::Libelle)) : std::string();
     });
 }
 
 float LibellesCandidats::Taux(std::string_view code) {
-    return Lu(taux_, std::string(code), [](const std::string& c) {
+    return LuUneFois(taux_, std::string(code), [](const std::string& c) {
         const auto p = c.empty() ? std::nullopt : Curseur(TableRemboursements()).Egale(c);
         return p ? Fiche(VueFicheA(TableRemboursements(), *p)).Reel(VDXTSS::Taux) : 0.f;
     });
-}
-
-const Mot& LibellesCandidats::Conditionnement(const Fiche& id) {
-    const Mot& contenant = ContenantDe(id.Entier(VDXIDPRO::CodeContenant));
-    return !contenant.Singulier.empty() ? contenant : PresentationDe(id.Entier(VDXIDPRO::CodePresentation));
 }
 
 std::optional<EconomieCandidat> LibellesCandidats::Economie(std::string_view cip) {
@@ -209,21 +170,6 @@ std::optional<EconomieCandidat> LibellesCandidats::Economie(std::string_view cip
                             Laboratoire(f.Texte(VDXPRO::CodeLaboratoire)),
                             (f.Entier(VDXPRO::Drapeaux) & VDXPRO::Hospitalier) != 0,
                             !f.Texte(VDXPRO::Suppression).empty()};
-}
-
-std::string TexteContenance(const Fiche& f, const Mot& presentation, const Mot& unite) {
-    const float nombre = f.Reel(VDXIDPRO::QuantitePresentation);
-    std::string texte = Nombre(nombre) + " " + presentation.Selon(nombre > 1);
-    const float quantite = f.Reel(VDXIDPRO::QuantiteUnitePresentation);
-    if (quantite != 0 && quantite != 1 && !unite.Singulier.empty())
-        texte += " de " + Nombre(quantite) + " " + unite.Selon(quantite > 1);
-    return texte;
-}
-
-std::string TexteContenance(std::string_view identification) {
-    const Fiche f(identification);
-    return TexteContenance(f, Presentation(f.Entier(VDXIDPRO::CodePresentation)),
-                           UnitePresentation(f.Entier(VDXIDPRO::CodeUnitePresentation)));
 }
 
 void ParcourtClasse(std::string_view classe, const std::function<bool(std::string_view cip)>& candidat) {

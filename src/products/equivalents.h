@@ -1,8 +1,7 @@
 // The products a prescriber may put in the place of one: the other members
 // of its therapeutic equivalence classes, by how close they are, their
 // price and laboratory; and the pieces the cost optimisation shares: the
-// walk of a class, the equality of dosages, the compatibility of forms,
-// the text of a package.
+// walk of a class, the equality of dosages, the compatibility of forms.
 #pragma once
 
 #include <cstdint>
@@ -15,7 +14,7 @@
 #include <vector>
 
 #include "session/contexte.h"
-#include "posology/quantite.h"
+#include "products/identification.h"
 #include "session/lignes.h"
 #include "store/catalogue.h"
 #include "store/fiche.h"
@@ -28,13 +27,6 @@ bool DosagesEgaux(std::string_view a, std::string_view b);
 // Two form codes of one family: both liquid ("A..."), both of the group of
 // "B", "J" and "D", or the same first two characters.
 bool FormesCompatibles(std::string_view a, std::string_view b);
-// The label of a form code (VDXIDFOR), empty for a code it lacks.
-std::string LibelleForme(std::string_view code);
-// The package of a product as its VDXIDPRO record tells it: "16 comprimés",
-// "1 flacon de 150 ml"; it begins with the number of units. With the words
-// of its presentation and of its unit, or reading them (Echec(-500)).
-std::string TexteContenance(const Fiche& identification, const Mot& presentation, const Mot& unite);
-std::string TexteContenance(std::string_view identification);
 
 // The products of a class (VDXCLAP by class), in the order of their codes,
 // each handed to `candidat` until it answers false. The class's code is
@@ -59,14 +51,6 @@ struct ClasseEquivalence {
 };
 std::vector<ClasseEquivalence> ClassesEquivalence(std::string_view cip);
 
-// What a product is and shows, from its VDXIDPRO record.
-struct Identite {
-    std::string Denomination;
-    std::string Dosage;
-    std::string CodeForme;
-};
-Identite IdentiteDe(const Fiche& identification);
-
 // A price as VDXPRO holds it, seven digits; any other text is no price.
 inline constexpr char PrixNul[] = "0000000";
 std::string PrixLu(std::string_view texte);
@@ -83,25 +67,17 @@ struct EconomieCandidat {
 // The tables a walk over the candidates of a product's classes reads.
 std::span<const Table* const> TablesCandidats();
 
-// The words and labels the candidates of one call share, each read once
-// from tables the caller keeps open (VDXIDCON, VDXIDPRE, VDXIDUPR,
-// VDXIDFOR, VDXLAB, VDXTSS, VDXPRO).
-class LibellesCandidats {
+// The words, labels and economics the candidates of one call share, each
+// read once from tables the caller keeps open (TablesCandidats).
+class LibellesCandidats : public MotsIdentification {
 public:
-    const Mot& ContenantDe(int32_t code);
-    const Mot& PresentationDe(int32_t code);
-    const Mot& UniteDe(int32_t code);
-    const std::string& Forme(std::string_view code);
     const std::string& Laboratoire(std::string_view code);
     float Taux(std::string_view code);
-    // The package's word, or the presentation's when the package has none.
-    const Mot& Conditionnement(const Fiche& identification);
     // None for a product VDXPRO lacks.
     std::optional<EconomieCandidat> Economie(std::string_view cip);
 
 private:
-    std::unordered_map<int32_t, Mot> contenants_, presentations_, unites_;
-    std::unordered_map<std::string, std::string> formes_, laboratoires_;
+    std::unordered_map<std::string, std::string> laboratoires_;
     std::unordered_map<std::string, float> taux_;
 };
 

@@ -24,15 +24,24 @@ constexpr int CleParProduit = 1;
 
 std::optional<LigneDC> LigneDuProduit(std::string_view code) {
     if (EstMedDC(code)) return LigneDC{std::string(code), LibelleMedDC(code).value_or("")};
-    TablesOuvertes tables{&TableProduitsDesLignes(), &TableProduits()};
+    std::optional<LigneDC> ligne = LigneInscrite(code);
+    if (!ligne) {
+        TablesOuvertes tables{&TableProduits()};
+        const bool produit = VueDuCode(TableProduits(), code).has_value();
+        tables.Ferme();
+        if (!produit) throw Echec{CodeInconnu};
+    }
+    return ligne;
+}
+
+std::optional<LigneDC> LigneInscrite(std::string_view cip) {
+    TablesOuvertes tables{&TableProduitsDesLignes()};
     Curseur curseur(TableProduitsDesLignes(), CleParProduit);
     std::optional<std::string> ligne;
-    const std::string tete(code);
+    const std::string tete(cip);
     if (curseur.SuperieureOuEgale(tete) && curseur.Cle().substr(0, LongueurCIP) == tete)
         ligne = std::string(curseur.Cle().substr(VDXYDCIP::CodeCIP.capacite(), LongueurCIP));
-    const bool produit = ligne || VueDuCode(TableProduits(), code);
     tables.Ferme();
-    if (!produit) throw Echec{CodeInconnu};
     if (!ligne) return std::nullopt;
     return LigneDC{*ligne, LibelleMedDC(*ligne).value_or("")};
 }

@@ -22,6 +22,9 @@ struct LigneDC {
 // line stands for itself. None for a product without one. Throws Echec:
 // -90 for a code that is neither a product nor a line, -500.
 std::optional<LigneDC> LigneDuProduit(std::string_view code);
+// The line VDXYDCIP gives a product's code, none when it gives none.
+// Throws Echec(-500).
+std::optional<LigneDC> LigneInscrite(std::string_view cip);
 
 // Hands each product of a line to `chacun`, in VDXYDCIP's order, until it
 // answers false. Throws Echec: -500.

@@ -156,20 +156,6 @@ std::vector<LigneOptimisation> Classe(std::vector<Candidat> candidats, const std
 
 }  // namespace
 
-std::string LibelleStructure(const Identite& identite, std::string_view forme, std::string_view contenance) {
-    std::string libelle;
-    const auto ajoute = [&](std::string_view separateur, std::string_view partie) {
-        if (partie.empty()) return;
-        if (!libelle.empty()) libelle += separateur;
-        libelle += partie;
-    };
-    ajoute("", identite.Denomination);
-    ajoute(" ", identite.Dosage);
-    ajoute(", ", forme);
-    ajoute(", ", contenance);
-    return libelle;
-}
-
 std::vector<LigneOptimisation> Optimisation(const Contexte& contexte, const std::string& cip,
                                             const Traitement& traitement, int32_t limite) {
     VerifieTraitement(traitement);
@@ -202,10 +188,7 @@ std::vector<LigneOptimisation> Optimisation(const Contexte& contexte, const std:
                 l.TauxRemboursement = economie->TauxRemboursement;
                 l.Laboratoire = economie->Laboratoire;
             }
-            const Mot& presentation = libelles.PresentationDe(id.Entier(VDXIDPRO::CodePresentation));
-            l.LibelleProduit = LibelleStructure(
-                sienne, libelles.Forme(sienne.CodeForme),
-                TexteContenance(id, presentation, libelles.UniteDe(id.Entier(VDXIDPRO::CodeUnitePresentation))));
+            l.LibelleProduit = libelles.Libelle(id);
             l.NombreBoites = BoitesDuCandidat(ConditionnementDe(id), quantite);
             l.Conditionnement = libelles.Conditionnement(id).Selon(l.NombreBoites > 1);
             l.CodeClasse = classe.Code;

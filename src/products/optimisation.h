@@ -63,8 +63,4 @@ struct Boitage {
 // Throws Echec(-90) for a product VDXIDPRO lacks, -500.
 Boitage BoitageDe(std::string_view cip, int32_t unite, float quantite);
 
-// A product's label by its parts: "PARACETAMOL EG 500 mg, comprimé, 16
-// comprimés"; an empty part is left out with its separator.
-std::string LibelleStructure(const Identite& identite, std::string_view forme, std::string_view contenance);
-
 }  // namespace vdx
