@@ -81,6 +81,9 @@ TEST(LignesDC, TheWordingOfALine) {
                                             Substance("ESTRADIOL (VAL\xC9RATE D')", "1 mg", "SA", "2")})
                   .ligne->libelle,
               "CHLORHYDRATE DE C\xC9LIPROLOL 200 mg + VAL\xC9RATE D'ESTRADIOL 1 mg, comprim\xE9");
+    // Only the last parenthesis of a name is its inverted head.
+    EXPECT_EQ(Ligne(Forme("poudre"), {Substance("ISPAGHUL (T\xC9GUMENT DE LA GRAINE D') (POUDRE DE)", "3 g")}).ligne->libelle,
+              "POUDRE DE ISPAGHUL (T\xC9GUMENT DE LA GRAINE D') 3 g, poudre");
     // A dosage for a measure carries it; for a unit, not.
     EXPECT_EQ(Ligne(Forme("solution buvable"), {Substance("OXOM\xC9MAZINE", "33 mg", "SA", "1", "100 ml de solution")})
                   .ligne->libelle,

@@ -90,7 +90,7 @@ NomLigne NomDeSubstance(std::string_view nom) {
     // An acid sorts by its own name, as the database writes it: "ACIDE
     // CLAVULANIQUE" by "CLAVULANIQUE (ACIDE)".
     if (n.tri.starts_with("ACIDE ")) n.tri = n.tri.substr(6) + " (ACIDE)";
-    const size_t ouvre = donne.find(" (");
+    const size_t ouvre = donne.rfind(" (");
     if (ouvre == std::string::npos || donne.back() != ')') return n;
     const std::string avant = donne.substr(0, ouvre), dedans = donne.substr(ouvre + 2, donne.size() - ouvre - 3);
     const std::string pli = Plie(dedans);
