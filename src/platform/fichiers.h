@@ -57,6 +57,9 @@ bool RemplaceDossier(const std::string& neuf, const std::string& place, const st
 // durable before returning: flushed and synced to the disk. False on any
 // failure.
 bool EcritFichierSur(const std::string& chemin, std::string_view texte);
+// Renames file `de` to `vers`, replacing a file there in one step; false
+// with nothing moved.
+bool RenommeFichier(const std::string& de, const std::string& vers);
 // Whether directory `dossier` exists, waiting for it up to half a second
 // where a replacement leaves it briefly absent (Windows).
 bool AttendsDossier(const std::string& dossier);

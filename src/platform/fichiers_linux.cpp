@@ -191,6 +191,8 @@ bool EcritFichierSur(const std::string& chemin, std::string_view texte) {
     return ::close(f) == 0 && ok;
 }
 
+bool RenommeFichier(const std::string& de, const std::string& vers) { return ::rename(de.c_str(), vers.c_str()) == 0; }
+
 bool RemplaceDossier(const std::string& neuf, const std::string& place, const std::string& ecarte) {
     if (::renameat2(AT_FDCWD, neuf.c_str(), AT_FDCWD, place.c_str(), RENAME_EXCHANGE) != 0) return false;
     if (::rename(neuf.c_str(), ecarte.c_str()) != 0) {

@@ -109,6 +109,10 @@ bool EcritFichierSur(const std::string& chemin, std::string_view texte) {
     return CloseHandle(f) && ok;
 }
 
+bool RenommeFichier(const std::string& de, const std::string& vers) {
+    return MoveFileExA(de.c_str(), vers.c_str(), MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH) != 0;
+}
+
 bool RemplaceDossier(const std::string& neuf, const std::string& place, const std::string& ecarte) {
     if (!MoveFileExA(place.c_str(), ecarte.c_str(), 0)) return Echoue();
     if (!MoveFileExA(neuf.c_str(), place.c_str(), 0)) {

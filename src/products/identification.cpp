@@ -79,11 +79,8 @@ void AjouteLigne(std::string& texte, const Champs& champs) {
 // Writes the whole text beside `chemin`, then renames it into place.
 bool RemplaceFichier(const std::string& chemin, std::string_view texte) {
     const std::string provisoire = chemin + SuffixeProvisoire;
+    if (systeme::EcritFichierSur(provisoire, texte) && systeme::RenommeFichier(provisoire, chemin)) return true;
     std::error_code erreur;
-    if (systeme::EcritFichierSur(provisoire, texte)) {
-        std::filesystem::rename(provisoire, chemin, erreur);
-        if (!erreur) return true;
-    }
     std::filesystem::remove(provisoire, erreur);
     return false;
 }
