@@ -764,6 +764,11 @@ VDX_API int32_t VDX_CALL NombreUCDParCIP_Vdx(const char* Code);
 VDX_API int32_t VDX_CALL GetPictogramme_Vdx(const char* Code);
 VDX_API int32_t VDX_CALL ProduitStatut_Vdx(const char* Code);
 VDX_API int32_t VDX_CALL IsT2A_Vdx(const char* Code);
+/* How the product's unit of take can be split, from its identification: 2
+ * in halves (a scored tablet), 4 in quarters, 1 whole units only (tablets
+ * and capsules not scored), 0 when the identification tells nothing (other
+ * forms). -10, -13; -90 a product the identification lacks; -500. */
+VDX_API int32_t VDX_CALL ProduitSecable_Vdx(const char* Code);
 /* Flags: 1 when the product is generic, doping, a reference product,
  * reserved to hospitals; else 0. A null or empty Code gives -10 before the
  * connection is looked at. */

@@ -16,6 +16,7 @@
 #include "products/composition_liens.h"
 #include "products/consultations.h"
 #include "products/equivalents.h"
+#include "products/fiches.h"
 #include "products/produits.h"
 #include "session/cadre.h"
 #include "session/codeproduit.h"
@@ -43,7 +44,6 @@ VDX_TABLE(TableExcipientsProduit, "VDXVCOME")
 VDX_TABLE(TableExcipients, "VDXVEXC")
 VDX_TABLE(TableAffectionsProduits, "VDXYALDC")
 VDX_TABLE(TableAffections, "VDXYALD")
-VDX_TABLE(TableIdentification, "VDXIDPRO")
 
 constexpr char Oui[] = "OUI", Non[] = "NON";
 

@@ -10,6 +10,7 @@
 #include "checks/contreindications.h"
 #include "checks/tri.h"
 #include "posology/vocabulaire.h"
+#include "products/fiches.h"
 #include "session/cadre.h"
 #include "session/messages.h"
 #include "session/tables.h"
@@ -27,7 +28,6 @@ namespace {
 VDX_TABLE(TablePosologies, "VDXPPROD")
 VDX_TABLE(TableTerrains, "VDXPPTER")
 VDX_TABLE(TableTextes, "VDXPTEXT")
-VDX_TABLE(TableIdentification, "VDXIDPRO")
 VDX_TABLE(TableLiensTermes, "VDXVAMMC")
 VDX_TABLE(TablePosologiesMedecin, "POSO")
 VDX_TABLE(TableTextesMedecin, "TEXU")

@@ -9,6 +9,7 @@
 #include "posology/surface.h"
 #include "posology/vocabulaire.h"
 #include "products/codes.h"
+#include "products/fiches.h"
 #include "session/cadre.h"
 #include "session/messages.h"
 #include "session/tables.h"
@@ -22,7 +23,6 @@ namespace vdx {
 namespace {
 
 VDX_TABLE(TableUnitesPrise, "VDXPUPRI")
-VDX_TABLE(TableIdentification, "VDXIDPRO")
 VDX_TABLE(TableContenants, "VDXIDCON")
 VDX_TABLE(TablePresentations, "VDXIDPRE")
 VDX_TABLE(TableFacteurs, "VDXPDURC")

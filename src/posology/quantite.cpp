@@ -5,6 +5,7 @@
 
 #include "posology/nombres.h"
 #include "posology/vocabulaire.h"
+#include "products/fiches.h"
 #include "session/cadre.h"
 #include "session/messages.h"
 #include "session/tables.h"
@@ -22,7 +23,6 @@ VDX_TABLE(TableFacteurs, "VDXPDURC")
 VDX_TABLE(TableUnitesPrise, "VDXPUPRI")
 VDX_TABLE(TableContenants, "VDXIDCON")
 VDX_TABLE(TablePresentations, "VDXIDPRE")
-VDX_TABLE(TableIdentification, "VDXIDPRO")
 VDX_TABLE(TableUnitesPresentation, "VDXIDUPR")
 
 // The period of one day, which a posology without period or duration takes.

@@ -48,6 +48,7 @@ inline constexpr Consultation Pictogramme{TableComplements, VDXPROA::Pictogramme
 inline constexpr Consultation T2A{TableComplements, VDXPROA::T2A, Lecture::Oui};
 inline constexpr Consultation Statut{TableComplements, VDXPROA::CodeStatut, Lecture::Nombre};
 inline constexpr Consultation CIS{TableSpecialites, VDXYCSCP::CodeCIS, Lecture::Texte};
+inline constexpr Consultation Secabilite{TableIdentification, VDXIDPRO::Secabilite, Lecture::Nombre};
 
 }  // namespace consultations
 

@@ -27,7 +27,6 @@ namespace {
 
 VDX_TABLE(TableClassesProduits, "VDXCLAP")
 VDX_TABLE(TableClasses, "VDXCLA")
-VDX_TABLE(TableIdentification, "VDXIDPRO")
 VDX_TABLE(TableFormes, "VDXIDFOR")
 VDX_TABLE(TableUnitesPresentation, "VDXIDUPR")
 VDX_TABLE(TableContenants, "VDXIDCON")

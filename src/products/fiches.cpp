@@ -11,6 +11,8 @@ VDX_TABLE(TableComplements, "VDXPROA")
 
 VDX_TABLE(TableSpecialites, "VDXYCSCP")
 
+VDX_TABLE(TableIdentification, "VDXIDPRO")
+
 std::optional<std::string_view> VueDuCode(const Table& table, std::string_view code) {
     if (code.size() != LongueurCIP) return std::nullopt;
     Curseur curseur(table);

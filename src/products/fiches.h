@@ -15,6 +15,7 @@ namespace vdx {
 const Table& TableProduits();     // VDXPRO
 const Table& TableComplements();  // VDXPROA
 const Table& TableSpecialites();  // VDXYCSCP, the speciality (CIS) of a product
+const Table& TableIdentification();  // VDXIDPRO
 
 // The record of `code` in a table whose first key begins with the CodeCIP
 // (exactly, or followed by a further code), which the caller holds open;

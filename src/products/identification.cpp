@@ -18,7 +18,6 @@
 namespace vdx {
 namespace {
 
-VDX_TABLE(TableIdentification, "VDXIDPRO")
 VDX_TABLE(TableFormes, "VDXIDFOR")
 
 // Added to the name of the file being written beside the one it replaces.

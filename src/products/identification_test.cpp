@@ -35,7 +35,7 @@ public:
         b.Ajoute("VDXIDPRO", {{"CodeCIP", "3000007"}, {"Denomination", "SKENAN LP"}, {"Dosage", "10 mg"},
                               {"CodeForme", "GL01"}, {"CodePresentation", Comprime}, {"QuantitePresentation", 16},
                               {"CodeUnitePresentation", Comprime}, {"QuantiteUnitePresentation", 1},
-                              {"CodeUnitePrise", Comprime}, {"CodeUnitePrise2", Mg}});
+                              {"CodeUnitePrise", Comprime}, {"Secabilite", 4}, {"CodeUnitePrise2", Mg}});
         b.Ajoute("VDXIDPRO", {{"CodeCIP", "3000010"}, {"Denomination", "PARACETAMOL GNR"}, {"CodeForme", "XX99"},
                               {"CodePresentation", Flacon}, {"QuantitePresentation", 1}, {"CodeUnitePresentation", Ml},
                               {"QuantiteUnitePresentation", 150}, {"CodeUnitePrise", Ml}});
@@ -71,6 +71,9 @@ TEST_F(Identification, TheLabelIsAssembledFromThePartsThereAre) {
 }
 
 TEST_F(Identification, CodesAProductWithoutIdentificationAndALine) {
+    EXPECT_EQ(ProduitSecable_Vdx("3000007"), 4);
+    EXPECT_EQ(ProduitSecable_Vdx("3000010"), 0);
+    EXPECT_EQ(ProduitSecable_Vdx("3000001"), VDX_CODE_INCONNU);
     EXPECT_EQ(IdentifiantProduit_Vdx("3000001", nullptr), VDX_CODE_INCONNU);  // a product VDXIDPRO lacks
     EXPECT_EQ(IdentifiantProduit_Vdx("9000001", nullptr), VDX_CODE_INCONNU);  // a line by common name
     EXPECT_EQ(IdentifiantProduit_Vdx("300000", nullptr), VDX_CODE_MAL_FORME);

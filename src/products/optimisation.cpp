@@ -17,7 +17,6 @@ namespace vdx {
 
 namespace {
 
-VDX_TABLE(TableIdentification, "VDXIDPRO")
 
 // Added to a share of packages before it is truncated: a quantity a ten
 // thousandth above a whole number of packages does not take one more.
