@@ -611,9 +611,9 @@ VDX_API int32_t VDX_CALL LibelleMedDC2_Vdx(const char* Code, BSTR* Libelle);
  * contra-indications and precautions of its own terms and of all its
  * products' terms, each once; their rows name the line. TraductionDC_Vdx:
  * the line of a product, its code and label (mode 0: into the two strings,
- * 8-bit; other modes: one row "code@label"); a line gives itself. 1; 0 for a product without a line,
- * nothing delivered; -10; -13; -90 a code that is neither a product nor a
- * line; -500. */
+ * 8-bit; other modes: one row "code@label"); a line gives itself. 1; 0 for
+ * a product without a line, nothing delivered; -10; -13; -90 a code that is
+ * neither a product nor a line; -500. */
 VDX_API int32_t VDX_CALL TraductionDC_Vdx(const char* Code, BSTR* CodeDC, BSTR* Libelle);
 /* The products of a line by common name, in the rows of PAProduits_Vdx
  * (VdxTroisChaines): CodeCIP, label, and the line's code; products reserved
@@ -623,6 +623,19 @@ VDX_API int32_t VDX_CALL TraductionDC_Vdx(const char* Code, BSTR* CodeDC, BSTR* 
  * code among them); -20 no array or an array of another record size (mode
  * 0); -500. */
 VDX_API int32_t VDX_CALL ProduitsMedDC_Vdx(const char* Code, SAFEARRAY** Tableau);
+/* The products filed under a vocabulary code, rows of VdxTroisChaines:
+ * CodeCIP, label, and the code it is filed under. RechercheClasse_Vdx: a therapeutic class and
+ * its sub-classes (the classes whose code begins with Code);
+ * RechercheForme_Vdx: a form and the forms whose code begins with Code;
+ * RechercheFamille_Vdx: one family. Products reserved to hospitals are left
+ * out unless ActiveHospitaliers_Vdx(1), deleted ones too; a product the
+ * master table lacks reads "CIP : X inexistant"; a product once, under the
+ * first code met; sorted by label. The rows, 0 none; -10 Code null or
+ * empty; -13 a code longer than its vocabulary's (7, 4, 5); -20 no array
+ * or an array of another record size (mode 0); -500. */
+VDX_API int32_t VDX_CALL RechercheClasse_Vdx(const char* Code, SAFEARRAY** Tableau);
+VDX_API int32_t VDX_CALL RechercheForme_Vdx(const char* Code, SAFEARRAY** Tableau);
+VDX_API int32_t VDX_CALL RechercheFamille_Vdx(const char* Code, SAFEARRAY** Tableau);
 /* The identity of a product told in its parts, for hosts that assemble or
  * index labels: its CodeCIP (a CIP13 under ActiveCIP13_Vdx(1) when it has
  * one), name ("DOLIPRANE"), dosage ("1000 mg"), form ("comprim\xE9"), routes

@@ -9,6 +9,7 @@
 #include "products/identification.h"
 #include "products/optimisation.h"
 #include "products/produits.h"
+#include "products/produits_lies.h"
 #include "products/recherche.h"
 #include "session/tables.h"
 
@@ -211,6 +212,19 @@ VDX_EXPORT(GetProduit_Vdx, Chaines, Noms("CodeCIP", "Libelle"), (Entier, Rang), 
 }
 
 // Searches.
+
+// The products filed under a vocabulary code.
+#define PRODUITS_LIES(Nom, lien)                                                                               \
+    VDX_EXPORT(Nom, Connecte, NomsDesChamps<ProduitLie>(), (Texte, Code), (Tableau, Tableau)) {               \
+        const std::string_view code = TexteDe(Code);                                                         \
+        if (code.empty()) throw Echec{Argument1};                                                            \
+        Resultat resultat(Tableau, GabaritDe<ProduitLie>(), Argument2);                                      \
+        resultat.Prend(LignesSelon<ProduitLie>(ProduitsLies(session(), liens::lien, code)));                 \
+        return resultat.Livre();                                                                             \
+    }
+PRODUITS_LIES(RechercheClasse_Vdx, Classes)
+PRODUITS_LIES(RechercheFamille_Vdx, Familles)
+PRODUITS_LIES(RechercheForme_Vdx, Formes)
 
 namespace {
 

@@ -7,6 +7,7 @@
 #include "checks/interactions.h"
 #include "platform/notices.h"
 #include "products/fiches.h"
+#include "products/produits_lies.h"
 #include "products/substances.h"
 #include "search/termes.h"
 #include "session/cadre.h"
@@ -21,9 +22,6 @@ namespace vdx {
 
 namespace {
 
-VDX_TABLE(TableClassesProduits, "VDXCLAP")
-VDX_TABLE(TableFormesProduits, "VDXIDFOP")
-VDX_TABLE(TableLaboratoiresProduits, "VDXLABP")
 VDX_TABLE(TableVoiesProduits, "VDXIDPVO")
 VDX_TABLE(TableTermes, "VDXVAMM")
 VDX_TABLE(TableSynonymes, "VDXWSYNC")
@@ -47,38 +45,23 @@ enum class Critere : int32_t {
     Voie = 12,
 };
 
-// The CodeCIP a key holds at `debut`, up to its first NUL.
-std::string_view CIPDeCle(std::string_view cle, size_t debut) {
-    const std::string_view cip = cle.substr(debut, LongueurCIP);
-    return cip.substr(0, cip.find('\0'));
-}
-
 void VerifieNonVide(const EnsembleCIP& ensemble) {
     if (ensemble.Codes.empty()) throw Echec{EcritureImpossible};
 }
 
 // --- Prefix criteria: classes, forms, laboratories -------------------------
 
-struct Prefixe {
-    const Table& (*table)();
-    size_t largeur;      // of the code in the key, the CodeCIP behind it
-    bool longueurFixe;   // the code's whole width is compared (laboratories)
-};
-
-int32_t ParPrefixe(EnsembleCIP& ensemble, const CritereRecherche& c, const Prefixe& p) {
-    const Table& table = p.table();
-    TablesOuvertes tables{&table};
-    const std::string code = CleTexte(c.Code, p.longueurFixe ? p.largeur : std::min(c.Code.size(), p.largeur + LongueurCIP));
-    const size_t l = code.size();
+int32_t ParPrefixe(EnsembleCIP& ensemble, const CritereRecherche& c, const LienProduits& lien) {
+    TablesOuvertes tables{&lien.table()};
     Candidats candidats;
-    Curseur cles(table);
     if (c.Operation != 0 && ensemble.Codes.empty()) {
         // The complement over the whole index.
+        const std::string code = CleDuCode(lien, c.Code);
+        Curseur cles(lien.table());
         for (auto pos = cles.Premiere(); pos; pos = cles.Suivante())
-            if (cles.Cle().substr(0, l) != code) candidats.push_back(CodeDe(CIPDeCle(cles.Cle(), p.largeur)));
+            if (cles.Cle().substr(0, code.size()) != code) candidats.push_back(CodeDe(CIPDeCle(cles.Cle(), lien.largeur)));
     } else {
-        for (auto pos = cles.SuperieureOuEgale(code); pos && cles.Cle().substr(0, l) == code; pos = cles.Suivante())
-            candidats.push_back(CodeDe(CIPDeCle(cles.Cle(), p.largeur)));
+        ParcourtProduitsLies(lien, c.Code, [&](std::string_view cip, std::string_view) { candidats.push_back(CodeDe(cip)); });
     }
     tables.Ferme();
     Trie(candidats);
@@ -378,20 +361,17 @@ bool CritereActif(const CritereRecherche& critere) {
 
 int32_t AppliqueCritere(const Contexte& contexte, EnsembleCIP& ensemble, const CritereRecherche& c,
                         const ProfilArguments& patient) {
-    static constexpr Prefixe Classes{TableClassesProduits, VDXCLAP::CodeClasse.capacite(), false};
-    static constexpr Prefixe Formes{TableFormesProduits, VDXIDFOP::CodeForme.capacite(), false};
-    static constexpr Prefixe Laboratoires{TableLaboratoiresProduits, VDXLABP::CodeLaboratoire.capacite(), true};
     switch (static_cast<Critere>(c.champ)) {
         case Critere::Indication:
             return ParTermes(ensemble, c, ModeIndication);
         case Critere::Classe:
-            return ParPrefixe(ensemble, c, Classes);
+            return ParPrefixe(ensemble, c, liens::Classes);
         case Critere::Forme:
-            return ParPrefixe(ensemble, c, Formes);
+            return ParPrefixe(ensemble, c, liens::Formes);
         case Critere::Concept:
             return ParConcept(ensemble, c);
         case Critere::Laboratoire:
-            return ParPrefixe(ensemble, c, Laboratoires);
+            return ParPrefixe(ensemble, c, liens::Laboratoires);
         case Critere::ContreIndicationPuisPrecaution:
             ParTermes(ensemble, c, ModeContreIndication);
             return ParTermes(ensemble, c, ModePrecaution);

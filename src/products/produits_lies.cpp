@@ -1,0 +1,71 @@
+#include "products/produits_lies.h"
+
+#include <algorithm>
+#include <unordered_set>
+
+#include "products/fiches.h"
+#include "products/substances.h"
+#include "session/cadre.h"
+#include "session/codeproduit.h"
+#include "session/codes.h"
+#include "session/tables.h"
+#include "store/cles.h"
+#include "store/layouts.h"
+
+namespace vdx {
+namespace {
+
+VDX_TABLE(TableClassesProduits, "VDXCLAP")
+VDX_TABLE(TableFormesProduits, "VDXIDFOP")
+VDX_TABLE(TableFamillesProduits, "VDXFAMP")
+VDX_TABLE(TableLaboratoiresProduits, "VDXLABP")
+
+// The code at the head of a key, without the blanks or NULs that pad it.
+std::string_view CodeDeCle(std::string_view tete) {
+    return tete.substr(0, tete.find_last_not_of(std::string_view(" \0", 2)) + 1);
+}
+
+}  // namespace
+
+namespace liens {
+const LienProduits Classes{TableClassesProduits, VDXCLAP::CodeClasse.capacite(), false};
+const LienProduits Formes{TableFormesProduits, VDXIDFOP::CodeForme.capacite(), false};
+const LienProduits Familles{TableFamillesProduits, VDXFAMP::CodeFamille.capacite(), true};
+const LienProduits Laboratoires{TableLaboratoiresProduits, VDXLABP::CodeLaboratoire.capacite(), true};
+}  // namespace liens
+
+std::string CleDuCode(const LienProduits& lien, std::string_view code) {
+    return CleTexte(code, lien.longueurFixe ? lien.largeur : std::min(code.size(), lien.largeur + LongueurCIP));
+}
+
+std::string_view CIPDeCle(std::string_view cle, size_t debut) {
+    const std::string_view cip = cle.substr(debut, LongueurCIP);
+    return cip.substr(0, cip.find('\0'));
+}
+
+void ParcourtProduitsLies(const LienProduits& lien, std::string_view code,
+                          const std::function<void(std::string_view cip, std::string_view codeLie)>& chacun) {
+    const std::string cle = CleDuCode(lien, code);
+    Curseur cles(lien.table());
+    for (auto p = cles.SuperieureOuEgale(cle); p && cles.Cle().substr(0, cle.size()) == cle; p = cles.Suivante())
+        chacun(CIPDeCle(cles.Cle(), lien.largeur), CodeDeCle(cles.Cle().substr(0, lien.largeur)));
+}
+
+std::vector<ProduitLie> ProduitsLies(const Contexte& contexte, const LienProduits& lien, std::string_view code) {
+    if (code.size() > lien.largeur) throw Echec{CodeMalForme};
+    const DansContexte dans(contexte);
+    TablesOuvertes tables{&lien.table(), &TableProduits()};
+    std::vector<ProduitLie> produits;
+    std::unordered_set<std::string> vus;
+    ParcourtProduitsLies(lien, code, [&](std::string_view cip, std::string_view codeLie) {
+        std::string c(cip);
+        if (!vus.insert(c).second) return;
+        if (std::optional<std::string> libelle = LibelleDeProduitMontre(contexte, c))
+            produits.push_back({std::move(c), std::move(*libelle), std::string(codeLie)});
+    });
+    tables.Ferme();
+    std::ranges::stable_sort(produits, [](const ProduitLie& a, const ProduitLie& b) { return a.Libelle < b.Libelle; });
+    return produits;
+}
+
+}  // namespace vdx
