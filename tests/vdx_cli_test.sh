@@ -95,6 +95,12 @@ verifie "a penicillin allergy forbids an amoxicillin line" \
 verifie "a line has its products' contra-indications" test "$(ci_de 8292501)" = "$(ci_de 3436258)"
 verifie "check names the line" grep -q '"prescription":\[{"code":"8292501","label":"CHLORHYDRATE DE PSEUDOÉPHÉDRINE' \
   <<<"$("$vdx" check --base "$work/base" 8292501 --json)"
+verifie "the latest SMR and ASMR of a speciality, as the public files give them" \
+  test "$("$vdx" call --base "$work/base" ProduitSmrAsmr_Vdx 4992317 | tail -n +2)" = \
+  $'Important, Modéré\t09/11/2016\tRenouvellement d\'inscription (CT)\tV\t04/01/2012\tInscription (CT)'
+sortie=$("$vdx" product --base "$work/base" 3026454)
+verifie "product shows the SMR and the scoring" \
+  test "$(grep -E '^  (SMR|ASMR|scoring):' <<<"$sortie")" = $'  SMR: Important (01/02/2012, Renouvellement d\'inscription (CT))\n  scoring: in halves'
 verifie "product shows the line" grep -q "^  common-name line: 8460133  PARACÉTAMOL 1 g, comprimé$" <<<"$("$vdx" product --base "$work/base" 3595583)"
 # The allergies and the substances given twice, in both outputs.
 sortie=$("$vdx" check --base "$work/base" 3491317 3368195 3659573 --allergy allergen:30501 --json)

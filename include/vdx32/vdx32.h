@@ -636,6 +636,25 @@ VDX_API int32_t VDX_CALL ProduitsMedDC_Vdx(const char* Code, SAFEARRAY** Tableau
 VDX_API int32_t VDX_CALL RechercheClasse_Vdx(const char* Code, SAFEARRAY** Tableau);
 VDX_API int32_t VDX_CALL RechercheForme_Vdx(const char* Code, SAFEARRAY** Tableau);
 VDX_API int32_t VDX_CALL RechercheFamille_Vdx(const char* Code, SAFEARRAY** Tableau);
+/* The latest opinions of the transparency commission on the product's
+ * speciality: the level of its medical service rendered (SMR: "Important",
+ * "Mod\xE9r\xE9", "Faible", "Insuffisant"...), the date (JJ/MM/AAAA) and
+ * reason ("Inscription (CT)", "Renouvellement d'inscription (CT)"...) of
+ * that opinion, then the same of its improvement (ASMR: "I" to "V"...); a
+ * kind without opinion has its three fields empty. Mode 0: into *Fiche,
+ * cleared once the code is checked, strings of 8-bit bytes; other modes:
+ * one row of the six fields, delivered also when empty. 1; 0 no opinion;
+ * -10, -13; -90 a product without a speciality; -500; -2000 Fiche null in
+ * mode 0. */
+typedef struct VdxSmrAsmr {
+    BSTR NiveauSMR;
+    BSTR DateSMR;
+    BSTR MotifSMR;
+    BSTR NiveauASMR;
+    BSTR DateASMR;
+    BSTR MotifASMR;
+} VdxSmrAsmr;
+VDX_API int32_t VDX_CALL ProduitSmrAsmr_Vdx(const char* Code, VdxSmrAsmr* Fiche);
 /* The identity of a product told in its parts, for hosts that assemble or
  * index labels: its CodeCIP (a CIP13 under ActiveCIP13_Vdx(1) when it has
  * one), name ("DOLIPRANE"), dosage ("1000 mg"), form ("comprim\xE9"), routes

@@ -11,6 +11,7 @@
 #include "products/produits.h"
 #include "products/produits_lies.h"
 #include "products/recherche.h"
+#include "products/transparence.h"
 #include "session/tables.h"
 
 using namespace vdx;
@@ -181,6 +182,13 @@ VDX_EXPORT(ProduitsMedDC_Vdx, Connecte, NomsDesChamps<ProduitDeSubstance>(), (Te
     Resultat resultat(Tableau, GabaritDe<ProduitDeSubstance>(), Argument2);
     resultat.Prend(LignesSelon<ProduitDeSubstance>(ProduitsDeLigne(session(), code)));
     return resultat.Livre();
+}
+VDX_EXPORT(ProduitSmrAsmr_Vdx, Connecte, NomsDesChamps<FicheSmrAsmr>(), (Texte, Code), (Fiche, Fiche)) {
+    const std::string cip = CodeProduit(Code);
+    if (session().ModeSortie == ModeTableau) VideFiche(Requis(Fiche), GabaritDe<FicheSmrAsmr>());
+    const FicheSmrAsmr avis = SmrAsmrDe(cip);
+    LivreFiche(Fiche, GabaritDe<FicheSmrAsmr>(), ValeursDe(avis));
+    return avis.Vide() ? Rien : Succes;
 }
 VDX_EXPORT(IdentifiantProduit_Vdx, Connecte, NomsDesChamps<IdentifiantProduit>(), (Texte, Code), (Fiche, Fiche)) {
     const std::string cip = CodeProduit(Code);

@@ -10,6 +10,7 @@
 #include "products/codes.h"
 #include "products/composition.h"
 #include "products/produits.h"
+#include "products/transparence.h"
 #include "session/codes.h"
 #include "session/texte.h"
 #include "store/sources.h"
@@ -313,6 +314,15 @@ std::optional<FicheProduit> LitFiche(const std::string& code, EchecAppel& echec)
         f.codeLigne = Utf8(codeLigne.Valeur());
         f.libelleLigne = Utf8(libelleLigne.Valeur());
     }
+    FicheHote<VdxSmrAsmr> avis(GabaritDe<FicheSmrAsmr>());
+    if (trouve("ProduitSmrAsmr_Vdx", ProduitSmrAsmr_Vdx(c, avis.Adresse()))) {
+        const auto texte = [](BSTR niveau, BSTR date, BSTR motif) {
+            return SysStringByteLen(niveau) ? Utf8(niveau) + " (" + Utf8(date) + ", " + Utf8(motif) + ")" : std::string();
+        };
+        f.smr = texte(avis->NiveauSMR, avis->DateSMR, avis->MotifSMR);
+        f.asmr = texte(avis->NiveauASMR, avis->DateASMR, avis->MotifASMR);
+    }
+    if (const int32_t s = ProduitSecable_Vdx(c); trouve("ProduitSecable_Vdx", s)) f.secabilite = s;
     // A price of seven digits other than zeros is known; its rates with it.
     FicheHote<VdxEconomique> eco(GabaritDe<FicheEconomique>());
     if (trouve("Economique_Vdx", Economique_Vdx(c, eco.Adresse()))) {

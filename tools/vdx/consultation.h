@@ -134,6 +134,10 @@ struct FicheProduit {
     std::optional<double> tauxRemboursement, tauxTVA;
     // Its prescription line by common name, when it has one.
     std::string codeLigne, libelleLigne;
+    // The latest SMR and ASMR: "level (date, reason)", empty when none.
+    std::string smr, asmr;
+    // How its unit splits: 2 halves, 4 quarters, 1 whole only, 0 untold.
+    int32_t secabilite = 0;
 };
 
 // The sheet of a product: nullopt and `echec` set when the label can't be

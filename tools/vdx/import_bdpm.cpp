@@ -115,7 +115,8 @@ void LitAvis(const fs::path& dossier, const char* fichier, bool amelioration, st
             journal.Rejette(fichier, l.numero, "date not AAAAMMJJ");
             continue;
         }
-        avis.push_back({Nettoie(c[0]), amelioration, Nettoie(c[2]), Nettoie(c[3]), Nettoie(c[4]), Nettoie(c[5])});
+        avis.push_back({Nettoie(c[0]), amelioration, Nettoie(c[1]), Nettoie(c[2]), Nettoie(c[3]), Nettoie(c[4]),
+                        Nettoie(c[5])});
     }
 }
 

@@ -69,6 +69,7 @@ struct Condition {  // CIS_CPD_bdpm.txt
 struct AvisHAS {
     std::string cis;
     bool amelioration = false;  // an ASMR, else an SMR
+    std::string dossier;        // "CT-15956"
     std::string motif;          // "Inscription (CT)"
     std::string date;           // AAAAMMJJ
     std::string niveau;         // "Important", "V"

@@ -1,13 +1,14 @@
 // What an import writes of the side documents: for each speciality the
 // transparency commission gave opinions on, one HTML document of them
 // (VDXYLBIN), its link (VDXYLIEN) and the link of each presentation to it
-// (VDXYLCIP, a transparency sheet); and the history of the important
+// (VDXYLCIP, a transparency sheet), and each opinion's level (VDXYTRF); and the history of the important
 // changes of each presentation (VDXPHIMP): its authorisation, its
 // declarations of marketing, the alert status of its speciality as of the
 // extract's date.
 #include <algorithm>
 #include <cstdio>
 #include <map>
+#include <tuple>
 
 #include "documents/fiche_produit.h"
 #include "store/layouts.h"
@@ -60,6 +61,28 @@ std::string DocumentTransparence(const std::string& denomination, const std::vec
            "</BODY>\r\n</HTML>\r\n";
 }
 
+// One row of VDXYTRF an opinion: the levels it gives for several
+// indications joined by ", " in the file's order, each once.
+void EcritNiveaux(const std::string& cis, const std::vector<const AvisHAS*>& avis, Sortie& sortie) {
+    std::map<std::tuple<bool, std::string, std::string>, std::pair<std::vector<std::string>, std::string>> parAvis;
+    for (const AvisHAS* a : avis) {
+        auto& [niveaux, motif] = parAvis[{a->amelioration, a->date, a->dossier}];
+        if (std::ranges::find(niveaux, a->niveau) == niveaux.end()) niveaux.push_back(a->niveau);
+        if (motif.empty()) motif = a->motif;
+    }
+    for (const auto& [cle, niveauxEtMotif] : parAvis) {
+        const auto& [amelioration, date, dossier] = cle;
+        std::string niveau;
+        for (const std::string& n : niveauxEtMotif.first) niveau += (niveau.empty() ? "" : ", ") + n;
+        sortie.Ajoute("VDXYTRF", {{"CodeCIS", cis},
+                                  {"Avis", amelioration ? VDXYTRF::AvisASMR : VDXYTRF::AvisSMR},
+                                  {"Date", date},
+                                  {"Dossier", dossier},
+                                  {"Niveau", niveau},
+                                  {"Motif", niveauxEtMotif.second}});
+    }
+}
+
 using ParCIS = std::map<std::string, const Specialite*>;
 
 void EcritTransparence(const Bdpm& bdpm, const Selection& selection, const ParCIS& specialites, Sortie& sortie) {
@@ -75,6 +98,7 @@ void EcritTransparence(const Bdpm& bdpm, const Selection& selection, const ParCI
         const auto specialite = specialites.find(cis);
         const std::string denomination = specialite != specialites.end() ? specialite->second->denomination : cis;
         sortie.Ajoute("VDXYLBIN", {{"NomDocument", nom}, {"Document", VersHexa(DocumentTransparence(denomination, avis))}});
+        EcritNiveaux(cis, avis, sortie);
         const auto recent = std::ranges::max_element(avis, {}, &AvisHAS::date);
         sortie.Ajoute("VDXYLIEN", {{"NumeroLien", numero},
                                    {"Libelle", TitreTransparence},

@@ -8,7 +8,12 @@ std::vector<Disposition> FamilleReglementaire() {
     std::vector<Disposition> d;
     d.push_back(Classe("VDXYATC"));
     d.push_back(ClasseProduit("VDXYATCP"));
-    for (const char* table : {"VDXYTRF", "VDXYPGEN", "VDXYMEDR", "VDXYAMED"}) d.push_back(Vocabulaire(table));
+    for (const char* table : {"VDXYPGEN", "VDXYMEDR", "VDXYAMED"}) d.push_back(Vocabulaire(table));
+    {
+        using namespace VDXYTRF;
+        d.push_back(Fixe("VDXYTRF", Longueur, {CodeCIS, Avis, Date, Dossier, Niveau, Motif},
+                         {Sur({P(CodeCIS), P(Avis), P(Date), P(Dossier)})}));
+    }
     for (const char* table : {"VDXYTRPF", "VDXYALDC", "VDXYPGEC"}) d.push_back(Lien(table));
     d.push_back(TexteSeul("VDXYTRFT"));
     {

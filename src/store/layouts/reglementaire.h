@@ -12,7 +12,20 @@ namespace vdx {
 namespace VDXYATC = ModeleClasse;
 namespace VDXYATCP = ModeleClasseProduit;
 
-namespace VDXYTRF = ModeleVocabulaire;
+// The opinions of the transparency commission on a speciality: the medical
+// service rendered (SMR, Avis "S") and its improvement (ASMR, Avis "A").
+// Key (32): CodeCIS + Avis + Date (AAAAMMJJ) + Dossier, so the last key of
+// a speciality and a kind is its latest opinion.
+namespace VDXYTRF {
+inline constexpr uint32_t Longueur = 196;
+VDX_TEXTE(CodeCIS, 0, 9);
+VDX_TEXTE(Avis, 9, 2);
+VDX_TEXTE(Date, 11, 9);
+VDX_TEXTE(Dossier, 20, 16);
+VDX_TEXTE(Niveau, 36, 64);  // the levels of one opinion for its indications, joined by ", "
+VDX_TEXTE(Motif, 100, 96);
+inline constexpr char AvisSMR[] = "S", AvisASMR[] = "A";
+}  // namespace VDXYTRF
 namespace VDXYTRFT = ModeleTexte;
 namespace VDXYTRPF = ModeleLien;
 
