@@ -95,6 +95,12 @@ verifie "a penicillin allergy forbids an amoxicillin line" \
 verifie "a line has its products' contra-indications" test "$(ci_de 8292501)" = "$(ci_de 3436258)"
 verifie "check names the line" grep -q '"prescription":\[{"code":"8292501","label":"CHLORHYDRATE DE PSEUDOÉPHÉDRINE' \
   <<<"$("$vdx" check --base "$work/base" 8292501 --json)"
+cisp_de() { "$vdx" call --base "$work/base" RechercheCISP_Vdx "$1" "$2" | tail -n +2; }
+verifie "the CISP codes of a CIM10 code and of the codes beneath it" \
+  test "$(cisp_de I10 3)|$(cisp_de K72 3)|$(cisp_de K72.9 3)|$(cisp_de K7 3 | cut -f1)" = \
+  $'K86\tHypertension non compliquée|D97\tMaladie du foie NCA|D97\tMaladie du foie NCA|D97'
+verifie "the CISP codes of a term through its CIM10 codes" test "$(cisp_de 0000000201 1)" = $'D97\tMaladie du foie NCA'
+verifie "RechercheCISP_Vdx refuses another type" test "$("$vdx" call --base "$work/base" RechercheCISP_Vdx I10 2 2>/dev/null)" = -20
 verifie "the latest SMR and ASMR of a speciality, as the public files give them" \
   test "$("$vdx" call --base "$work/base" ProduitSmrAsmr_Vdx 4992317 | tail -n +2)" = \
   $'Important, Modéré\t09/11/2016\tRenouvellement d\'inscription (CT)\tV\t04/01/2012\tInscription (CT)'

@@ -297,6 +297,14 @@ VDX_API int32_t VDX_CALL RechercheExamenLexico_Vdx(const char* Mot, SAFEARRAY** 
 VDX_API int32_t VDX_CALL RechercheItemLexico_Vdx(const char* Mot, SAFEARRAY** Tableau, const char* Prefixe);
 VDX_API int32_t VDX_CALL RechercheDicoPathoLexico_Vdx(const char* Mot, SAFEARRAY** Tableau, const char* Prefixe);
 VDX_API int32_t VDX_CALL RechercheMedDCLexico_Vdx(const char* Mot, SAFEARRAY** Tableau, const char* Prefixe);
+/* The CISP codes linked to a CIM10 code or to a code beneath it (Type 3),
+ * or to the CIM10 codes a term of the indications and contra-indications
+ * is linked to, by any type of link (Type 1). Rows (VdxDeuxChaines): CISP
+ * code, label ("Code X introuvable" when the vocabulary lacks it), each
+ * once, in the order of the codes. The rows, 0 none; -10 Code null or
+ * empty; -20 another Type; -30 no array or an array of another record size
+ * (mode 0); -500. */
+VDX_API int32_t VDX_CALL RechercheCISP_Vdx(const char* Code, int32_t Type, SAFEARRAY** Tableau);
 
 /* Labels of codes: in mode 0 *Libelle is emptied first, whatever follows,
  * then holds the label as 8-bit bytes; other modes deliver it as the flat

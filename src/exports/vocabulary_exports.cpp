@@ -6,6 +6,7 @@
 #include "vocabulary/lexico.h"
 #include "vocabulary/libelles.h"
 #include "vocabulary/recherche.h"
+#include "search/termes.h"
 
 using namespace vdx;
 using exports::Noms;
@@ -112,6 +113,16 @@ RECHERCHE_FAMILLE(RechercheExamenLexico_Vdx, Examen)
 RECHERCHE_FAMILLE(RechercheItemLexico_Vdx, Item)
 RECHERCHE_FAMILLE(RechercheDicoPathoLexico_Vdx, DicoPatho)
 RECHERCHE_FAMILLE(RechercheMedDCLexico_Vdx, MedDC)
+
+// The CISP codes of a CIM10 code (Type 3) or of a term (Type 1).
+VDX_EXPORT(RechercheCISP_Vdx, Connecte, NomsDesChamps<CISPLie>(), (Texte, Code), (Entier, Type), (Tableau, Tableau)) {
+    const std::string_view code = TexteDe(Code);
+    if (code.empty()) throw Echec{Argument1};
+    if (Type != ParTerme && Type != ParCIM10) throw Echec{Argument2};
+    Resultat resultat(Tableau, GabaritDe<CISPLie>(), Argument3);
+    resultat.Prend(LignesSelon<CISPLie>(CISPLies(code, Type)));
+    return resultat.Livre();
+}
 
 // Labels.
 

@@ -4,9 +4,12 @@
 
 #include "session/cadre.h"
 #include "session/codeproduit.h"
+#include "session/messages.h"
 #include "session/tables.h"
 #include "store/cles.h"
 #include "store/fiche.h"
+#include "vocabulary/libelles.h"
+#include "vocabulary/vocabulaires.h"
 
 namespace vdx {
 
@@ -113,6 +116,25 @@ void MarcheTermes::Produits(std::string_view terme, const std::function<bool(std
     for (auto p = produits.PremiereAvec(sonde); p; p = produits.SuivanteAvec(sonde)) {
         produit(terme, TexteDeCle(produits.Cle().substr(0, sonde.size() + LongueurCIP), sonde.size()));
     }
+}
+
+std::vector<CISPLie> CISPLies(std::string_view code, int32_t qualifiant) {
+    TablesOuvertes tables{&TableLiensTermes(), &TableCISPVersCIM10(), &TableCISP()};
+    std::vector<std::string> cim10;
+    if (qualifiant == ParCIM10) cim10.emplace_back(CodeSonde(code));
+    else cim10 = MarcheTermes({.code = code, .qualifiant = ParTerme, .mode = 0}).CodesAtteints();
+    std::vector<CISPLie> lies;
+    Curseur cles(TableCISPVersCIM10());
+    for (auto p = cles.Premiere(); p; p = cles.Suivante()) {
+        const std::string_view cisp = TexteDeCle(cles.Cle().substr(0, LongueurCodeCISPCle), 0);
+        const std::string_view lie = TexteDeCle(cles.Cle(), LongueurCodeCISPCle);
+        const bool atteint = std::ranges::any_of(cim10, [&](const std::string& c) { return lie.starts_with(c); });
+        if (!atteint || (!lies.empty() && lies.back().Code == cisp)) continue;
+        lies.push_back({std::string(cisp),
+                        LibelleVocabulaire(vocabulaires::CISP(), cisp).value_or(messages::CodeIntrouvable(cisp))});
+    }
+    tables.Ferme();
+    return lies;
 }
 
 }  // namespace vdx

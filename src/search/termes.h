@@ -12,6 +12,7 @@
 #include <string_view>
 #include <vector>
 
+#include "session/lignes.h"
 #include "store/catalogue.h"
 #include "store/layouts.h"
 
@@ -44,7 +45,7 @@ std::string_view CodeSonde(std::string_view code);
 struct DemandeTermes {
     std::string_view code;
     int32_t qualifiant = ParTerme;
-    int32_t mode = ModeIndication;
+    int32_t mode = ModeIndication;  // 0: the links of every type, no products
     // The links met under a vocabulary code: only those of the mode's type,
     // or every one whose code begins with it.
     bool liensDuMode = true;
@@ -66,6 +67,8 @@ public:
     const std::optional<std::string>& LibelleDuCode() const { return libelle_; }
     // Without vocabulary codes, the searched code is taken as a term.
     bool Directe() const { return liste_.empty(); }
+    // The vocabulary codes the searched code reaches, in the order met.
+    const std::vector<std::string>& CodesAtteints() const { return liste_; }
     // Whether a term is the searched term code or one VDXVAMME gives as its
     // equivalent; a failure of VDXVAMME names "VDXPRO.NDX".
     bool TermeDuCode(std::string_view terme) const;
@@ -90,5 +93,17 @@ private:
     std::vector<std::string> liste_;  // vocabulary codes, without their NULs
     std::optional<std::string> libelle_;
 };
+
+// The CISP codes linked (VDXVCICI) to a CIM10 code or to a code beneath it
+// (qualifiant ParCIM10), or to the CIM10 codes a term is linked to by any
+// type of link (ParTerme), with their labels (VDXVCISP; "Code X
+// introuvable" for one it lacks), each once, in the order of their codes.
+// Throws Echec(-500).
+struct CISPLie {
+    std::string Code;
+    std::string Libelle;
+};
+VDX_LIGNE(CISPLie, Code, Libelle);
+std::vector<CISPLie> CISPLies(std::string_view code, int32_t qualifiant);
 
 }  // namespace vdx
