@@ -663,6 +663,72 @@ typedef struct VdxSmrAsmr {
     BSTR MotifASMR;
 } VdxSmrAsmr;
 VDX_API int32_t VDX_CALL ProduitSmrAsmr_Vdx(const char* Code, VdxSmrAsmr* Fiche);
+/* The sheets of a product that the base holds under it, a row each in the
+ * order the base files them; each takes the product's code as the lookups
+ * of a product do. The rows, 0 none (the open base holds none but the
+ * excipients' where the public data give them); -10, -13 for the code; -20
+ * no array or an array of another record size (mode 0); -500.
+ * ProduitExcipient_Vdx: the excipients, each with its number, label (or
+ * "Code N introuvable"), quantity as printed and "1" when its effect is
+ * known ("0" otherwise). */
+typedef struct VdxExcipientProduit {
+    BSTR CodeExcipient;
+    BSTR Libelle;
+    BSTR Quantite;
+    BSTR EffetNotoire;
+} VdxExcipientProduit;
+VDX_API int32_t VDX_CALL ProduitExcipient_Vdx(const char* Code, SAFEARRAY** Tableau);
+/* AccessoireProduits_Vdx: the accessories sold with the product (Relation
+ * "avec") or for it ("pour"): the accessory's code (its CodeCIP, or empty),
+ * label, relation and a remark. */
+typedef struct VdxAccessoire {
+    BSTR CodeAccessoire;
+    BSTR Libelle;
+    BSTR Relation;
+    BSTR Remarque;
+} VdxAccessoire;
+VDX_API int32_t VDX_CALL AccessoireProduits_Vdx(const char* Code, SAFEARRAY** Tableau);
+/* AspectProduits_Vdx: the appearance of a unit of the product: shape,
+ * colour, marks, scoring. */
+typedef struct VdxAspect {
+    BSTR Forme;
+    BSTR Couleur;
+    BSTR Marquage;
+    BSTR Secabilite;
+} VdxAspect;
+VDX_API int32_t VDX_CALL AspectProduits_Vdx(const char* Code, SAFEARRAY** Tableau);
+/* EffetIndesirable_Vdx: the adverse effects of the product, each with its
+ * organ class, its frequency ("tr\xE8s fr\xE9quent", "fr\xE9quent", "peu
+ * fr\xE9quent", "rare", "tr\xE8s rare", "fr\xE9quence ind\xE9termin\xE9e") and
+ * its label. */
+typedef struct VdxEffetIndesirable {
+    BSTR ClasseOrgane;
+    BSTR Frequence;
+    BSTR Libelle;
+} VdxEffetIndesirable;
+VDX_API int32_t VDX_CALL EffetIndesirable_Vdx(const char* Code, SAFEARRAY** Tableau);
+/* OncoReconstitution_Vdx: the reconstitution and stability of a cytotoxic
+ * product, a row a step ("reconstitution", "dilution"): its solvent, the
+ * concentration reached, how long and where the solution keeps. */
+typedef struct VdxReconstitution {
+    BSTR Etape;
+    BSTR Solvant;
+    BSTR Concentration;
+    BSTR Stabilite;
+} VdxReconstitution;
+VDX_API int32_t VDX_CALL OncoReconstitution_Vdx(const char* Code, SAFEARRAY** Tableau);
+/* Recommandations_Vdx: the recommendations attached to the product, then
+ * to each of its therapeutic classes and the classes above them (a class
+ * "M01AE" under "M01A" and "M01"), each class once: the code they are
+ * attached to, who issued them, the date (JJ/MM/AAAA), title and text. */
+typedef struct VdxRecommandation {
+    BSTR Code;
+    BSTR Source;
+    BSTR Date;
+    BSTR Titre;
+    BSTR Texte;
+} VdxRecommandation;
+VDX_API int32_t VDX_CALL Recommandations_Vdx(const char* Code, SAFEARRAY** Tableau);
 /* The identity of a product told in its parts, for hosts that assemble or
  * index labels: its CodeCIP (a CIP13 under ActiveCIP13_Vdx(1) when it has
  * one), name ("DOLIPRANE"), dosage ("1000 mg"), form ("comprim\xE9"), routes

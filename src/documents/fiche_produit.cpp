@@ -40,8 +40,6 @@ VDX_TABLE(TableClasses, "VDXCLA")
 VDX_TABLE(TableClassesProduits, "VDXCLAP")
 VDX_TABLE(TableATC, "VDXYATC")
 VDX_TABLE(TableATCProduits, "VDXYATCP")
-VDX_TABLE(TableExcipientsProduit, "VDXVCOME")
-VDX_TABLE(TableExcipients, "VDXVEXC")
 VDX_TABLE(TableAffectionsProduits, "VDXYALDC")
 VDX_TABLE(TableAffections, "VDXYALD")
 
@@ -119,20 +117,6 @@ std::vector<std::pair<std::string, std::string>> CheminDeClasse(const Table& cla
             chemin.emplace_back(prefixe, Fiche(VueFicheA(classes, *p)).Texte(ModeleClasse::Libelle));
     }
     return chemin;
-}
-
-// The excipients of a product in their order, labelled, with whether their
-// effect is known.
-void ParcourtExcipients(const std::string& cip, const std::function<void(std::string libelle, bool notoire)>& chacun) {
-    TablesOuvertes tables{&TableExcipientsProduit(), &TableExcipients()};
-    Curseur cles(TableExcipientsProduit());
-    const std::string debut = CleTexte(cip, LongueurCIP);
-    for (auto p = cles.PremiereAvec(debut); p; p = cles.SuivanteAvec(debut)) {
-        const Fiche e(VueFicheA(TableExcipientsProduit(), *p));
-        chacun(LibelleOuIntrouvable(TableExcipients(), VDXVEXC::Libelle, e.Entier(VDXVCOME::CodeSubstance)),
-               e.Texte(VDXVCOME::QuantiteTexte).find(VDXVCOME::MarqueEffetNotoire) != std::string_view::npos);
-    }
-    tables.Ferme();
 }
 
 std::string SansBlancs(std::string_view texte) {
@@ -220,10 +204,10 @@ std::string ChapitreComposition(const std::string& cip) {
         t += "</table>\r\n";
     }
     std::string excipients;
-    ParcourtExcipients(cip, [&](std::string libelle, bool notoire) {
-        if (notoire) libelle += " <STRONG>(excipient \xE0 effet notoire)</STRONG>";
-        excipients += "<tr bgcolor=\"#EAF4FF\"><td class=\"Texte\"><font face=\"Arial\">" + libelle + "</font></td></tr>\r\n";
-    });
+    for (ExcipientProduit& e : ExcipientsDuProduit(cip)) {
+        if (e.Notoire()) e.Libelle += " <STRONG>(excipient \xE0 effet notoire)</STRONG>";
+        excipients += "<tr bgcolor=\"#EAF4FF\"><td class=\"Texte\"><font face=\"Arial\">" + e.Libelle + "</font></td></tr>\r\n";
+    }
     if (!excipients.empty())
         t += "<table width=\"100%\" border=\"0\" cellspacing=\"1\" cellpadding=\"3\">\r\n"
              "<tr bgcolor=\"#B7D9FF\"><td class=\"Texte\"><font face=\"Arial\"><b>Excipients</b></font></td></tr>\r\n" +
@@ -248,9 +232,8 @@ std::string ChapitreClasses(const std::string& cip, Classement classement) {
 std::vector<std::string> ExcipientsNotoires(const std::vector<std::string>& produits) {
     std::vector<std::string> libelles;
     for (const std::string& cip : produits)
-        ParcourtExcipients(cip, [&](std::string libelle, bool notoire) {
-            if (notoire && std::ranges::find(libelles, libelle) == libelles.end()) libelles.push_back(std::move(libelle));
-        });
+        for (ExcipientProduit& e : ExcipientsDuProduit(cip))
+            if (e.Notoire() && std::ranges::find(libelles, e.Libelle) == libelles.end()) libelles.push_back(std::move(e.Libelle));
     return libelles;
 }
 

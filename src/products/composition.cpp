@@ -18,6 +18,8 @@ VDX_TABLE(TableTextes, "VDXVCOMG")
 VDX_TABLE(TableSubstances, "VDXVPA")
 VDX_TABLE(TableBases, "VDXVPAE")
 VDX_TABLE(TableUnites, "VDXVPAU")
+VDX_TABLE(TableExcipientsProduit, "VDXVCOME")
+VDX_TABLE(TableExcipients, "VDXVEXC")
 
 // The tables of a composition, in the order they are opened.
 TablesOuvertes TablesComposition() {
@@ -103,6 +105,25 @@ Composition CompositionProduit(std::string_view codeCIP) {
     }
     tables.Ferme();
     return composition;
+}
+
+std::vector<ExcipientProduit> ExcipientsDuProduit(std::string_view codeCIP) {
+    TablesOuvertes tables{&TableExcipientsProduit(), &TableExcipients()};
+    std::vector<ExcipientProduit> excipients;
+    Curseur cles(TableExcipientsProduit());
+    const std::string debut = CleTexte(codeCIP, LongueurCIP);
+    for (auto p = cles.PremiereAvec(debut); p; p = cles.SuivanteAvec(debut)) {
+        const Fiche e(VueFicheA(TableExcipientsProduit(), *p));
+        const int32_t code = e.Entier(VDXVCOME::CodeSubstance);
+        std::string quantite(e.Texte(VDXVCOME::QuantiteTexte));
+        const bool notoire = std::erase(quantite, VDXVCOME::MarqueEffetNotoire) > 0;
+        const size_t debutTexte = quantite.find_first_not_of(' '), finTexte = quantite.find_last_not_of(' ');
+        quantite = debutTexte == std::string::npos ? std::string() : quantite.substr(debutTexte, finTexte - debutTexte + 1);
+        excipients.push_back({std::to_string(code), LibelleOuIntrouvable(TableExcipients(), VDXVEXC::Libelle, code),
+                              std::move(quantite), notoire ? "1" : "0"});
+    }
+    tables.Ferme();
+    return excipients;
 }
 
 }  // namespace vdx

@@ -43,6 +43,21 @@ Composition CompositionProduit(std::string_view codeCIP);
 // order, nothing else read.
 std::vector<int32_t> SubstancesDosees(std::string_view codeCIP);
 
+// One excipient of a product, a row of ProduitExcipient_Vdx: its number,
+// label (of VDXVEXC, or "Code N introuvable"), quantity as printed, and
+// "1" when its effect is known ("0" otherwise).
+struct ExcipientProduit {
+    std::string CodeExcipient;
+    std::string Libelle;
+    std::string Quantite;
+    std::string EffetNotoire;
+    bool Notoire() const { return EffetNotoire == "1"; }
+};
+VDX_LIGNE(ExcipientProduit, CodeExcipient, Libelle, Quantite, EffetNotoire);
+// The excipients of `codeCIP` in the order of VDXVCOME; the mark of a known
+// effect in the quantity's text is left out of Quantite. Throws Echec(-500).
+std::vector<ExcipientProduit> ExcipientsDuProduit(std::string_view codeCIP);
+
 // The label of an integer code in a table keyed by it alone (substances,
 // excipients, units, bases), which the caller holds open: nullopt for an
 // unknown code. Throws Echec(-500).

@@ -6,9 +6,23 @@ namespace vdx::disposition {
 
 std::vector<Disposition> FamilleDocuments() {
     std::vector<Disposition> d;
-    for (const char* table : {"VDXZBEXA", "VDXZBEXI", "VDXZBTEM", "VDXZBITU", "VDXZBUNI", "VDXZMOVI", "VDXZASPT",
-                              "VDXZASPI", "VDXZONCO", "VDXIPC"})
+    for (const char* table : {"VDXZBEXA", "VDXZBEXI", "VDXZBTEM", "VDXZBITU", "VDXZBUNI", "VDXZASPI", "VDXIPC"})
         d.push_back(Vocabulaire(table));
+    {
+        using namespace VDXZMOVI;
+        d.push_back(Fixe("VDXZMOVI", Longueur, {CodeCIP, Rang, CodeAccessoire, Libelle, Relation, Remarque},
+                         {Sur({P(CodeCIP), P(Rang)})}));
+    }
+    {
+        using namespace VDXZASPT;
+        d.push_back(Fixe("VDXZASPT", Longueur, {CodeCIP, Rang, Forme, Couleur, Marquage, Secabilite},
+                         {Sur({P(CodeCIP), P(Rang)})}));
+    }
+    {
+        using namespace VDXZONCO;
+        d.push_back(Fixe("VDXZONCO", Longueur, {CodeCIP, Rang, Etape, Solvant, Concentration, Stabilite},
+                         {Sur({P(CodeCIP), P(Rang)})}));
+    }
     d.push_back(Chapitres("VDXZNOT", {"Texte", "Rtf", "Html"}, ModeleChapitres::CodeCIP));
     {
         using namespace VDXZAPPC;

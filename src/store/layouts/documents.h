@@ -17,8 +17,32 @@ namespace VDXZBUNI = ModeleVocabulaire;  // units
 // Notices: sections Texte, Rtf and Html (the notice as HTML is section 3).
 namespace VDXZNOT = ModeleChapitres;
 
-namespace VDXZMOVI = ModeleVocabulaire;
-namespace VDXZASPT = ModeleVocabulaire;
+// The sheets of a product that no public file gives, kept as rows under
+// the product in the order of a rank (three digits), each a few texts.
+// Key (10): CodeCIP + Rang.
+
+// The accessories sold with a product (Relation "avec") or for it ("pour"):
+// the accessory's code (a CodeCIP, or empty), label and a remark.
+namespace VDXZMOVI {
+inline constexpr uint32_t Longueur = 432;
+VDX_TEXTE(CodeCIP, 0, 8);
+VDX_TEXTE(Rang, 8, 4);
+VDX_TEXTE(CodeAccessoire, 12, 16);
+VDX_TEXTE(Libelle, 28, 128);
+VDX_TEXTE(Relation, 156, 20);
+VDX_TEXTE(Remarque, 176, 256);
+}  // namespace VDXZMOVI
+
+// The appearance of a product's unit: shape, colour, marks, scoring.
+namespace VDXZASPT {
+inline constexpr uint32_t Longueur = 300;
+VDX_TEXTE(CodeCIP, 0, 8);
+VDX_TEXTE(Rang, 8, 4);
+VDX_TEXTE(Forme, 12, 64);
+VDX_TEXTE(Couleur, 76, 64);
+VDX_TEXTE(Marquage, 140, 128);
+VDX_TEXTE(Secabilite, 268, 32);
+}  // namespace VDXZASPT
 namespace VDXZASPI = ModeleVocabulaire;
 
 // Texts of a pharmacy product. Key (12): CodeCIP + NumeroTexte (five digits).
@@ -45,7 +69,18 @@ VDX_TEXTE_PLEIN(CodeCIP, 0, 7);
 VDX_TEXTE_PLEIN(NomImage, 7, 57);
 }  // namespace VDXZNOTG
 
-namespace VDXZONCO = ModeleVocabulaire;
+// The reconstitution and stability of a cytotoxic product, a row a step
+// ("reconstitution", "dilution"): its solvent, the concentration reached
+// and how long and where it keeps.
+namespace VDXZONCO {
+inline constexpr uint32_t Longueur = 540;
+VDX_TEXTE(CodeCIP, 0, 8);
+VDX_TEXTE(Rang, 8, 4);
+VDX_TEXTE(Etape, 12, 32);
+VDX_TEXTE(Solvant, 44, 128);
+VDX_TEXTE(Concentration, 172, 112);
+VDX_TEXTE(Stabilite, 284, 256);
+}  // namespace VDXZONCO
 
 namespace VDXIPC = ModeleVocabulaire;
 namespace VDXIPCTA = ModeleTexte;

@@ -8,7 +8,16 @@ std::vector<Disposition> FamilleReglementaire() {
     std::vector<Disposition> d;
     d.push_back(Classe("VDXYATC"));
     d.push_back(ClasseProduit("VDXYATCP"));
-    for (const char* table : {"VDXYPGEN", "VDXYMEDR", "VDXYAMED"}) d.push_back(Vocabulaire(table));
+    d.push_back(Vocabulaire("VDXYPGEN"));
+    {
+        using namespace VDXYMEDR;
+        d.push_back(Fixe("VDXYMEDR", Longueur, {Code, Rang, Source, Date, Titre, Texte}, {Sur({P(Code), P(Rang)})}));
+    }
+    {
+        using namespace VDXYAMED;
+        d.push_back(Fixe("VDXYAMED", Longueur, {CodeCIP, Rang, ClasseOrgane, Frequence, Libelle},
+                         {Sur({P(CodeCIP), P(Rang)})}));
+    }
     {
         using namespace VDXYTRF;
         d.push_back(Fixe("VDXYTRF", Longueur, {CodeCIS, Avis, Date, Dossier, Niveau, Motif},

@@ -115,8 +115,32 @@ VDX_TEXTE(CodeCIP, 9, 8);
 
 namespace VDXYPGEN = ModeleVocabulaire;
 namespace VDXYPGEC = ModeleLien;
-namespace VDXYMEDR = ModeleVocabulaire;
-namespace VDXYAMED = ModeleVocabulaire;
+// The recommendations attached to a product or to a therapeutic class,
+// under its code (a CodeCIP or a class code), in the order of a rank (three
+// digits): who issued it, its date (JJ/MM/AAAA), title and text.
+// Key (13): Code + Rang.
+namespace VDXYMEDR {
+inline constexpr uint32_t Longueur = 736;
+VDX_TEXTE(Code, 0, 11);
+VDX_TEXTE(Rang, 11, 4);
+VDX_TEXTE(Source, 15, 64);
+VDX_TEXTE(Date, 79, 11);
+VDX_TEXTE(Titre, 90, 134);
+VDX_TEXTE(Texte, 224, 512);
+}  // namespace VDXYMEDR
+
+// The adverse effects of a product, a row an effect in the order of a rank
+// (three digits): its organ class, its frequency ("très fréquent",
+// "fréquent", "peu fréquent", "rare", "très rare", "fréquence
+// indéterminée") and its label. Key (10): CodeCIP + Rang.
+namespace VDXYAMED {
+inline constexpr uint32_t Longueur = 280;
+VDX_TEXTE(CodeCIP, 0, 8);
+VDX_TEXTE(Rang, 8, 4);
+VDX_TEXTE(ClasseOrgane, 12, 112);
+VDX_TEXTE(Frequence, 124, 28);
+VDX_TEXTE(Libelle, 152, 128);
+}  // namespace VDXYAMED
 
 // Prescription lines by common name. Keys: Code; LibelleCle then Code.
 namespace VDXYDCI {

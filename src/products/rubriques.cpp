@@ -1,0 +1,94 @@
+#include "products/rubriques.h"
+
+#include <algorithm>
+#include <functional>
+#include <initializer_list>
+
+#include "session/cadre.h"
+#include "session/codeproduit.h"
+#include "session/tables.h"
+#include "store/cles.h"
+#include "store/fiche.h"
+#include "store/layouts.h"
+
+namespace vdx {
+namespace {
+
+VDX_TABLE(TableAccessoires, "VDXZMOVI")
+VDX_TABLE(TableAspects, "VDXZASPT")
+VDX_TABLE(TableEffets, "VDXYAMED")
+VDX_TABLE(TableReconstitutions, "VDXZONCO")
+VDX_TABLE(TableRecommandations, "VDXYMEDR")
+VDX_TABLE(TableClassesProduits, "VDXCLAP")
+
+// The rows filed under `code` (padded to `largeur` in the key, the rank
+// behind it), each the texts of `champs` as a row of `Ligne`, handed to
+// `chacune`.
+template <class Ligne>
+void ParcourtRangees(const Table& table, std::string_view code, size_t largeur,
+                     std::initializer_list<ChampTexte> champs, const std::function<void(Ligne)>& chacune) {
+    const std::string tete = CleTexte(code, largeur);
+    Curseur cles(table);
+    for (auto p = cles.PremiereAvec(tete); p; p = cles.SuivanteAvec(tete)) {
+        const Fiche f(VueFicheA(table, *p));
+        std::vector<Valeur> valeurs;
+        for (const ChampTexte& c : champs) valeurs.emplace_back(std::string(f.Texte(c)));
+        chacune(LigneDe<Ligne>(std::move(valeurs)));
+    }
+}
+
+template <class Ligne>
+std::vector<Ligne> RangeesDuProduit(const Table& table, std::string_view cip, std::initializer_list<ChampTexte> champs) {
+    TablesOuvertes tables{&table};
+    std::vector<Ligne> lignes;
+    ParcourtRangees<Ligne>(table, cip, LongueurCIP, champs, [&](Ligne l) { lignes.push_back(std::move(l)); });
+    tables.Ferme();
+    return lignes;
+}
+
+}  // namespace
+
+std::vector<AccessoireProduit> AccessoiresDuProduit(std::string_view cip) {
+    using namespace VDXZMOVI;
+    return RangeesDuProduit<AccessoireProduit>(TableAccessoires(), cip, {CodeAccessoire, Libelle, Relation, Remarque});
+}
+
+std::vector<AspectProduit> AspectDuProduit(std::string_view cip) {
+    using namespace VDXZASPT;
+    return RangeesDuProduit<AspectProduit>(TableAspects(), cip, {Forme, Couleur, Marquage, Secabilite});
+}
+
+std::vector<EffetIndesirable> EffetsDuProduit(std::string_view cip) {
+    using namespace VDXYAMED;
+    return RangeesDuProduit<EffetIndesirable>(TableEffets(), cip, {ClasseOrgane, Frequence, Libelle});
+}
+
+std::vector<EtapeReconstitution> ReconstitutionDuProduit(std::string_view cip) {
+    using namespace VDXZONCO;
+    return RangeesDuProduit<EtapeReconstitution>(TableReconstitutions(), cip, {Etape, Solvant, Concentration, Stabilite});
+}
+
+std::vector<Recommandation> RecommandationsDuProduit(std::string_view cip) {
+    TablesOuvertes tables{&TableRecommandations(), &TableClassesProduits()};
+    // The product, then its classes and the classes above each, each once.
+    std::vector<std::string> codes{std::string(cip)};
+    Curseur parProduit(TableClassesProduits(), 1);
+    const std::string tete = CleTexte(cip, LongueurCIP);
+    for (auto p = parProduit.PremiereAvec(tete); p; p = parProduit.SuivanteAvec(tete)) {
+        std::string_view classe = parProduit.Cle().substr(LongueurCIP, VDXCLAP::CodeClasse.capacite());
+        classe = classe.substr(0, classe.find_last_not_of(std::string_view(" \0", 2)) + 1);
+        for (size_t n = classe.size(); n > 0; --n)
+            if (std::ranges::find(codes, classe.substr(0, n)) == codes.end()) codes.emplace_back(classe.substr(0, n));
+    }
+    std::vector<Recommandation> lignes;
+    for (const std::string& code : codes) {
+        namespace r = VDXYMEDR;
+        ParcourtRangees<Recommandation>(TableRecommandations(), code, r::Code.capacite(),
+                                        {r::Code, r::Source, r::Date, r::Titre, r::Texte},
+                                        [&](Recommandation l) { lignes.push_back(std::move(l)); });
+    }
+    tables.Ferme();
+    return lignes;
+}
+
+}  // namespace vdx
