@@ -644,6 +644,27 @@ VDX_API int32_t VDX_CALL ProduitsMedDC_Vdx(const char* Code, SAFEARRAY** Tableau
 VDX_API int32_t VDX_CALL RechercheClasse_Vdx(const char* Code, SAFEARRAY** Tableau);
 VDX_API int32_t VDX_CALL RechercheForme_Vdx(const char* Code, SAFEARRAY** Tableau);
 VDX_API int32_t VDX_CALL RechercheFamille_Vdx(const char* Code, SAFEARRAY** Tableau);
+/* The products of RechercheClasse_Vdx with their detail, in rows of eleven
+ * fields: CodeCIP, label, the class it is filed under and its label ("Libell\xE9 inconnu"),
+ * laboratory (empty when unknown), price (seven digits in cents,
+ * "0000000" when unknown), reimbursement rate (0 when unknown), 1 for a
+ * generic, form, dosage, and its line by common name (empty when none).
+ * The same order, codes and left-out products as RechercheClasse_Vdx; the
+ * same return codes. */
+typedef struct VdxProduitClasse {
+    BSTR CodeCIP;
+    BSTR Libelle;
+    BSTR CodeClasse;
+    BSTR LibelleClasse;
+    BSTR Laboratoire;
+    BSTR Prix;
+    VdxReel TauxRemboursement;
+    intptr_t Generique;
+    BSTR Forme;
+    BSTR Dosage;
+    BSTR CodeDC;
+} VdxProduitClasse;
+VDX_API int32_t VDX_CALL ClasseProduits95_Vdx(const char* Code, SAFEARRAY** Tableau);
 /* The latest opinions of the transparency commission on the product's
  * speciality: the level of its medical service rendered (SMR: "Important",
  * "Mod\xE9r\xE9", "Faible", "Insuffisant"...), the date (JJ/MM/AAAA) and

@@ -234,6 +234,14 @@ PRODUITS_LIES(RechercheClasse_Vdx, Classes)
 PRODUITS_LIES(RechercheFamille_Vdx, Familles)
 PRODUITS_LIES(RechercheForme_Vdx, Formes)
 
+VDX_EXPORT(ClasseProduits95_Vdx, Connecte, NomsDesChamps<ProduitDeClasse>(), (Texte, Code), (Tableau, Tableau)) {
+    const std::string_view code = TexteDe(Code);
+    if (code.empty()) throw Echec{Argument1};
+    Resultat resultat(Tableau, GabaritDe<ProduitDeClasse>(), Argument2);
+    resultat.Prend(LignesSelon<ProduitDeClasse>(ProduitsDeClasse(session(), code)));
+    return resultat.Livre();
+}
+
 namespace {
 
 // A step search: a text beginning with a blank gives 0, the host's array

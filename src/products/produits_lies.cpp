@@ -1,16 +1,24 @@
 #include "products/produits_lies.h"
 
 #include <algorithm>
+#include <unordered_map>
 #include <unordered_set>
 
+#include "products/equivalents.h"
 #include "products/fiches.h"
+#include "products/identification.h"
+#include "products/lignes_dc.h"
 #include "products/substances.h"
 #include "session/cadre.h"
 #include "session/codeproduit.h"
 #include "session/codes.h"
+#include "session/messages.h"
 #include "session/tables.h"
 #include "store/cles.h"
+#include "store/fiche.h"
 #include "store/layouts.h"
+#include "vocabulary/libelles.h"
+#include "vocabulary/vocabulaires.h"
 
 namespace vdx {
 namespace {
@@ -66,6 +74,41 @@ std::vector<ProduitLie> ProduitsLies(const Contexte& contexte, const LienProduit
     tables.Ferme();
     std::ranges::stable_sort(produits, [](const ProduitLie& a, const ProduitLie& b) { return a.Libelle < b.Libelle; });
     return produits;
+}
+
+std::vector<ProduitDeClasse> ProduitsDeClasse(const Contexte& contexte, std::string_view classe) {
+    std::vector<ProduitLie> produits = ProduitsLies(contexte, liens::Classes, classe);
+    const DansContexte dans(contexte);
+    TablesOuvertes tables(TablesCandidats());
+    LibellesCandidats libelles;
+    std::unordered_map<std::string, std::string> classes;
+    std::vector<ProduitDeClasse> lignes;
+    for (ProduitLie& p : produits) {
+        ProduitDeClasse l;
+        l.CodeCIP = p.CodeCIP;
+        l.Libelle = std::move(p.Libelle);
+        l.CodeClasse = p.Code;
+        l.Prix = PrixNul;
+        l.LibelleClasse = LuUneFois(classes, p.Code, [](const std::string& c) {
+            return LibelleVocabulaire(vocabulaires::Classe(), c).value_or(messages::LibelleInconnu);
+        });
+        if (const auto economie = libelles.Economie(p.CodeCIP)) {
+            l.Laboratoire = economie->Laboratoire;
+            l.Prix = economie->Prix;
+            l.TauxRemboursement = economie->TauxRemboursement;
+        }
+        if (const auto produit = FicheDuCode(TableProduits(), p.CodeCIP))
+            l.Generique = (Fiche(*produit).Entier(VDXPRO::Drapeaux) & VDXPRO::Generique) != 0;
+        if (const auto id = FicheDuCode(TableIdentification(), p.CodeCIP)) {
+            const Identite identite = IdentiteDe(Fiche(*id));
+            l.Forme = libelles.Forme(identite.CodeForme);
+            l.Dosage = identite.Dosage;
+        }
+        if (std::optional<LigneDC> ligne = LigneInscrite(p.CodeCIP)) l.CodeDC = std::move(ligne->Code);
+        lignes.push_back(std::move(l));
+    }
+    tables.Ferme();
+    return lignes;
 }
 
 }  // namespace vdx

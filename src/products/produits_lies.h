@@ -5,6 +5,7 @@
 
 #include <cstddef>
 #include <functional>
+#include <cstdint>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -54,5 +55,30 @@ VDX_LIGNE(ProduitLie, CodeCIP, Libelle, Code);
 // out), each once under the first code met, sorted by label. Throws Echec:
 // -13 a code longer than the table's, -500.
 std::vector<ProduitLie> ProduitsLies(const Contexte& contexte, const LienProduits& lien, std::string_view code);
+
+// A product of a therapeutic class with its detail, a row of
+// ClasseProduits95_Vdx: the class it is filed under and its label, its
+// laboratory, price (seven digits, "0000000" when unknown) and rate, its
+// generic flag, form, dosage and line by common name.
+struct ProduitDeClasse {
+    std::string CodeCIP;
+    std::string Libelle;
+    std::string CodeClasse;
+    std::string LibelleClasse;
+    std::string Laboratoire;
+    std::string Prix;
+    float TauxRemboursement = 0;
+    int32_t Generique = 0;
+    std::string Forme;
+    std::string Dosage;
+    std::string CodeDC;
+};
+VDX_LIGNE(ProduitDeClasse, CodeCIP, Libelle, CodeClasse, LibelleClasse, Laboratoire, Prix, TauxRemboursement,
+          Generique, Forme, Dosage, CodeDC);
+
+// The products of a class and its sub-classes as ProduitsLies gives them,
+// each with its detail. Throws Echec: -13 a code longer than a class's,
+// -500.
+std::vector<ProduitDeClasse> ProduitsDeClasse(const Contexte& contexte, std::string_view classe);
 
 }  // namespace vdx

@@ -27,6 +27,11 @@ public:
             b.Ajoute("VDXIDFOP", {{"CodeForme", forme}, {"CodeCIP", cip}});
         for (auto [famille, cip] : {std::pair{"00010", "3000001"}, {"00011", "3000002"}})
             b.Ajoute("VDXFAMP", {{"CodeFamille", famille}, {"CodeCIP", cip}});
+        b.Ajoute("VDXCLA", {{"CodeClasse", "M01"}, {"Libelle", "AINS"}});
+        b.Ajoute("VDXCLA", {{"CodeClasse", "M01AB"}, {"Libelle", "AINS acétiques"}});
+        b.Ajoute("VDXIDPRO", {{"CodeCIP", "3000001"}, {"Dosage", "500 mg"}, {"CodeForme", "CP00"}});
+        b.Ajoute("VDXIDFOR", {{"CodeForme", "CP00"}, {"Libelle", "comprimé"}});
+        b.Ajoute("VDXYDCIP", {{"CodeDCI", "9000001"}, {"CodeCIP", "3000001"}});
     }
 };
 
@@ -48,8 +53,20 @@ TEST_F(ProduitsLiesTest, AFormByPrefixAFamilyByItsWholeCode) {
     EXPECT_EQ(RechercheFamille_Vdx("0001", nullptr), 0);
 }
 
+// The detail of each product: its class's label, economics, identification
+// and line, each missing one told as such.
+TEST_F(ProduitsLiesTest, TheProductsOfAClassWithTheirDetail) {
+    ASSERT_EQ(ClasseProduits95_Vdx("M01AB", nullptr), 1);
+    EXPECT_EQ(Memoire(), "3000001@DOLIPRANE 500MG CPR@M01AB@AINS ac\xE9tiques@Sanofi Aventis France@0000000@0@0@"
+                         "comprim\xE9@500 mg@9000001");
+    ASSERT_EQ(ClasseProduits95_Vdx("M01", nullptr), 3);
+    EXPECT_NE(Memoire().find("3999998@CIP : 3999998 inexistant@M01AE01@Libell\xE9 inconnu@@0000000@0@0@@@\r\n"),
+              std::string::npos);
+    EXPECT_TRUE(Memoire().ends_with("3000010@PARACETAMOL GNR 500MG@M01@AINS@Sanofi Aventis France@0000000@0@1@@@")) << Memoire();
+}
+
 TEST_F(ProduitsLiesTest, BadCodes) {
-    for (auto* recherche : {RechercheClasse_Vdx, RechercheForme_Vdx, RechercheFamille_Vdx}) {
+    for (auto* recherche : {RechercheClasse_Vdx, RechercheForme_Vdx, RechercheFamille_Vdx, ClasseProduits95_Vdx}) {
         EXPECT_EQ(recherche(nullptr, nullptr), VDX_ARGUMENT1);
         EXPECT_EQ(recherche("", nullptr), VDX_ARGUMENT1);
         EXPECT_EQ(recherche("ABCDEFGH", nullptr), VDX_CODE_MAL_FORME);
