@@ -750,6 +750,9 @@ typedef struct VdxRecommandation {
     BSTR Texte;
 } VdxRecommandation;
 VDX_API int32_t VDX_CALL Recommandations_Vdx(const char* Code, SAFEARRAY** Tableau);
+/* RMO_Vdx: the opposable medical references of the product and of its
+ * classes, in the rows and the walk of Recommandations_Vdx. */
+VDX_API int32_t VDX_CALL RMO_Vdx(const char* Code, SAFEARRAY** Tableau);
 /* The identity of a product told in its parts, for hosts that assemble or
  * index labels: its CodeCIP (a CIP13 under ActiveCIP13_Vdx(1) when it has
  * one), name ("DOLIPRANE"), dosage ("1000 mg"), form ("comprim\xE9"), routes

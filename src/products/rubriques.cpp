@@ -19,6 +19,7 @@ VDX_TABLE(TableAspects, "VDXZASPT")
 VDX_TABLE(TableEffets, "VDXYAMED")
 VDX_TABLE(TableReconstitutions, "VDXZONCO")
 VDX_TABLE(TableRecommandations, "VDXYMEDR")
+VDX_TABLE(TableRMO, "VDXRMOC")
 VDX_TABLE(TableClassesProduits, "VDXCLAP")
 
 // The rows filed under `code` (padded to `largeur` in the key, the rank
@@ -68,8 +69,12 @@ std::vector<EtapeReconstitution> ReconstitutionDuProduit(std::string_view cip) {
     return RangeesDuProduit<EtapeReconstitution>(TableReconstitutions(), cip, {Etape, Solvant, Concentration, Stabilite});
 }
 
-std::vector<Recommandation> RecommandationsDuProduit(std::string_view cip) {
-    TablesOuvertes tables{&TableRecommandations(), &TableClassesProduits()};
+namespace {
+
+// The rows of a table of recommendations under the product, then its
+// classes and the classes above each, each once.
+std::vector<Recommandation> RecommandationsDe(const Table& table, std::string_view cip) {
+    TablesOuvertes tables{&table, &TableClassesProduits()};
     // The product, then its classes and the classes above each, each once.
     std::vector<std::string> codes{std::string(cip)};
     Curseur parProduit(TableClassesProduits(), 1);
@@ -82,13 +87,21 @@ std::vector<Recommandation> RecommandationsDuProduit(std::string_view cip) {
     }
     std::vector<Recommandation> lignes;
     for (const std::string& code : codes) {
-        namespace r = VDXYMEDR;
-        ParcourtRangees<Recommandation>(TableRecommandations(), code, r::Code.capacite(),
+        namespace r = ModeleRecommandation;
+        ParcourtRangees<Recommandation>(table, code, r::Code.capacite(),
                                         {r::Code, r::Source, r::Date, r::Titre, r::Texte},
                                         [&](Recommandation l) { lignes.push_back(std::move(l)); });
     }
     tables.Ferme();
     return lignes;
 }
+
+}  // namespace
+
+std::vector<Recommandation> RecommandationsDuProduit(std::string_view cip) {
+    return RecommandationsDe(TableRecommandations(), cip);
+}
+
+std::vector<Recommandation> RMODuProduit(std::string_view cip) { return RecommandationsDe(TableRMO(), cip); }
 
 }  // namespace vdx

@@ -1,7 +1,8 @@
 // The sheets of a product that the base holds as rows under the product (or
 // under a class) in the order of a rank: its excipients (the composition),
 // accessories, appearance, adverse effects, the reconstitution of a
-// cytotoxic product and the recommendations of a product and its classes.
+// cytotoxic product, the recommendations and the opposable medical
+// references (RMO) of a product and its classes.
 #pragma once
 
 #include <string>
@@ -48,5 +49,8 @@ std::vector<EtapeReconstitution> ReconstitutionDuProduit(std::string_view cip);
 // and the classes above them (VDXCLAP, a class "M01AE" under "M01A" and
 // "M01"), each class once, in the order of the product's classes.
 std::vector<Recommandation> RecommandationsDuProduit(std::string_view cip);
+// The opposable medical references (RMO) of the product and its classes,
+// in the same walk.
+std::vector<Recommandation> RMODuProduit(std::string_view cip);
 
 }  // namespace vdx

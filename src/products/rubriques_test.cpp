@@ -42,6 +42,8 @@ public:
                            R{"M01AE", "002", "des propioniques, suite"}, R{"N02", "001", "des analgésiques"},
                            R{"M01AB01", "001", "d'une classe sœur"}})
             b.Ajoute("VDXYMEDR", {{"Code", r.code}, {"Rang", r.rang}, {"Source", "HAS"}, {"Date", "01/02/2016"}, {"Titre", r.titre}});
+        b.Ajoute("VDXRMOC", {{"Code", "M01"}, {"Rang", "001"}, {"Source", "CNAM"}, {"Titre", "deux AINS"},
+                             {"Texte", "Il n'y a pas lieu d'associer deux AINS."}});
     }
 };
 
@@ -57,7 +59,7 @@ TEST_F(Rubriques, RowsOfTheProductInTheOrderOfTheirRanks) {
     ASSERT_EQ(OncoReconstitution_Vdx("3000005", nullptr), 1);
     EXPECT_EQ(Memoire(), "reconstitution@eau@10 mg/ml@24 h entre 2 et 8 \xB0" "C");
     for (auto* e : {ProduitExcipient_Vdx, AccessoireProduits_Vdx, AspectProduits_Vdx, EffetIndesirable_Vdx,
-                    OncoReconstitution_Vdx, Recommandations_Vdx}) {
+                    OncoReconstitution_Vdx, Recommandations_Vdx, RMO_Vdx}) {
         EXPECT_EQ(e("3000007", nullptr), 0);
         EXPECT_EQ(e("300000", nullptr), VDX_CODE_MAL_FORME);
         EXPECT_EQ(e(nullptr, nullptr), VDX_ARGUMENT1);
@@ -70,6 +72,10 @@ TEST_F(Rubriques, RecommendationsOfTheProductThenOfItsClassesAndThoseAbove) {
                          "M01AE@HAS@01/02/2016@des propioniques@\r\nM01AE@HAS@01/02/2016@des propioniques, suite@");
     ASSERT_EQ(Recommandations_Vdx("3000002", nullptr), 1);
     EXPECT_NE(Memoire().find("des analg\xE9siques"), std::string::npos);
+    // The opposable references, from their own table in the same walk.
+    ASSERT_EQ(RMO_Vdx("3000001", nullptr), 1);
+    EXPECT_EQ(Memoire(), "M01@CNAM@@deux AINS@Il n'y a pas lieu d'associer deux AINS.");
+    EXPECT_EQ(RMO_Vdx("3000002", nullptr), 0);
 }
 
 TEST_F(Rubriques, IntoTheHostsArray) {

@@ -117,6 +117,11 @@ Disposition Lien(const char* table) {
     return Fixe(table, Longueur, {Code, CodeLie}, DansLesDeuxSens(table, P(Code), P(CodeLie)));
 }
 
+Disposition Recommandations(const char* table) {
+    using namespace ModeleRecommandation;
+    return Fixe(table, Longueur, {Code, Rang, Source, Date, Titre, Texte}, {Sur({P(Code), P(Rang)})});
+}
+
 Disposition Concept(const char* table) {
     using namespace ModeleConcept;
     return Fixe(table, Longueur, {Code, CodeConcept}, {Sur({P(Code), P(CodeConcept)})});

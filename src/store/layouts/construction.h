@@ -32,6 +32,7 @@ Disposition SubstanceProduit(const char* table);
 Disposition Vocabulaire(const char* table);
 Disposition Lien(const char* table);
 Disposition Concept(const char* table);
+Disposition Recommandations(const char* table);
 Disposition TexteSeul(const char* table);
 
 // Variable tables keyed outside their records.

@@ -70,6 +70,20 @@ VDX_TEXTE(Libelle, 11, 133);
 VDX_TEXTE(LibelleCle, 144, 133);
 }  // namespace ModeleVocabulaire
 
+// Recommendations attached to a product or to a therapeutic class, under
+// its code (a CodeCIP or a class code), in the order of a rank (three
+// digits): who issued it, its date (JJ/MM/AAAA), title and text.
+// Key (13): Code + Rang.
+namespace ModeleRecommandation {
+inline constexpr uint32_t Longueur = 736;
+VDX_TEXTE(Code, 0, 11);
+VDX_TEXTE(Rang, 11, 4);
+VDX_TEXTE(Source, 15, 64);
+VDX_TEXTE(Date, 79, 11);
+VDX_TEXTE(Titre, 90, 134);
+VDX_TEXTE(Texte, 224, 512);
+}  // namespace ModeleRecommandation
+
 // Open shape: a link between two codes.
 // Keys: Code + CodeLie; for a table with a further key, CodeLie + Code.
 namespace ModeleLien {

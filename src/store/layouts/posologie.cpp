@@ -47,7 +47,7 @@ std::vector<Disposition> FamillePosologie() {
         using namespace VDXPDURC;
         d.push_back(Fixe("VDXPDURC", Longueur, {VDXPDURC::Cle, Facteur}, {Sur({P(VDXPDURC::Cle)})}));
     }
-    d.push_back(Vocabulaire("VDXRMOC"));
+    d.push_back(Recommandations("VDXRMOC"));
     d.push_back(Vocabulaire("VDXRMOT"));
     return d;
 }

@@ -130,7 +130,8 @@ VDX_TEXTE(Cle, 0, 8);
 VDX_REEL(Facteur, 8);
 }  // namespace VDXPDURC
 
-namespace VDXRMOC = ModeleVocabulaire;
+// The opposable medical references (RMO) of a product or a class.
+namespace VDXRMOC = ModeleRecommandation;
 namespace VDXRMOT = ModeleVocabulaire;
 
 }  // namespace vdx

@@ -9,10 +9,7 @@ std::vector<Disposition> FamilleReglementaire() {
     d.push_back(Classe("VDXYATC"));
     d.push_back(ClasseProduit("VDXYATCP"));
     d.push_back(Vocabulaire("VDXYPGEN"));
-    {
-        using namespace VDXYMEDR;
-        d.push_back(Fixe("VDXYMEDR", Longueur, {Code, Rang, Source, Date, Titre, Texte}, {Sur({P(Code), P(Rang)})}));
-    }
+    d.push_back(Recommandations("VDXYMEDR"));
     {
         using namespace VDXYAMED;
         d.push_back(Fixe("VDXYAMED", Longueur, {CodeCIP, Rang, ClasseOrgane, Frequence, Libelle},

@@ -115,19 +115,8 @@ VDX_TEXTE(CodeCIP, 9, 8);
 
 namespace VDXYPGEN = ModeleVocabulaire;
 namespace VDXYPGEC = ModeleLien;
-// The recommendations attached to a product or to a therapeutic class,
-// under its code (a CodeCIP or a class code), in the order of a rank (three
-// digits): who issued it, its date (JJ/MM/AAAA), title and text.
-// Key (13): Code + Rang.
-namespace VDXYMEDR {
-inline constexpr uint32_t Longueur = 736;
-VDX_TEXTE(Code, 0, 11);
-VDX_TEXTE(Rang, 11, 4);
-VDX_TEXTE(Source, 15, 64);
-VDX_TEXTE(Date, 79, 11);
-VDX_TEXTE(Titre, 90, 134);
-VDX_TEXTE(Texte, 224, 512);
-}  // namespace VDXYMEDR
+// The recommendations of the health authorities.
+namespace VDXYMEDR = ModeleRecommandation;
 
 // The adverse effects of a product, a row an effect in the order of a rank
 // (three digits): its organ class, its frequency ("très fréquent",
