@@ -1207,6 +1207,62 @@ VDX_API int32_t VDX_CALL Surdosage_Vdx(SAFEARRAY** Produits, SAFEARRAY** Tableau
 /* The count of the same rows, which are dropped. */
 VDX_API int32_t VDX_CALL SurdosageTest_Vdx(SAFEARRAY** Produits);
 
+/* The physico-chemical incompatibilities between the injectable products
+ * of a prescription (those with a route of the injectable group, "A2..."):
+ * for each pair in the order of the list (a code given twice taken once),
+ * the incompatibilities the base files between its sides, in either order:
+ * a side is a substance of the product's composition, the product as a
+ * whole ("Tout composant confondu") or any product ("Tout Produit"), never
+ * both sides any product. Each row is numbered by Rang from 1, with the
+ * level (1 "Incompatible", 2 "A \xE9viter"), the condition ("L" "M\xEAme
+ * ligne de perfusion", "S" "M\xEAme seringue", "Y" "Site en Y"), a text
+ * and its source. IPCControle_Vdx gives the ten fields of VdxIPC;
+ * IPCControleTest_Vdx the eighteen of VdxIPCDetail: also the two sides
+ * (code: five digits, a CodeCIP or "*"; label), the condition's code, each
+ * product's injectable routes, and Sens 1 when the pair is filed in the
+ * other order. The input is that of Surdosage_Vdx. The rows, 0 none; -10
+ * no list; -12 a code behind an empty entry; -13; -20 no array or an array
+ * of another record size (mode 0); -500. */
+typedef struct VdxIPC {
+    intptr_t Rang;
+    BSTR CodeCIP1;
+    BSTR Libelle1;
+    BSTR CodeCIP2;
+    BSTR Libelle2;
+    intptr_t Niveau;
+    BSTR LibelleNiveau;
+    BSTR LibelleCondition;
+    BSTR Texte;
+    BSTR Source;
+} VdxIPC;
+typedef struct VdxIPCDetail {
+    intptr_t Rang;
+    BSTR CodeCIP1;
+    BSTR Libelle1;
+    BSTR CodeCIP2;
+    BSTR Libelle2;
+    BSTR CodeComposant1;
+    BSTR LibelleComposant1;
+    BSTR CodeComposant2;
+    BSTR LibelleComposant2;
+    intptr_t Niveau;
+    BSTR LibelleNiveau;
+    BSTR Condition;
+    BSTR LibelleCondition;
+    BSTR Texte;
+    BSTR Source;
+    BSTR Voie1;
+    BSTR Voie2;
+    intptr_t Sens;
+} VdxIPCDetail;
+VDX_API int32_t VDX_CALL IPCControle_Vdx(SAFEARRAY** Produits, SAFEARRAY** Tableau);
+VDX_API int32_t VDX_CALL IPCControleTest_Vdx(SAFEARRAY** Produits, SAFEARRAY** Tableau);
+/* The incompatibilities of one pair of products, whatever their routes, in
+ * the rows of IPCControleTest_Vdx. The rows, 0 none (and for a code given
+ * twice); -10, -13 for Code1; -20, -13 for Code2; -30 no array or an array
+ * of another record size (mode 0); -500. */
+VDX_API int32_t VDX_CALL IPC_Info_Vdx(const char* Code1, const char* Code2, SAFEARRAY** Tableau);
+
 /* ---- Update --------------------------------------------------------------- */
 
 /* The number of update files in Repertoire (with or without a final

@@ -7,6 +7,7 @@
 #include "checks/allergies.h"
 #include "checks/contreindications.h"
 #include "checks/grossesse.h"
+#include "checks/incompatibilites.h"
 #include "checks/interactions.h"
 #include "checks/surdosage.h"
 #include "exports/declaration.h"
@@ -253,6 +254,28 @@ VDX_EXPORT(Surdosage_Vdx, Connecte, NomsDesChamps<FicheSurdosage>(), (Liste, Pro
     std::vector<FicheSurdosage> fiches = RedondancesLues(Produits);
     Resultat resultat(Tableau, GabaritDe<FicheSurdosage>(), Argument2);
     resultat.Prend(LignesSansCleSelon<FicheSurdosage>(std::move(fiches)));
+    return resultat.Livre();
+}
+
+// The physico-chemical incompatibilities of the prescription's injectables:
+// the short rows, and the whole ones.
+VDX_EXPORT(IPCControle_Vdx, Connecte, NomsDesChamps<VueIPC>(), (Liste, Produits), (Tableau, Tableau)) {
+    std::vector<LigneIPC> lignes = Incompatibilites(session(), CodesSurdosage(Produits));
+    Resultat resultat(Tableau, GabaritDe<VueIPC>(), Argument2);
+    resultat.Prend(LignesSansCleSelon<VueIPC>(std::move(lignes)));
+    return resultat.Livre();
+}
+VDX_EXPORT(IPCControleTest_Vdx, Connecte, NomsDesChamps<LigneIPC>(), (Liste, Produits), (Tableau, Tableau)) {
+    std::vector<LigneIPC> lignes = Incompatibilites(session(), CodesSurdosage(Produits));
+    Resultat resultat(Tableau, GabaritDe<LigneIPC>(), Argument2);
+    resultat.Prend(LignesSansCleSelon<LigneIPC>(std::move(lignes)));
+    return resultat.Livre();
+}
+// The incompatibilities of one pair, whatever the routes.
+VDX_EXPORT(IPC_Info_Vdx, Connecte, NomsDesChamps<LigneIPC>(), (Texte, Code1), (Texte, Code2), (Tableau, Tableau)) {
+    const std::string premier = CodeProduit(Code1), second = CodeProduit(Code2, Argument2);
+    Resultat resultat(Tableau, GabaritDe<LigneIPC>(), Argument3);
+    resultat.Prend(LignesSansCleSelon<LigneIPC>(IncompatibilitesDeLaPaire(session(), premier, second)));
     return resultat.Livre();
 }
 

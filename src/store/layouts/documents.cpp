@@ -6,8 +6,13 @@ namespace vdx::disposition {
 
 std::vector<Disposition> FamilleDocuments() {
     std::vector<Disposition> d;
-    for (const char* table : {"VDXZBEXA", "VDXZBEXI", "VDXZBTEM", "VDXZBITU", "VDXZBUNI", "VDXZASPI", "VDXIPC"})
+    for (const char* table : {"VDXZBEXA", "VDXZBEXI", "VDXZBTEM", "VDXZBITU", "VDXZBUNI", "VDXZASPI"})
         d.push_back(Vocabulaire(table));
+    {
+        using namespace VDXIPC;
+        d.push_back(Fixe("VDXIPC", Longueur, {CodeA, CodeB, Condition, Niveau, Texte, Source},
+                         {Sur({P(CodeA), P(CodeB), P(Condition)})}));
+    }
     {
         using namespace VDXZMOVI;
         d.push_back(Fixe("VDXZMOVI", Longueur, {CodeCIP, Rang, CodeAccessoire, Libelle, Relation, Remarque},

@@ -82,7 +82,22 @@ VDX_TEXTE(Concentration, 172, 112);
 VDX_TEXTE(Stabilite, 284, 256);
 }  // namespace VDXZONCO
 
-namespace VDXIPC = ModeleVocabulaire;
+// The physico-chemical incompatibilities of injectables, a row a pair of
+// sides under a condition. A side is a substance number on five digits, a
+// CodeCIP (seven digits) or "*" for any product. Condition: "L" in the same
+// line of infusion, "S" in the same syringe, "Y" at a Y-site. Niveau: 1
+// incompatible, 2 to be avoided. A pair is filed once, in either order.
+// Key (15): CodeA + CodeB + Condition.
+namespace VDXIPC {
+inline constexpr uint32_t Longueur = 420;
+VDX_TEXTE(CodeA, 0, 8);
+VDX_TEXTE(CodeB, 8, 8);
+VDX_TEXTE(Condition, 16, 2);
+VDX_ENTIER(Niveau, 20);
+VDX_TEXTE(Texte, 24, 320);
+VDX_TEXTE(Source, 344, 76);
+inline constexpr char TouteSubstance[] = "*";
+}  // namespace VDXIPC
 namespace VDXIPCTA = ModeleTexte;
 namespace VDXIPCTB = ModeleTexte;
 namespace VDXIPCCC = ModeleTexte;
