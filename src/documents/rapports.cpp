@@ -269,17 +269,51 @@ std::string RapportRMO(std::string_view feuilleStyle) {
     return s.Page();
 }
 
-std::string RapportIPC(std::string_view feuilleStyle) {
+namespace {
+
+// A section bar of the incompatibility pages.
+std::string BarreIPC(std::string_view ancre, std::string_view titre) {
+    return Bout("<table width=\"100%\" border=\"0\" cellspacing=\"0\" cellpadding=\"3\"><tr><td bgcolor=\"#0051A5\">"
+                "<a name=\"", ancre, "\"></a><font color=\"#FFFFFF\"><b>", titre,
+                "</b></font></td><td bgcolor=\"#0051A5\" align=\"right\"><a href=\"#sommaire\"><font color=\"#FFFFFF\">"
+                "retour</font></a></td></tr></table>\r\n");
+}
+
+// The components of a row: each side's label, "Tous Composants Confondus"
+// when both stand for their whole products.
+std::string ComposantsIPC(const LigneIPC& r) {
+    if (r.CodeComposant1 == r.CodeCIP1 && r.CodeComposant2 == r.CodeCIP2) return "Tous Composants Confondus";
+    return Bout(r.LibelleComposant1, " / ", r.LibelleComposant2);
+}
+
+}  // namespace
+
+std::string RapportIPC(const Controle<LigneIPC>& controle, std::string_view feuilleStyle) {
     std::string page = "<html>\r\n<head>\r\n<meta name=\"generator\" content=\"VDX32\">\r\n";
     page += LienFeuille(feuilleStyle);
     page += "<title>Incompatibilit\xE9s Physico-Chimiques</title>\r\n</head>\r\n<body>\r\n<a name=\"sommaire\"></a><p>"
             "<strong><font color='#000000' size=+1>";
-    page += Bout(Compte(0, " Incompatibilit\xE9"), " physico-chimique");
-    page += "</font></strong></p>\r\n</body>\r\n</html>";
+    const size_t n = controle.lignes.size();
+    if (!controle.Echoue()) page += Bout(Compte(n, " Incompatibilit\xE9"), " physico-chimique");
+    page += "</font></strong></p>\r\n";
+    if (n > 0) {
+        page += "<ul>\r\n";
+        for (const LigneIPC& r : controle.lignes)
+            page += Bout("<li><a href=\"#IPC", std::to_string(r.Rang), "\">", r.Libelle1, " et ", r.Libelle2, "</a></li>\r\n");
+        page += "</ul>\r\n";
+    }
+    for (const LigneIPC& r : controle.lignes) {
+        const std::string rang = std::to_string(r.Rang);
+        page += BarreIPC("IPC" + rang, Bout("Incompatibilit\xE9 ", rang, "/", std::to_string(n)));
+        page += Bout("<p>Entre <strong>", r.Libelle1, "</strong> (", r.LibelleComposant1, ") et <strong>", r.Libelle2,
+                     "</strong> (", r.LibelleComposant2, ")<br>\r\n<strong>", r.LibelleNiveau, "</strong> : ",
+                     r.LibelleCondition, "<br>\r\n", LignesHtml(r.Texte), "<br>\r\nSource ", r.Source, "</p>\r\n");
+    }
+    page += "</body>\r\n</html>";
     return EncodeHtml(page, false);
 }
 
-std::string FicheIPC(std::string_view feuilleStyle) {
+std::string FicheIPC(const std::vector<LigneIPC>& lignes, std::string_view feuilleStyle) {
     std::string page = "<html>\r\n<head>\r\n";
     page += LienFeuille(feuilleStyle);
     page += "<title>Incompatibilit&eacute;s physico-chimiques potentielles</title>\r\n</head>\r\n<body>\r\n";
@@ -287,12 +321,20 @@ std::string FicheIPC(std::string_view feuilleStyle) {
         return Bout("<tr><td width=\"20%\" bgcolor=\"#0051A5\"><font color=\"#FFFFFF\"><b>", nom,
                     "</b></font></td><td width=\"80%\">", valeur, "</td></tr>\r\n");
     };
-    page += "<table width=\"100%\" border=\"1\" cellspacing=\"0\" cellpadding=\"3\">\r\n";
-    page += rangee("Composants", "Tous Composants Confondus");
-    page += rangee("Voie", "Voie inconnue");
-    page += rangee("Incompatibilit\xE9", InformationIndisponibleCourte);
-    page += "</table>\r\n<p><b>Autres sources bibliographiques</b></p>\r\n<p>";
-    page += InformationIndisponibleCourte;
+    const auto table = [](std::string_view rangees) {
+        return Bout("<table width=\"100%\" border=\"1\" cellspacing=\"0\" cellpadding=\"3\">\r\n", rangees, "</table>\r\n");
+    };
+    std::string sources;
+    if (lignes.empty())
+        page += table(rangee("Composants", "Tous Composants Confondus") + rangee("Voie", "Voie inconnue") +
+                      rangee("Incompatibilit\xE9", InformationIndisponibleCourte));
+    for (const LigneIPC& r : lignes) {
+        page += table(rangee("Composants", ComposantsIPC(r)) + rangee("Voie", Bout(r.Voie1, " / ", r.Voie2)) +
+                      rangee("Incompatibilit\xE9", Bout(r.LibelleNiveau, " (", r.LibelleCondition, ") : ", LignesHtml(r.Texte))));
+        if (sources.find(r.Source) == std::string::npos) sources += (sources.empty() ? "" : ", ") + r.Source;
+    }
+    page += "<p><b>Autres sources bibliographiques</b></p>\r\n<p>";
+    page += sources.empty() ? std::string(InformationIndisponibleCourte) : sources;
     page += "</p>\r\n</body>\r\n</html>";
     return EncodeHtml(page, false);
 }

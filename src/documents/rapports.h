@@ -15,6 +15,7 @@
 
 #include "checks/allergies.h"
 #include "checks/contreindications.h"
+#include "checks/incompatibilites.h"
 #include "checks/interactions.h"
 #include "checks/surdosage.h"
 
@@ -66,10 +67,13 @@ std::string RapportAllergies(const Controle<FicheAllergie>& allergies, const Con
 // The redundancies of a prescription.
 std::string RapportSurdosage(const Controle<FicheSurdosage>& controle, std::string_view feuilleStyle);
 
-// The reports whose checks give no row yet: the RMO, the physico-chemical
-// incompatibilities of a prescription, and the sheet of one pair.
+// The report whose check gives no row yet: the RMO of a prescription.
 std::string RapportRMO(std::string_view feuilleStyle);
-std::string RapportIPC(std::string_view feuilleStyle);
-std::string FicheIPC(std::string_view feuilleStyle);
+
+// The physico-chemical incompatibilities of a prescription, and the sheet
+// of one pair (its texts "Information provisoirement indisponible" when
+// the base holds none).
+std::string RapportIPC(const Controle<LigneIPC>& controle, std::string_view feuilleStyle);
+std::string FicheIPC(const std::vector<LigneIPC>& lignes, std::string_view feuilleStyle);
 
 }  // namespace vdx

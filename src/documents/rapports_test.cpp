@@ -134,6 +134,13 @@ TEST(RapportsGolden, EachMemberByteForByte) {
                          "", "", RedondanceSubstance},
                         {"3000003", "3000004", "PRODUIT C", "PRODUIT D", "", "", "", "", "", "", "M01", "AINS",
                          RedondanceClasse}};
+    Controle<LigneIPC> ipc;
+    ipc.lignes = {{1, "3000001", "PRODUIT A", "3000002", "PRODUIT B", "00045", "CEFTRIAXONE", "00432", "CALCIUM", 1,
+                   "Incompatible", "L", "M\xEAme ligne de perfusion", "Pr\xE9" "cipit\xE9\r\ncalcique", "RCP",
+                   "intraveineuse", "intraveineuse", 0},
+                  {2, "3000001", "PRODUIT A", "3000002", "PRODUIT B", "3000001", "Tout composant confondu", "*",
+                   "Tout Produit", 2, "A \xE9viter", "Y", "Site en Y", "Trouble", "Fabricant", "intraveineuse",
+                   "Voie inconnue", 1}};
     const auto nonDC = [](const std::string& code) { return code == "3000002"; };
     const std::pair<const char*, std::string> pages[] = {
         {"interactions", RapportInteractions(Prescription(), "vdx.css", Chapitre)},
@@ -142,8 +149,10 @@ TEST(RapportsGolden, EachMemberByteForByte) {
         {"allergies", RapportAllergies(allergies, &notoires, nonDC, "")},
         {"surdosage", RapportSurdosage(surdosage, "")},
         {"rmo", RapportRMO("")},
-        {"ipc", RapportIPC("")},
-        {"ipc-fiche", FicheIPC("")},
+        {"ipc", RapportIPC(ipc, "")},
+        {"ipc-aucune", RapportIPC({}, "")},
+        {"ipc-fiche", FicheIPC(ipc.lignes, "")},
+        {"ipc-fiche-vide", FicheIPC({}, "")},
     };
     for (const auto& [nom, page] : pages) EXPECT_EQ(page, Golden(nom, page)) << nom;
 }

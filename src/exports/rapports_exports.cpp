@@ -164,11 +164,18 @@ VDX_EXPORT(SurdosageHtml_Vdx, Connecte, {}, (Liste, Produits), (Texte, Fichier),
 }
 
 VDX_EXPORT(IPCControleHtml_Vdx, Connecte, {}, (Liste, Produits), (Texte, Fichier), (Texte, FeuilleStyle)) {
-    CodesRapport(Produits);
-    return Ecrit(DestinationRequise(Fichier, FeuilleStyle), RapportIPC(exports::TexteDe(FeuilleStyle)), Rien);
+    const std::vector<std::string> codes = CodesRapport(Produits);
+    const Destination sortie = DestinationRequise(Fichier, FeuilleStyle);
+    const auto c = Controlee<LigneIPC>([&] { return Incompatibilites(session(), codes); });
+    return Ecrit(sortie, RapportIPC(c, sortie.feuilleStyle), c.code);
 }
 
+// The sheet of the first two products of the list; a list of one gives
+// the sheet without rows.
 VDX_EXPORT(IPC_InfoHtml_Vdx, Connecte, {}, (Liste, Produits), (Texte, Fichier), (Texte, FeuilleStyle)) {
-    CodesRapport(Produits);
-    return Ecrit(DestinationRequise(Fichier, FeuilleStyle), FicheIPC(exports::TexteDe(FeuilleStyle)), Rien);
+    const std::vector<std::string> codes = CodesRapport(Produits);
+    const Destination sortie = DestinationRequise(Fichier, FeuilleStyle);
+    const std::vector<LigneIPC> lignes =
+        codes.size() < 2 ? std::vector<LigneIPC>() : IncompatibilitesDeLaPaire(session(), codes[0], codes[1]);
+    return Ecrit(sortie, FicheIPC(lignes, sortie.feuilleStyle), static_cast<int32_t>(lignes.size()));
 }
