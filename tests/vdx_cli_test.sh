@@ -105,6 +105,10 @@ verifie "the latest SMR and ASMR of a speciality, as the public files give them"
   test "$("$vdx" call --base "$work/base" ProduitSmrAsmr_Vdx 4992317 | tail -n +2)" = \
   $'Important, Modéré\t09/11/2016\tRenouvellement d\'inscription (CT)\tV\t04/01/2012\tInscription (CT)'
 sortie=$("$vdx" product --base "$work/base" 3026454)
+verifie "product shows the appearance" grep -q "^  appearance: comprimé rond, lavande, sécable$" <<<"$sortie"
+verifie "product shows the excipients with their known effect" \
+  test "$("$vdx" product --base "$work/base" 3702458 | grep '^  excipient: ')" = \
+  $'  excipient: STÉARATE DE MAGNÉSIUM\n  excipient: ASPARTAM, known effect\n  excipient: SODIUM, known effect'
 verifie "product shows the SMR and the scoring" \
   test "$(grep -E '^  (SMR|ASMR|scoring):' <<<"$sortie")" = $'  SMR: Important (01/02/2012, Renouvellement d\'inscription (CT))\n  scoring: in halves'
 verifie "product shows the line" grep -q "^  common-name line: 8460133  PARACÉTAMOL 1 g, comprimé$" <<<"$("$vdx" product --base "$work/base" 3595583)"

@@ -10,6 +10,7 @@
 #include "products/codes.h"
 #include "products/composition.h"
 #include "products/produits.h"
+#include "products/rubriques.h"
 #include "products/transparence.h"
 #include "session/codes.h"
 #include "session/texte.h"
@@ -323,6 +324,20 @@ std::optional<FicheProduit> LitFiche(const std::string& code, EchecAppel& echec)
         f.asmr = texte(avis->NiveauASMR, avis->DateASMR, avis->MotifASMR);
     }
     if (const int32_t s = ProduitSecable_Vdx(c); trouve("ProduitSecable_Vdx", s)) f.secabilite = s;
+    TableauHote<VdxExcipientProduit> excipients(GabaritDe<ExcipientProduit>());
+    if (trouve("ProduitExcipient_Vdx", ProduitExcipient_Vdx(c, excipients.Adresse())))
+        for (VdxExcipientProduit& x : excipients.Lignes()) {
+            std::string e = Utf8(x.Libelle);
+            if (SysStringByteLen(x.Quantite)) e += " (" + Utf8(x.Quantite) + ")";
+            if (Utf8(x.EffetNotoire) == "1") e += ", known effect";
+            f.excipients.push_back(std::move(e));
+        }
+    TableauHote<VdxAspect> aspects(GabaritDe<AspectProduit>());
+    if (trouve("AspectProduits_Vdx", AspectProduits_Vdx(c, aspects.Adresse())) && !aspects.Lignes().empty()) {
+        const VdxAspect& a = aspects.Lignes().front();
+        for (BSTR partie : {a.Forme, a.Couleur, a.Marquage, a.Secabilite})
+            if (SysStringByteLen(partie)) f.aspect += (f.aspect.empty() ? "" : ", ") + Utf8(partie);
+    }
     // A price of seven digits other than zeros is known; its rates with it.
     FicheHote<VdxEconomique> eco(GabaritDe<FicheEconomique>());
     if (trouve("Economique_Vdx", Economique_Vdx(c, eco.Adresse()))) {

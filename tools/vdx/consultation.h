@@ -138,6 +138,10 @@ struct FicheProduit {
     std::string smr, asmr;
     // How its unit splits: 2 halves, 4 quarters, 1 whole only, 0 untold.
     int32_t secabilite = 0;
+    // Its excipients ("label (quantity)", with known effect marked) and
+    // the appearance of its unit ("shape, colour, marks, scoring").
+    std::vector<std::string> excipients;
+    std::string aspect;
 };
 
 // The sheet of a product: nullopt and `echec` set when the label can't be

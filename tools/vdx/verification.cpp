@@ -348,6 +348,8 @@ int Product(const ArgumentsCommande& args) {
         for (const auto& c : f->composition) std::cout << "    " << c.libelle << "  " << c.quantite << '\n';
     }
     for (const auto& c : f->classes) std::cout << "  class " << c.code << ": " << c.libelle << '\n';
+    for (const std::string& e : f->excipients) std::cout << "  excipient: " << e << '\n';
+    if (!f->aspect.empty()) std::cout << "  appearance: " << f->aspect << '\n';
     if (!f->smr.empty()) std::cout << "  SMR: " << f->smr << '\n';
     if (!f->asmr.empty()) std::cout << "  ASMR: " << f->asmr << '\n';
     if (const char* secabilite = f->secabilite == 2 ? "in halves" : f->secabilite == 4 ? "in quarters" : f->secabilite == 1 ? "none" : nullptr)
