@@ -206,7 +206,7 @@ def test_the_base(service):
     statut, base = service.json("GET", "/v1/base")
     version = rangs(vdx("call", "--base", BASE, "Version_Vdx"))[0]
     assert statut == 200 and [base["version"], base["date"]] == version
-    assert "VDXPRO" in base["tables"] and "VDXZICOU" in base["tables"] and "VDXIPC" not in base["tables"]
+    assert "VDXPRO" in base["tables"] and "VDXZICOU" in base["tables"] and "VDXZONCO" not in base["tables"]
 
 
 LONG = "A" * 101
