@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "exports/table_exports.h"
+#include "maj/etat.h"
 #include "session/session.h"
 #include "store/fixture.h"
 #include "tests/support/dossier_essai.h"
@@ -48,7 +49,19 @@ std::vector<std::string> Arguments(const exports::Export& e, const std::string& 
     return textes;
 }
 
+// What the calls change for the whole process is put back when they end:
+// the session, the doctor's base, the coverage of the updates.
+struct EtatRemis {
+    ~EtatRemis() {
+        DeConnectionMedecin_Vdx();
+        DeConnection2_Vdx();
+        maj::etatMaj() = maj::EtatMaj{};
+        RemetSession();
+    }
+};
+
 void AppelleChacune(const std::string& base) {
+    const EtatRemis remis;
     const essai::DossierEssai dossier;
     ASSERT_EQ(Connection_Vdx(base.c_str(), 2, 0), 1);
     size_t appelees = 0;
@@ -63,7 +76,6 @@ void AppelleChacune(const std::string& base) {
         }
     }
     EXPECT_GT(appelees, 200u);
-    DeConnection2_Vdx();
 }
 
 TEST(ExportsPartout, EachAnswersOnAnEmptyBase) {

@@ -8,7 +8,10 @@
 #include <gtest/gtest.h>
 
 #include "tests/support/dossier_essai.h"
+#include "session/resultat.h"
 #include "tests/support/essai_produits.h"
+#include "tests/support/quatre_modes.h"
+#include "tests/support/tableau_hote.h"
 
 namespace vdx {
 namespace {
@@ -79,6 +82,25 @@ TEST_F(Incompatibilites, TheCheckTakesInjectablesTheSheetAnyPair) {
     EXPECT_EQ(IPC_Info_Vdx("300000", "3000008", nullptr), VDX_CODE_MAL_FORME);
     session().ChaineMemoire = "";
     EXPECT_EQ(IPCControle_Vdx(nullptr, nullptr), VDX_LISTE_VIDE);
+}
+
+// The rows of the check and of the sheets are the same in every mode; in
+// the host's array, the same count.
+TEST_F(Incompatibilites, TheModesGiveTheSameRows) {
+    const std::string texte = essai::MemeTexteDansLesModes(
+        base_->Repertoire(), [] { return IPCControle_Vdx(nullptr, nullptr); }, 3, "3000005@3000008@3000010\r\n\r\n");
+    EXPECT_NE(texte.find("3@3000008@"), std::string::npos);
+    essai::MemeTexteDansLesModes(base_->Repertoire(), [] { return IPC_Info_Vdx("3000005", "3000008", nullptr); }, 1);
+    essai::MemeTexteDansLesModes(base_->Repertoire(), [] { return ProduitExcipient_Vdx("3000008", nullptr); }, 0);
+    ReconnecteEnTableau();
+    SAFEARRAY* produits = essai::TableauDeChaines({"3000005", "3000008", "3000010"});
+    SAFEARRAY* lignes = essai::TableauDeFiches(18);
+    EXPECT_EQ(IPCControleTest_Vdx(&produits, &lignes), 3);
+    EXPECT_EQ(lignes->rgsabound[0].cElements, 3u);
+    EXPECT_EQ(essai::Texte(static_cast<VdxIPCDetail*>(lignes->pvData)[2].LibelleComposant1), "Tout Produit");
+    hote::Detruit(produits);
+    VideTableau(lignes, GabaritDe<LigneIPC>());
+    SafeArrayDestroy(lignes);
 }
 
 TEST_F(Incompatibilites, TheReportsShowTheRows) {

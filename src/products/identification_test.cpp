@@ -15,6 +15,7 @@
 #include "tests/support/chaines_hote.h"
 #include "tests/support/dossier_essai.h"
 #include "tests/support/essai_produits.h"
+#include "tests/support/quatre_modes.h"
 #include "tests/support/tableau_hote.h"
 
 namespace vdx {
@@ -98,15 +99,7 @@ TEST_F(Identification, TheFourModesGiveTheSameRows) {
     };
     for (const Appel& a : appels) {
         SCOPED_TRACE(a.nom);
-        ASSERT_EQ(a.appelle(), a.attendu);
-        const std::string memoire = Memoire();
-        session().ModeSortie = 1;
-        ASSERT_EQ(a.appelle(), a.attendu);
-        EXPECT_EQ(hote::PrendTextePartage(), memoire);
-        session().ModeSortie = 3;
-        ASSERT_EQ(a.appelle(), a.attendu);
-        EXPECT_EQ(essai::LitFichier(base_->Repertoire() + "/Vdxout.txt"), memoire);
-        session().ModeSortie = 2;
+        essai::MemeTexteDansLesModes(base_->Repertoire(), a.appelle, a.attendu);
     }
     EXPECT_EQ(Memoire(), "3000010@PARACETAMOL GNR 500MG@9000001\r\n3000007@SKENAN LP 10MG GELULE@9000001");  // by label
 

@@ -6,6 +6,7 @@
 #include <gtest/gtest.h>
 
 #include "tests/support/essai_produits.h"
+#include "tests/support/quatre_modes.h"
 
 namespace vdx {
 namespace {
@@ -63,6 +64,11 @@ TEST_F(ProduitsLiesTest, TheProductsOfAClassWithTheirDetail) {
     EXPECT_NE(Memoire().find("3999998@CIP : 3999998 inexistant@M01AE01@Libell\xE9 inconnu@@0000000@0@0@@@\r\n"),
               std::string::npos);
     EXPECT_TRUE(Memoire().ends_with("3000010@PARACETAMOL GNR 500MG@M01@AINS@Sanofi Aventis France@0000000@0@1@@@")) << Memoire();
+}
+
+TEST_F(ProduitsLiesTest, TheFlatModesGiveTheSameRows) {
+    for (auto* recherche : {RechercheClasse_Vdx, ClasseProduits95_Vdx})
+        essai::MemeTexteDansLesModes(base_->Repertoire(), [&] { return recherche("M01", nullptr); }, 3);
 }
 
 TEST_F(ProduitsLiesTest, BadCodes) {

@@ -7,6 +7,7 @@
 
 #include "tests/support/chaines_hote.h"
 #include "tests/support/essai_produits.h"
+#include "tests/support/quatre_modes.h"
 
 namespace vdx {
 namespace {
@@ -52,6 +53,10 @@ TEST_F(SmrAsmr, TheLatestOpinionOfEachKind) {
     EXPECT_EQ(Memoire(), "@@@@@");
     EXPECT_EQ(ProduitSmrAsmr_Vdx("3000010", nullptr), VDX_CODE_INCONNU);  // no speciality
     EXPECT_EQ(ProduitSmrAsmr_Vdx("30000", nullptr), VDX_CODE_MAL_FORME);
+}
+
+TEST_F(SmrAsmr, TheFlatModesGiveTheSameRow) {
+    essai::MemeTexteDansLesModes(base_->Repertoire(), [] { return ProduitSmrAsmr_Vdx("3000001", nullptr); }, 1);
 }
 
 TEST_F(SmrAsmr, IntoTheHostsRecord) {
