@@ -1362,7 +1362,11 @@ VDX_API int32_t VDX_CALL Interactions2Html_Vdx(SAFEARRAY** Produits, SAFEARRAY**
                                                SAFEARRAY** TypesPatient, const char* Fichier,
                                                const char* FeuilleStyle, int32_t Age, int32_t Poids,
                                                int32_t Grossesse, int32_t Allaitement, const char* Sexe);
-/* No RMO is held: the page says none and the result is 0. */
+/* The opposable medical references of the products (RMO_Vdx of each, a
+ * code given twice taken once): each with its product, the product or
+ * class it is attached to, its title, text, source and date; the page says
+ * "Il n'y a pas de RMO d\xE9tect\xE9es." without any. The patient's lists
+ * are not read. The result is the count of the rows. */
 VDX_API int32_t VDX_CALL RMOHtml_Vdx(SAFEARRAY** Produits, SAFEARRAY** CodesPatient, SAFEARRAY** TypesPatient,
                                      const char* Fichier, const char* FeuilleStyle);
 /* The contra-indications and precautions of the products against the

@@ -263,9 +263,23 @@ std::string RapportSurdosage(const Controle<FicheSurdosage>& controle, std::stri
     return s.Page();
 }
 
-std::string RapportRMO(std::string_view feuilleStyle) {
+std::string RapportRMO(const Controle<RMOProduit>& controle, std::string_view feuilleStyle) {
     Squelette s(feuilleStyle);
-    s.titre = "Il n'y a pas de RMO d\xE9tect\xE9" "es.";
+    const size_t n = controle.lignes.size();
+    if (!controle.Echoue())
+        s.titre = n == 0 ? "Il n'y a pas de RMO d\xE9tect\xE9" "es."
+                         : Bout("<font color='000000' size=+1>", std::to_string(n), " RMO</font>");
+    for (size_t i = 0; i < n; ++i) {
+        const RMOProduit& r = controle.lignes[i];
+        const std::string rang = std::to_string(i + 1);
+        std::string avec = Bout("Avec <STRONG>", r.LibelleProduit, "</STRONG>");
+        if (r.rmo.Code != r.CodeCIP) avec += Bout(" et <STRONG>", r.rmo.Code, "</STRONG>");
+        s.liste += Entree("RMO" + rang, Bout(r.LibelleProduit, " : ", r.rmo.Titre));
+        s.detail += DebutDetail("RMO" + rang, "RMO " + rang);
+        s.detail += Bout("<blockquote><p class=\"Texte\">", avec, "<BR><STRONG>", r.rmo.Titre, "</STRONG><BR>",
+                         LignesHtml(r.rmo.Texte), "<BR>", r.rmo.Source, r.rmo.Date.empty() ? "" : ", ", r.rmo.Date,
+                         "</p></blockquote>", FinDetail);
+    }
     return s.Page();
 }
 

@@ -18,6 +18,7 @@
 #include "checks/incompatibilites.h"
 #include "checks/interactions.h"
 #include "checks/surdosage.h"
+#include "products/rubriques.h"
 
 namespace vdx {
 
@@ -67,8 +68,8 @@ std::string RapportAllergies(const Controle<FicheAllergie>& allergies, const Con
 // The redundancies of a prescription.
 std::string RapportSurdosage(const Controle<FicheSurdosage>& controle, std::string_view feuilleStyle);
 
-// The report whose check gives no row yet: the RMO of a prescription.
-std::string RapportRMO(std::string_view feuilleStyle);
+// The opposable medical references of the products of a prescription.
+std::string RapportRMO(const Controle<RMOProduit>& controle, std::string_view feuilleStyle);
 
 // The physico-chemical incompatibilities of a prescription, and the sheet
 // of one pair (its texts "Information provisoirement indisponible" when

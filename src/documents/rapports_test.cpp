@@ -134,6 +134,9 @@ TEST(RapportsGolden, EachMemberByteForByte) {
                          "", "", RedondanceSubstance},
                         {"3000003", "3000004", "PRODUIT C", "PRODUIT D", "", "", "", "", "", "", "M01", "AINS",
                          RedondanceClasse}};
+    Controle<RMOProduit> rmo;
+    rmo.lignes = {{"3000001", "PRODUIT A", {"M01", "CNAM", "01/02/2016", "Deux AINS", "Il n'y a pas lieu\r\nd'associer"}},
+                  {"3000002", "PRODUIT B", {"3000002", "HAS", "", "Dur\xE9" "e", "Pas plus de 5 jours"}}};
     Controle<LigneIPC> ipc;
     ipc.lignes = {{1, "3000001", "PRODUIT A", "3000002", "PRODUIT B", "00045", "CEFTRIAXONE", "00432", "CALCIUM", 1,
                    "Incompatible", "L", "M\xEAme ligne de perfusion", "Pr\xE9" "cipit\xE9\r\ncalcique", "RCP",
@@ -148,7 +151,8 @@ TEST(RapportsGolden, EachMemberByteForByte) {
         {"contre-indications-2", RapportContreIndications(ci, 2, {0, 1}, "Patient", "")},
         {"allergies", RapportAllergies(allergies, &notoires, nonDC, "")},
         {"surdosage", RapportSurdosage(surdosage, "")},
-        {"rmo", RapportRMO("")},
+        {"rmo", RapportRMO({}, "")},
+        {"rmo-lignes", RapportRMO(rmo, "")},
         {"ipc", RapportIPC(ipc, "")},
         {"ipc-aucune", RapportIPC({}, "")},
         {"ipc-fiche", FicheIPC(ipc.lignes, "")},
@@ -214,7 +218,7 @@ TEST_F(Rapports, BadListsAndNamesWriteNoFile) {
     EXPECT_EQ(RMOHtml_Vdx(nullptr, nullptr, nullptr, f, ""), -2);
 }
 
-TEST_F(Rapports, TheUnheldChecksWriteTheirNonePage) {
+TEST_F(Rapports, ChecksWithoutRowsWriteTheirNonePage) {
     const std::string fichier = Chemin("r.html");
     session().ChaineMemoire = "3000001";
     EXPECT_EQ(RMOHtml_Vdx(nullptr, nullptr, nullptr, fichier.c_str(), ""), 0);

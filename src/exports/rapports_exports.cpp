@@ -114,8 +114,10 @@ VDX_EXPORT(Interactions2Html_Vdx, Connecte, {}, (Liste, Produits), (Liste, Codes
 
 VDX_EXPORT(RMOHtml_Vdx, Connecte, {}, (Liste, Produits), (Liste, CodesPatient), (Liste, TypesPatient),
            (Texte, Fichier), (Texte, FeuilleStyle)) {
-    CodesRapport(Produits);
-    return Ecrit(DestinationRequise(Fichier, FeuilleStyle), RapportRMO(exports::TexteDe(FeuilleStyle)), Rien);
+    const std::vector<std::string> codes = CodesRapport(Produits);
+    const Destination sortie = DestinationRequise(Fichier, FeuilleStyle);
+    const auto c = Controlee<RMOProduit>([&] { return RMODesProduits(codes); });
+    return Ecrit(sortie, RapportRMO(c, sortie.feuilleStyle), c.code);
 }
 
 VDX_EXPORT(ContreIndicationsProfilHtml_Vdx, Connecte, {}, (Liste, CodesPatient), (Liste, TypesPatient),

@@ -4,8 +4,10 @@
 #include <functional>
 #include <initializer_list>
 
+#include "products/produits.h"
 #include "session/cadre.h"
 #include "session/codeproduit.h"
+#include "session/messages.h"
 #include "session/tables.h"
 #include "store/cles.h"
 #include "store/fiche.h"
@@ -103,5 +105,19 @@ std::vector<Recommandation> RecommandationsDuProduit(std::string_view cip) {
 }
 
 std::vector<Recommandation> RMODuProduit(std::string_view cip) { return RecommandationsDe(TableRMO(), cip); }
+
+std::vector<RMOProduit> RMODesProduits(const std::vector<std::string>& codes) {
+    std::vector<RMOProduit> lignes;
+    std::vector<std::string> vus;
+    for (const std::string& cip : codes) {
+        if (std::ranges::find(vus, cip) != vus.end()) continue;
+        vus.push_back(cip);
+        std::vector<Recommandation> rmo = RMODuProduit(cip);
+        if (rmo.empty()) continue;
+        const std::string libelle = LibelleProduitInterne(cip).value_or(messages::CIPInexistant(cip));
+        for (Recommandation& r : rmo) lignes.push_back({cip, libelle, std::move(r)});
+    }
+    return lignes;
+}
 
 }  // namespace vdx

@@ -53,4 +53,13 @@ std::vector<Recommandation> RecommandationsDuProduit(std::string_view cip);
 // in the same walk.
 std::vector<Recommandation> RMODuProduit(std::string_view cip);
 
+// The opposable medical references of each product of a prescription, a
+// code given twice taken once, with the product's label ("CIP : X
+// inexistant" for one the master table lacks). Throws Echec(-500).
+struct RMOProduit {
+    std::string CodeCIP, LibelleProduit;
+    Recommandation rmo;
+};
+std::vector<RMOProduit> RMODesProduits(const std::vector<std::string>& codes);
+
 }  // namespace vdx

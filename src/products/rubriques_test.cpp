@@ -6,6 +6,7 @@
 #include <gtest/gtest.h>
 
 #include "session/resultat.h"
+#include "tests/support/dossier_essai.h"
 #include "tests/support/essai_produits.h"
 #include "tests/support/tableau_hote.h"
 
@@ -76,6 +77,18 @@ TEST_F(Rubriques, RecommendationsOfTheProductThenOfItsClassesAndThoseAbove) {
     ASSERT_EQ(RMO_Vdx("3000001", nullptr), 1);
     EXPECT_EQ(Memoire(), "M01@CNAM@@deux AINS@Il n'y a pas lieu d'associer deux AINS.");
     EXPECT_EQ(RMO_Vdx("3000002", nullptr), 0);
+}
+
+TEST_F(Rubriques, TheRMOReportOfAPrescription) {
+    const essai::DossierEssai dossier;
+    const std::string page = dossier.Chemin("rmo.html");
+    session().ChaineMemoire = "3000001@3000002@3000001";
+    ASSERT_EQ(RMOHtml_Vdx(nullptr, nullptr, nullptr, page.c_str(), ""), 1);
+    const std::string texte = essai::LitFichier(page);
+    EXPECT_NE(texte.find("1 RMO</font>"), std::string::npos);
+    EXPECT_NE(texte.find("Avec <STRONG>DOLIPRANE 500MG CPR</STRONG> et <STRONG>M01</STRONG><BR><STRONG>deux AINS</STRONG>"
+                         "<BR>Il n'y a pas lieu d'associer deux AINS.<BR>CNAM</p>"),
+              std::string::npos);
 }
 
 TEST_F(Rubriques, IntoTheHostsArray) {
