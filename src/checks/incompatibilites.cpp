@@ -38,8 +38,8 @@ std::vector<Cote> Cotes(const std::string& cip) {
         if (std::ranges::none_of(cotes, [&](const Cote& x) { return x.code == code; }))
             cotes.push_back({std::move(code), LibelleOuIntrouvable(TableSubstances(), VDXVPA::Libelle, c.CodeSubstance)});
     }
-    cotes.push_back({cip, "Tout composant confondu"});
-    cotes.push_back({VDXIPC::TouteSubstance, "Tout Produit"});
+    cotes.push_back({cip, messages::ToutComposant});
+    cotes.push_back({VDXIPC::TouteSubstance, messages::ToutProduit});
     return cotes;
 }
 
@@ -68,7 +68,7 @@ Produit Lit(const std::string& cip) {
 }
 
 const std::string& VoiesOuInconnue(const Produit& p) {
-    static const std::string inconnue = "Voie inconnue";
+    static const std::string inconnue = messages::VoieInconnue;
     return p.voies.empty() ? inconnue : p.voies;
 }
 

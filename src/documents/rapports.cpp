@@ -5,6 +5,7 @@
 #include "documents/chapitre.h"
 #include "documents/html.h"
 #include "documents/textes_amm.h"
+#include "session/messages.h"
 
 namespace vdx {
 
@@ -296,7 +297,7 @@ std::string BarreIPC(std::string_view ancre, std::string_view titre) {
 // The components of a row: each side's label, "Tous Composants Confondus"
 // when both stand for their whole products.
 std::string ComposantsIPC(const LigneIPC& r) {
-    if (r.CodeComposant1 == r.CodeCIP1 && r.CodeComposant2 == r.CodeCIP2) return "Tous Composants Confondus";
+    if (r.CodeComposant1 == r.CodeCIP1 && r.CodeComposant2 == r.CodeCIP2) return messages::TousComposants;
     return Bout(r.LibelleComposant1, " / ", r.LibelleComposant2);
 }
 
@@ -340,7 +341,7 @@ std::string FicheIPC(const std::vector<LigneIPC>& lignes, std::string_view feuil
     };
     std::string sources;
     if (lignes.empty())
-        page += table(rangee("Composants", "Tous Composants Confondus") + rangee("Voie", "Voie inconnue") +
+        page += table(rangee("Composants", messages::TousComposants) + rangee("Voie", messages::VoieInconnue) +
                       rangee("Incompatibilit\xE9", InformationIndisponibleCourte));
     for (const LigneIPC& r : lignes) {
         page += table(rangee("Composants", ComposantsIPC(r)) + rangee("Voie", Bout(r.Voie1, " / ", r.Voie2)) +

@@ -218,4 +218,11 @@ inline constexpr char NoticePosoliste[] = "Posoliste@CodeCIP=";
 inline constexpr char NoticePosoliste2[] = "Posoliste2@CodeCIP=";
 inline constexpr char NoticeMonographie[] = "MonographieHtml@CodeCIP=";
 
+// The physico-chemical incompatibilities: a route not known, the sides
+// that stand for a whole product or for any.
+inline constexpr char VoieInconnue[] = "Voie inconnue";
+inline constexpr char ToutComposant[] = "Tout composant confondu";
+inline constexpr char ToutProduit[] = "Tout Produit";
+inline constexpr char TousComposants[] = "Tous Composants Confondus";
+
 }  // namespace vdx::messages
