@@ -257,19 +257,22 @@ VDX_EXPORT(Surdosage_Vdx, Connecte, NomsDesChamps<FicheSurdosage>(), (Liste, Pro
     return resultat.Livre();
 }
 
-// The physico-chemical incompatibilities of the prescription's injectables:
-// the short rows, and the whole ones.
-VDX_EXPORT(IPCControle_Vdx, Connecte, NomsDesChamps<VueIPC>(), (Liste, Produits), (Tableau, Tableau)) {
-    std::vector<LigneIPC> lignes = Incompatibilites(session(), CodesSurdosage(Produits));
-    Resultat resultat(Tableau, GabaritDe<VueIPC>(), Argument2);
-    resultat.Prend(LignesSansCleSelon<VueIPC>(std::move(lignes)));
+// The physico-chemical incompatibilities of the prescription's injectables,
+// in the record `Vue`: the short rows, and the whole ones.
+namespace {
+template <class Vue>
+int32_t IncompatibilitesLues(SAFEARRAY** produits, SAFEARRAY** tableau) {
+    std::vector<LigneIPC> lignes = Incompatibilites(session(), CodesSurdosage(produits));
+    Resultat resultat(tableau, GabaritDe<Vue>(), Argument2);
+    resultat.Prend(LignesSansCleSelon<Vue>(std::move(lignes)));
     return resultat.Livre();
 }
+}  // namespace
+VDX_EXPORT(IPCControle_Vdx, Connecte, NomsDesChamps<VueIPC>(), (Liste, Produits), (Tableau, Tableau)) {
+    return IncompatibilitesLues<VueIPC>(Produits, Tableau);
+}
 VDX_EXPORT(IPCControleTest_Vdx, Connecte, NomsDesChamps<LigneIPC>(), (Liste, Produits), (Tableau, Tableau)) {
-    std::vector<LigneIPC> lignes = Incompatibilites(session(), CodesSurdosage(Produits));
-    Resultat resultat(Tableau, GabaritDe<LigneIPC>(), Argument2);
-    resultat.Prend(LignesSansCleSelon<LigneIPC>(std::move(lignes)));
-    return resultat.Livre();
+    return IncompatibilitesLues<LigneIPC>(Produits, Tableau);
 }
 // The incompatibilities of one pair, whatever the routes.
 VDX_EXPORT(IPC_Info_Vdx, Connecte, NomsDesChamps<LigneIPC>(), (Texte, Code1), (Texte, Code2), (Tableau, Tableau)) {

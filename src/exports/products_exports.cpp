@@ -221,25 +221,33 @@ VDX_EXPORT(GetProduit_Vdx, Chaines, Noms("CodeCIP", "Libelle"), (Entier, Rang), 
 
 // Searches.
 
+namespace {
+
+// The rows `lit` gives of a vocabulary code (-10 absent or empty), into the
+// host's array of their shape.
+template <class Ligne, class Lecteur>
+int32_t LignesDuCode(const char* code, SAFEARRAY** tableau, Lecteur lit) {
+    const std::string_view texte = TexteDe(code);
+    if (texte.empty()) throw Echec{Argument1};
+    Resultat resultat(tableau, GabaritDe<Ligne>(), Argument2);
+    resultat.Prend(LignesSelon<Ligne>(lit(texte)));
+    return resultat.Livre();
+}
+
+}  // namespace
+
 // The products filed under a vocabulary code.
-#define PRODUITS_LIES(Nom, lien)                                                                               \
-    VDX_EXPORT(Nom, Connecte, NomsDesChamps<ProduitLie>(), (Texte, Code), (Tableau, Tableau)) {               \
-        const std::string_view code = TexteDe(Code);                                                         \
-        if (code.empty()) throw Echec{Argument1};                                                            \
-        Resultat resultat(Tableau, GabaritDe<ProduitLie>(), Argument2);                                      \
-        resultat.Prend(LignesSelon<ProduitLie>(ProduitsLies(session(), liens::lien, code)));                 \
-        return resultat.Livre();                                                                             \
+#define PRODUITS_LIES(Nom, lien)                                                                                 \
+    VDX_EXPORT(Nom, Connecte, NomsDesChamps<ProduitLie>(), (Texte, Code), (Tableau, Tableau)) {                 \
+        return LignesDuCode<ProduitLie>(Code, Tableau,                                                         \
+                                        [](std::string_view c) { return ProduitsLies(session(), liens::lien, c); }); \
     }
 PRODUITS_LIES(RechercheClasse_Vdx, Classes)
 PRODUITS_LIES(RechercheFamille_Vdx, Familles)
 PRODUITS_LIES(RechercheForme_Vdx, Formes)
 
 VDX_EXPORT(ClasseProduits95_Vdx, Connecte, NomsDesChamps<ProduitDeClasse>(), (Texte, Code), (Tableau, Tableau)) {
-    const std::string_view code = TexteDe(Code);
-    if (code.empty()) throw Echec{Argument1};
-    Resultat resultat(Tableau, GabaritDe<ProduitDeClasse>(), Argument2);
-    resultat.Prend(LignesSelon<ProduitDeClasse>(ProduitsDeClasse(session(), code)));
-    return resultat.Livre();
+    return LignesDuCode<ProduitDeClasse>(Code, Tableau, [](std::string_view c) { return ProduitsDeClasse(session(), c); });
 }
 
 namespace {

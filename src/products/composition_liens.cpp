@@ -7,6 +7,7 @@
 #include "session/codeproduit.h"
 #include "session/messages.h"
 #include "session/tables.h"
+#include "store/cles.h"
 #include "store/fiche.h"
 #include "store/layouts.h"
 
@@ -39,8 +40,7 @@ std::vector<std::string> CodesClasses(const Table& liens, std::string_view codeC
         Curseur cles(liens, CleParProduit);
         for (auto p = cles.SuperieureOuEgale(codeCIP); p && cles.Cle().substr(0, LongueurCIP) == codeCIP;
              p = cles.Suivante()) {
-            std::string_view code = cles.Cle().substr(LongueurCIP, ModeleClasseProduit::CodeClasse.capacite());
-            codes.emplace_back(code.substr(0, code.find_last_not_of(std::string_view(" \0", 2)) + 1));
+            codes.emplace_back(SansBourrage(cles.Cle().substr(LongueurCIP, ModeleClasseProduit::CodeClasse.capacite())));
         }
     }
     tables.Ferme();

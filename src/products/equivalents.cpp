@@ -55,10 +55,6 @@ std::string ClassePadee(std::string_view classe) {
     return cle;
 }
 
-std::string SansBlancsFinaux(std::string_view code) {
-    return std::string(code.substr(0, code.find_last_not_of(std::string_view(" \0", 2)) + 1));
-}
-
 // One row of a candidate, its level left to the caller; none for a
 // product the filters leave out: hospital ones unless shown, deleted
 // ones, lines by common name.
@@ -119,7 +115,7 @@ std::vector<ClasseEquivalence> ClassesEquivalence(std::string_view cip) {
     if (!p) throw Echec{CodeInconnu};
     std::vector<std::string> codes;
     for (; p && parProduit.Cle().starts_with(cip); p = parProduit.Suivante())
-        codes.push_back(SansBlancsFinaux(parProduit.Cle().substr(LongueurCIP, LongueurClasse)));
+        codes.emplace_back(SansBourrage(parProduit.Cle().substr(LongueurCIP, LongueurClasse)));
     std::vector<ClasseEquivalence> classes;
     for (std::string& code : codes) {
         std::string libelle = messages::LibelleInconnu;
@@ -168,6 +164,7 @@ std::optional<EconomieCandidat> LibellesCandidats::Economie(std::string_view cip
     return EconomieCandidat{PrixLu(f.Texte(VDXPRO::DonneeEco2)), Taux(f.Texte(VDXPRO::CodeTSS)),
                             Laboratoire(f.Texte(VDXPRO::CodeLaboratoire)),
                             (f.Entier(VDXPRO::Drapeaux) & VDXPRO::Hospitalier) != 0,
+                            (f.Entier(VDXPRO::Drapeaux) & VDXPRO::Generique) != 0,
                             !f.Texte(VDXPRO::Suppression).empty()};
 }
 

@@ -61,6 +61,7 @@ struct EconomieCandidat {
     float TauxRemboursement = 0;
     std::string Laboratoire;
     bool Hospitalier = false;
+    bool Generique = false;
     bool Supprime = false;  // the byte at offset 224 is not 0
 };
 

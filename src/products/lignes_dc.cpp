@@ -86,7 +86,7 @@ std::vector<ProduitDeSubstance> ProduitsDeLigne(const Contexte& contexte, std::s
         return true;
     });
     tables.Ferme();
-    std::ranges::stable_sort(produits, [](const ProduitDeSubstance& a, const ProduitDeSubstance& b) { return a.Libelle < b.Libelle; });
+    TrieParLibelle(produits);
     return produits;
 }
 

@@ -28,11 +28,6 @@ VDX_TABLE(TableFormesProduits, "VDXIDFOP")
 VDX_TABLE(TableFamillesProduits, "VDXFAMP")
 VDX_TABLE(TableLaboratoiresProduits, "VDXLABP")
 
-// The code at the head of a key, without the blanks or NULs that pad it.
-std::string_view CodeDeCle(std::string_view tete) {
-    return tete.substr(0, tete.find_last_not_of(std::string_view(" \0", 2)) + 1);
-}
-
 }  // namespace
 
 namespace liens {
@@ -56,7 +51,7 @@ void ParcourtProduitsLies(const LienProduits& lien, std::string_view code,
     const std::string cle = CleDuCode(lien, code);
     Curseur cles(lien.table());
     for (auto p = cles.SuperieureOuEgale(cle); p && cles.Cle().substr(0, cle.size()) == cle; p = cles.Suivante())
-        chacun(CIPDeCle(cles.Cle(), lien.largeur), CodeDeCle(cles.Cle().substr(0, lien.largeur)));
+        chacun(CIPDeCle(cles.Cle(), lien.largeur), SansBourrage(cles.Cle().substr(0, lien.largeur)));
 }
 
 std::vector<ProduitLie> ProduitsLies(const Contexte& contexte, const LienProduits& lien, std::string_view code) {
@@ -72,7 +67,7 @@ std::vector<ProduitLie> ProduitsLies(const Contexte& contexte, const LienProduit
             produits.push_back({std::move(c), std::move(*libelle), std::string(codeLie)});
     });
     tables.Ferme();
-    std::ranges::stable_sort(produits, [](const ProduitLie& a, const ProduitLie& b) { return a.Libelle < b.Libelle; });
+    TrieParLibelle(produits);
     return produits;
 }
 
@@ -96,9 +91,8 @@ std::vector<ProduitDeClasse> ProduitsDeClasse(const Contexte& contexte, std::str
             l.Laboratoire = economie->Laboratoire;
             l.Prix = economie->Prix;
             l.TauxRemboursement = economie->TauxRemboursement;
+            l.Generique = economie->Generique;
         }
-        if (const auto produit = FicheDuCode(TableProduits(), p.CodeCIP))
-            l.Generique = (Fiche(*produit).Entier(VDXPRO::Drapeaux) & VDXPRO::Generique) != 0;
         if (const auto id = FicheDuCode(TableIdentification(), p.CodeCIP)) {
             const Identite identite = IdentiteDe(Fiche(*id));
             l.Forme = libelles.Forme(identite.CodeForme);

@@ -4,6 +4,7 @@
 #include <functional>
 #include <initializer_list>
 
+#include "products/composition_liens.h"
 #include "products/produits.h"
 #include "session/cadre.h"
 #include "session/codeproduit.h"
@@ -22,7 +23,6 @@ VDX_TABLE(TableEffets, "VDXYAMED")
 VDX_TABLE(TableReconstitutions, "VDXZONCO")
 VDX_TABLE(TableRecommandations, "VDXYMEDR")
 VDX_TABLE(TableRMO, "VDXRMOC")
-VDX_TABLE(TableClassesProduits, "VDXCLAP")
 
 // The rows filed under `code` (padded to `largeur` in the key, the rank
 // behind it), each the texts of `champs` as a row of `Ligne`, handed to
@@ -76,17 +76,12 @@ namespace {
 // The rows of a table of recommendations under the product, then its
 // classes and the classes above each, each once.
 std::vector<Recommandation> RecommandationsDe(const Table& table, std::string_view cip) {
-    TablesOuvertes tables{&table, &TableClassesProduits()};
     // The product, then its classes and the classes above each, each once.
     std::vector<std::string> codes{std::string(cip)};
-    Curseur parProduit(TableClassesProduits(), 1);
-    const std::string tete = CleTexte(cip, LongueurCIP);
-    for (auto p = parProduit.PremiereAvec(tete); p; p = parProduit.SuivanteAvec(tete)) {
-        std::string_view classe = parProduit.Cle().substr(LongueurCIP, VDXCLAP::CodeClasse.capacite());
-        classe = classe.substr(0, classe.find_last_not_of(std::string_view(" \0", 2)) + 1);
+    for (const std::string& classe : CodesClassesProduit(cip))
         for (size_t n = classe.size(); n > 0; --n)
-            if (std::ranges::find(codes, classe.substr(0, n)) == codes.end()) codes.emplace_back(classe.substr(0, n));
-    }
+            if (std::ranges::find(codes, classe.substr(0, n)) == codes.end()) codes.push_back(classe.substr(0, n));
+    TablesOuvertes tables{&table};
     std::vector<Recommandation> lignes;
     for (const std::string& code : codes) {
         namespace r = ModeleRecommandation;

@@ -62,8 +62,7 @@ public:
     }
 
     std::vector<ProduitDeSubstance> Lignes() && {
-        std::stable_sort(lignes_.begin(), lignes_.end(),
-                         [](const ProduitDeSubstance& a, const ProduitDeSubstance& b) { return a.Libelle < b.Libelle; });
+        TrieParLibelle(lignes_);
         return std::move(lignes_);
     }
 

@@ -3,6 +3,7 @@
 // labels of substances and excipients, and the synonyms of a component.
 #pragma once
 
+#include <algorithm>
 #include <cstdint>
 #include <functional>
 #include <optional>
@@ -34,6 +35,12 @@ VDX_LIGNE(ProduitDeSubstance, CodeCIP, Libelle, Nature);
 // product they leave out, reserved to hospitals (unless they are switched
 // on) or deleted.
 std::optional<std::string> LibelleDeProduitMontre(const Contexte& contexte, const std::string& code);
+// The lists of products in the order they show them: by label, products of
+// one label in the order met.
+template <class Ligne>
+void TrieParLibelle(std::vector<Ligne>& lignes) {
+    std::ranges::stable_sort(lignes, [](const Ligne& a, const Ligne& b) { return a.Libelle < b.Libelle; });
+}
 
 // A substance number is one of 0 to SubstanceMax.
 inline bool CodeSubstanceValide(int32_t code) { return code >= 0 && code <= SubstanceMax; }

@@ -47,6 +47,10 @@ std::string_view TexteDeCle(std::string_view cle, size_t debut) {
     return reste.substr(0, reste.find('\0'));
 }
 
+std::string_view SansBourrage(std::string_view code) {
+    return code.substr(0, code.find_last_not_of(std::string_view(" \0", 2)) + 1);
+}
+
 std::string CleDecimale(int32_t valeur, size_t chiffres) {
     char tampon[16];
     const auto fin = std::to_chars(tampon, tampon + sizeof tampon, valeur).ptr;

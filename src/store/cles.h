@@ -24,6 +24,8 @@ std::string CleEntiers(std::initializer_list<int32_t> entiers);
 std::string CleDecimale(int32_t valeur, size_t chiffres);
 // The text of a key from `debut` to its first NUL.
 std::string_view TexteDeCle(std::string_view cle, size_t debut);
+// A code as a key holds it, without the blanks or NULs that pad it.
+std::string_view SansBourrage(std::string_view code);
 
 // A label folded for a label key (PlieCleLibelle), the points it ends with
 // kept: they made it unique when it was filed, and the fold would drop them
